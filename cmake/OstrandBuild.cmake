@@ -1,0 +1,61 @@
+# How every target of the project is compiled, and the functions that make them.
+
+# Compile options of all our targets. Counts and pictures must be the same on every machine
+# and in every build, so a multiplication and an addition are never fused and no fast-math
+# is allowed.
+add_library (ostrand_options INTERFACE)
+target_compile_options (ostrand_options INTERFACE
+    -Wall -Wextra -Wconversion -Wshadow -Werror=switch -Wno-psabi -ffp-contract=off)
+if (CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+    # This version sees overlapping copies in std::string that are not there (its bug 105651).
+    target_compile_options (ostrand_options INTERFACE -Wno-restrict)
+endif ()
+if (OSTRAND_WARNINGS_AS_ERRORS)
+    target_compile_options (ostrand_options INTERFACE -Werror)
+endif ()
+if (OSTRAND_SANITIZE)
+    foreach (sanitizer IN LISTS OSTRAND_SANITIZE)
+        target_compile_options (ostrand_options INTERFACE -fsanitize=${sanitizer})
+        target_link_options (ostrand_options INTERFACE -fsanitize=${sanitizer})
+    endforeach ()
+    target_compile_options (ostrand_options INTERFACE -fno-omit-frame-pointer)
+    if ("undefined" IN_LIST OSTRAND_SANITIZE)
+        target_compile_options (ostrand_options INTERFACE -fno-sanitize-recover=undefined)
+    endif ()
+endif ()
+
+# Outside libraries that a layer may name in layers.txt.
+add_library (external_threads INTERFACE)
+target_link_libraries (external_threads INTERFACE Threads::Threads)
+add_library (external_zlib INTERFACE)
+target_link_libraries (external_zlib INTERFACE ZLIB::ZLIB)
+add_library (external_png INTERFACE)
+target_link_libraries (external_png INTERFACE PNG::PNG)
+add_library (external_jpeg INTERFACE)
+target_link_libraries (external_jpeg INTERFACE JPEG::JPEG)
+add_library (external_haru INTERFACE)
+target_include_directories (external_haru SYSTEM INTERFACE "${HPDF_INCLUDE_DIR}")
+target_link_libraries (external_haru INTERFACE "${HPDF_LIBRARY}")
+add_library (external_opengl INTERFACE)
+target_link_libraries (external_opengl INTERFACE OpenGL::GL OpenGL::GLU)
+add_library (external_fltk INTERFACE)
+target_link_libraries (external_fltk INTERFACE fltk::gl fltk::images fltk::fltk)
+
+# ostrand_layer (folder uses...): the static library of one folder of src. The libraries named
+# here are all that its files may include; tests/layers holds every #include against that.
+function (ostrand_layer name)
+    file (GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
+    if (NOT sources)
+        return ()
+    endif ()
+    add_library (ostrand_${name} STATIC ${sources})
+    target_include_directories (ostrand_${name} PUBLIC "${CMAKE_CURRENT_SOURCE_DIR}")
+    target_link_libraries (ostrand_${name} PUBLIC ostrand_options)
+    foreach (used IN LISTS ARGN)
+        if (TARGET external_${used})
+            target_link_libraries (ostrand_${name} PUBLIC external_${used})
+        elseif (TARGET ostrand_${used})
+            target_link_libraries (ostrand_${name} PUBLIC ostrand_${used})
+        endif ()
+    endforeach ()
+endfunction ()

@@ -1,0 +1,181 @@
+// Reading whole files and writing them beside their place.
+#include "base/disk.h"
+
+#include "base/text.h"
+
+#include <array>
+#include <atomic>
+#include <cerrno>
+#include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <utility>
+
+namespace ostrand {
+namespace {
+
+namespace fs = std::filesystem;
+
+/// Permissions of a new file, before the process's mask.
+constexpr mode_t new_file_mode = 0666;
+/// How many names are tried for a temporary file before giving up.
+constexpr int name_tries = 100;
+
+std::optional<std::string> read_descriptor (int descriptor, std::size_t bound) {
+    std::string bytes;
+    std::array<char, 1 << 16> block{};
+    for (;;) {
+        const ssize_t got = ::read (descriptor, block.data (), block.size ());
+        if (got < 0 && errno == EINTR) continue;
+        if (got < 0) return std::nullopt;
+        if (got == 0) return bytes;
+        bytes.append (block.data (), static_cast<std::size_t> (got));
+        if (bytes.size () > bound) return std::nullopt;
+    }
+}
+
+/// The file that a chain of symbolic links ends at, also when it does not exist yet.
+fs::path end_of_links (fs::path path) {
+    std::error_code error;
+    for (int depth = 0; depth < 40 && fs::is_symlink (path, error); ++depth) {
+        const fs::path next = fs::read_symlink (path, error);
+        if (error) break;
+        path = next.is_absolute () ? next : path.parent_path () / next;
+    }
+    return path;
+}
+
+/// Opens a new file beside `target`, named after it with a dot in front.
+int open_beside (const fs::path& target, fs::path& chosen) {
+    static std::atomic<unsigned> counter{0};
+    // A long name is cut, so that the temporary one is never too long for the file system.
+    const std::string name = target.filename ().string ().substr (0, 200);
+    for (int i = 0; i < name_tries; ++i) {
+        chosen = target.parent_path () /
+                 format_text (".%s.%d-%u", name.c_str (), process_id (), counter.fetch_add (1));
+        const int descriptor =
+            ::open (chosen.c_str (), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, new_file_mode);
+        if (descriptor >= 0 || errno != EEXIST) return descriptor;
+    }
+    return -1;
+}
+
+} // namespace
+
+std::optional<std::string> read_file (const fs::path& path, std::size_t bound) {
+    const int descriptor = ::open (path.c_str (), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) return std::nullopt;
+    std::optional<std::string> bytes = read_descriptor (descriptor, bound);
+    ::close (descriptor);
+    return bytes;
+}
+
+std::optional<std::string> read_text_file (const fs::path& path, std::size_t bound) {
+    std::optional<std::string> bytes = read_file (path, bound);
+    if (bytes) *bytes = text_mode (std::move (*bytes));
+    return bytes;
+}
+
+std::optional<std::string> read_standard_input (std::size_t bound) {
+    return read_descriptor (STDIN_FILENO, bound);
+}
+
+OutputFile::OutputFile (const fs::path& path) : target_ (end_of_links (path)) {
+    struct stat old {};
+    const bool exists = ::stat (target_.c_str (), &old) == 0;
+    if (exists && !S_ISREG (old.st_mode)) {
+        descriptor_ = S_ISDIR (old.st_mode) ? -1 : ::open (target_.c_str (), O_WRONLY | O_CLOEXEC);
+        if (S_ISDIR (old.st_mode)) errno = EISDIR;
+        if (descriptor_ < 0) fail ();
+        return;
+    }
+    // A file that may not be written must not be replaced either.
+    const bool replaceable = !exists || ::access (target_.c_str (), W_OK) == 0;
+    if (replaceable && target_.filename ().empty ()) errno = ENOENT;
+    if (!replaceable || target_.filename ().empty ()) {
+        fail ();
+        return;
+    }
+    std::error_code ignored;
+    fs::path beside = fs::absolute (target_, ignored);
+    const InterruptionBlock unguarded_moment;
+    descriptor_ = open_beside (beside, temporary_);
+    if (descriptor_ < 0) {
+        temporary_.clear ();
+        fail ();
+        return;
+    }
+    guard_ = std::make_unique<InterruptionGuard> (temporary_);
+    if (exists && ::fchmod (descriptor_, old.st_mode & 07777) != 0) fail ();
+}
+
+OutputFile OutputFile::standard_output () {
+    OutputFile file;
+    file.descriptor_ = STDOUT_FILENO;
+    file.owned_ = false;
+    if (::fcntl (STDOUT_FILENO, F_GETFD) < 0) file.fail ();
+    return file;
+}
+
+OutputFile::OutputFile (OutputFile&& other) noexcept
+    : descriptor_ (std::exchange (other.descriptor_, -1)), owned_ (other.owned_),
+      target_ (std::move (other.target_)), temporary_ (std::move (other.temporary_)),
+      guard_ (std::move (other.guard_)), error_ (std::move (other.error_)) {
+    other.temporary_.clear ();
+}
+
+OutputFile::~OutputFile () { close_and_remove (); }
+
+void OutputFile::fail () {
+    if (error_.empty ()) error_ = std::strerror (errno);
+}
+
+void OutputFile::close_and_remove () {
+    if (descriptor_ >= 0 && owned_) ::close (descriptor_);
+    descriptor_ = -1;
+    if (!temporary_.empty ()) ::unlink (temporary_.c_str ());
+    temporary_.clear ();
+    guard_.reset ();
+}
+
+bool OutputFile::write (std::string_view bytes) {
+    while (ok () && !bytes.empty ()) {
+        const ssize_t written = ::write (descriptor_, bytes.data (), bytes.size ());
+        if (written >= 0) {
+            bytes.remove_prefix (static_cast<std::size_t> (written));
+        } else if (errno != EINTR) {
+            fail ();
+        }
+    }
+    return ok ();
+}
+
+bool OutputFile::commit () {
+    if (!ok ()) return false;
+    if (temporary_.empty ()) {
+        if (owned_ && ::close (std::exchange (descriptor_, -1)) != 0) fail ();
+        if (!owned_) descriptor_ = -1;
+        return error_.empty ();
+    }
+    if (::fsync (descriptor_) != 0) fail ();
+    if (::close (std::exchange (descriptor_, -1)) != 0) fail ();
+    if (error_.empty () && ::rename (temporary_.c_str (), target_.c_str ()) != 0) fail ();
+    if (error_.empty ()) temporary_.clear ();
+    close_and_remove ();
+    return error_.empty ();
+}
+
+bool write_file (const fs::path& path, std::string_view bytes, std::string& error) {
+    OutputFile file (path);
+    const bool written = file.write (bytes) && file.commit ();
+    if (!written) error = file.error ();
+    return written;
+}
+
+bool write_standard_output (std::string_view bytes) {
+    OutputFile file = OutputFile::standard_output ();
+    return file.write (bytes) && file.commit ();
+}
+
+} // namespace ostrand

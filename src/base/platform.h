@@ -1,0 +1,68 @@
+// What differs between operating systems, all of it: folders, processors, memory, processes,
+// terminals, interruption. One .cpp per system (this tree has platform_posix.cpp).
+// Layer: base.
+#pragma once
+#include <cstdint>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+namespace ostrand {
+
+/// The user's home: the folder named by USERPROFILE, else by HOME; empty when neither is set.
+std::filesystem::path home_directory ();
+
+/// The folder for files that outlive nothing but the process.
+std::filesystem::path temporary_directory ();
+
+/// Processors that this process may use; at least 1.
+int processor_count ();
+
+/// Bytes of memory that could still be taken, as the system tells it: free memory and the process's
+/// own limits, whichever is less.
+std::uint64_t available_memory ();
+
+/// Absolute path of the running program's file.
+std::filesystem::path executable_path ();
+
+/// Starts a program with an argument vector (no shell) and waits for its end. Gives its exit
+/// status, 128 + the signal's number when a signal ended it, or -1 when it could not be started.
+int run_process (const std::vector<std::string>& arguments);
+
+/// True when the standard stream (0, 1, 2) is a terminal.
+bool is_terminal (int stream);
+
+/// Width of the terminal on standard error in characters; 80 when it is not known.
+int terminal_width ();
+
+/// Process id, for names of temporary files.
+int process_id ();
+
+/// Files that must not survive an interruption (Ctrl-C, termination, a closed terminal): each is
+/// removed before the signal ends the process, and the process dies by that signal. The first call
+/// installs the handlers. `path` is absolute.
+class InterruptionGuard {
+  public:
+    explicit InterruptionGuard (const std::filesystem::path& path);
+    ~InterruptionGuard ();
+    InterruptionGuard (const InterruptionGuard&) = delete;
+    InterruptionGuard& operator= (const InterruptionGuard&) = delete;
+
+  private:
+    void* entry_;
+};
+
+/// While it lives, this thread takes no interruption: for the moment between making a file and
+/// guarding it.
+class InterruptionBlock {
+  public:
+    InterruptionBlock ();
+    ~InterruptionBlock ();
+    InterruptionBlock (const InterruptionBlock&) = delete;
+    InterruptionBlock& operator= (const InterruptionBlock&) = delete;
+
+  private:
+    std::vector<int> to_unblock_;
+};
+
+} // namespace ostrand

@@ -1,0 +1,25 @@
+// ostrand-tool completion: the completion script for bash.
+#include "base/disk.h"
+#include "tool/commands.h"
+
+namespace ostrand::tool {
+namespace {
+
+int run (const Arguments&) {
+    return write_standard_output (bash_completion ()) ? status_success : status_failure;
+}
+
+} // namespace
+
+extern const ToolCommand completion_command{
+    .name = "completion",
+    .words = "",
+    .fewest_words = 0,
+    .most_words = 0,
+    .summary = "print the completion script for bash, of both programs",
+    .details = "Use it with:  source <(ostrand-tool completion)\n",
+    .options = {},
+    .run = run,
+};
+
+} // namespace ostrand::tool

@@ -1,0 +1,11 @@
+// The rows of all sub-commands; each is defined in its own file, command_<name>.cpp.
+// Layer: tool.
+#pragma once
+#include "tool/command.h"
+
+namespace ostrand::tool {
+
+extern const ToolCommand completion_command;
+extern const ToolCommand man_command;
+
+} // namespace ostrand::tool

@@ -1,0 +1,59 @@
+// The companion's command line and the texts made from its rows.
+#include "support/support.h"
+#include "tool/command.h"
+
+#include <gtest/gtest.h>
+
+namespace ostrand::tool {
+namespace {
+
+using testing::run_program;
+
+TEST (command, no_word_is_wrong_usage) {
+    const auto result = run_program ({"ostrand-tool"});
+    EXPECT_EQ (result.status, 2);
+    EXPECT_EQ (result.out, "");
+    EXPECT_EQ (result.error, general_help ());
+}
+
+TEST (command, help_goes_to_standard_output) {
+    const auto result = run_program ({"ostrand-tool", "--help"});
+    EXPECT_EQ (result.status, 0);
+    EXPECT_EQ (result.out, general_help ());
+    for (const ToolCommand* command : tool_commands ()) {
+        const auto help = run_program ({"ostrand-tool", command->name, "--help"});
+        EXPECT_EQ (help.status, 0);
+        EXPECT_EQ (help.out, command_help (*command));
+    }
+}
+
+TEST (command, unknown_commands_and_options_and_counts_of_words_are_wrong_usage) {
+    EXPECT_EQ (run_program ({"ostrand-tool", "nothing"}).status, 2);
+    EXPECT_EQ (run_program ({"ostrand-tool", "man", "--nothing"}).status, 2);
+    EXPECT_EQ (run_program ({"ostrand-tool", "man", "a", "b"}).status, 2);
+    EXPECT_EQ (run_program ({"ostrand-tool", "man", "nothing"}).status, 1);
+}
+
+TEST (command, every_command_stands_in_completion_and_manual) {
+    const std::string completion = bash_completion ();
+    const std::string page = man_page_tool ();
+    for (const ToolCommand* command : tool_commands ()) {
+        EXPECT_NE (completion.find (std::string (" ") + command->name), std::string::npos);
+        EXPECT_NE (page.find (std::string (".SS ") + command->name), std::string::npos);
+    }
+}
+
+TEST (command, completion_is_a_script_that_bash_takes) {
+    testing::TemporaryFolder folder;
+    const std::string script = folder.write ("completion", bash_completion ());
+    const auto result =
+        run_program ({"bash", "-c",
+                      "source \"$1\"; COMP_WORDS=(ostrand-tool comp); COMP_CWORD=1; _ostrand_tool; "
+                      "echo \"${COMPREPLY[@]}\"",
+                      "bash", script});
+    EXPECT_EQ (result.error, "");
+    EXPECT_EQ (result.out, "completion\n");
+}
+
+} // namespace
+} // namespace ostrand::tool
