@@ -49,7 +49,7 @@ class ChartScene {
             const double molecules =
                 static_cast<double> (height) / static_cast<double> (state_.scale);
             placer_.put ({side - 6, y}, 1, 0.5F, concentration_text (molecules), 0, 10);
-            placer_.put ({right_ + 10, y}, 0, 0.5F,
+            placer_.put ({right_ + 4 * arrow, y}, 0, 0.5F,
                          std::to_string (std::llround (std::min (molecules, 1e15))), 0, 10);
         }
     }

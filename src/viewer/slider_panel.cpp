@@ -23,6 +23,8 @@ class LabelledSlider : public Fl_Hor_Slider {
         : Fl_Hor_Slider (x, y, w, row_height), view (shown) {
         align (FL_ALIGN_RIGHT);
         labelcolor (FL_WHITE);
+        color (fl_rgb_color (0, 50, 50));
+        selection_color (fl_rgb_color (120, 190, 190));
         labelsize (12);
         clear_visible_focus (); // keys go to the view
     }
