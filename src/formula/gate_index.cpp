@@ -31,7 +31,6 @@ void set_blocks (Touch& touch) {
 GateIndex::GateIndex (const Library& library, const std::set<std::string>& variables)
     : by_type_ (indexed_type_count) {
     names_.emplace (std::string_view (), no_species);
-    std::unordered_map<int, std::size_t> places; // species to touch, of one gate
     for (const auto& source : library.gates ()) {
         const int type = type_number (source->type);
         if (type < 0 || variables.contains (source->output)) continue;
@@ -39,27 +38,13 @@ GateIndex::GateIndex (const Library& library, const std::set<std::string>& varia
         gate.source = source.get ();
         gate.type = type;
         gate.output = intern (source->output);
+        gate.inputs.reserve (source->inputs.size ());
         for (const std::string& name : source->inputs) gate.inputs.push_back (intern (name));
-        places.clear ();
-        const auto touch = [&] (const std::set<std::string>& names, TouchBit bit) {
-            for (const std::string& name : names) {
-                const int species = intern (name);
-                const auto [place, fresh] = places.emplace (species, gate.touches.size ());
-                if (fresh) gate.touches.push_back ({.species = species});
-                gate.touches[place->second].sets |= bit;
-            }
-        };
-        touch (source->owned, in_owned);
-        touch (source->shared, in_shared);
-        touch (source->absent, in_absent);
-        for (Touch& one : gate.touches) set_blocks (one);
-        for (const LibReaction* reaction : source->reactions) {
-            gate.reactions.push_back (intern_reaction (reaction->id));
-        }
-        std::sort (gate.reactions.begin (), gate.reactions.end ());
         gates_.push_back (std::move (gate));
     }
-    by_key_.resize (names_.size () * indexed_type_count);
+    claims_.resize (gates_.size ());
+    askable_ = names_.size ();
+    by_key_.resize (askable_ * indexed_type_count);
     for (std::size_t i = 0; i < gates_.size (); ++i) {
         const IndexedGate& gate = gates_[i];
         by_type_[static_cast<std::size_t> (gate.type)].push_back (static_cast<int> (i));
@@ -68,9 +53,34 @@ GateIndex::GateIndex (const Library& library, const std::set<std::string>& varia
     }
 }
 
+void GateIndex::make_claims (const IndexedGate& gate, GateClaims& claims) {
+    const auto touch = [&] (const std::set<std::string>& names, TouchBit bit) {
+        for (const std::string& name : names) {
+            const int species = intern (name);
+            auto place = std::find_if (claims.touches.begin (), claims.touches.end (),
+                                       [&] (const Touch& one) { return one.species == species; });
+            if (place == claims.touches.end ()) {
+                place = claims.touches.insert (place, {.species = species});
+            }
+            place->sets |= bit;
+        }
+    };
+    touch (gate.source->owned, in_owned);
+    touch (gate.source->shared, in_shared);
+    touch (gate.source->absent, in_absent);
+    for (Touch& one : claims.touches) set_blocks (one);
+    for (const LibReaction* reaction : gate.source->reactions) {
+        claims.reactions.push_back (intern_reaction (reaction->id));
+    }
+    std::sort (claims.reactions.begin (), claims.reactions.end ());
+    claims.made = true;
+}
+
 int GateIndex::species (std::string_view name) const {
     const auto found = names_.find (name);
-    return found == names_.end () ? -1 : found->second;
+    return found == names_.end () || static_cast<std::size_t> (found->second) >= askable_
+               ? -1
+               : found->second;
 }
 
 std::span<const int> GateIndex::query (int output, int type) const {

@@ -3,15 +3,36 @@
 
 #include <algorithm>
 #include <iterator>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 
 namespace ostrand::formula {
+namespace {
+
+using LeafParents = std::unordered_map<std::string_view, const Operator*>;
+
+/// False when two leaves of one name hang on different nodes. Each leaf is reached through a gate
+/// that has the name as an input and owns it, and two gates cannot own one species; only the two
+/// inputs of one gate can be the same.
+bool uses_names_once (const Operator& tree, LeafParents& parents) {
+    for (const OperatorPtr& child : tree.children ()) {
+        if (child->type () != OperatorType::leaf) {
+            if (!uses_names_once (*child, parents)) return false;
+        } else if (parents.emplace (child->name (), &tree).first->second != &tree) {
+            return false;
+        }
+    }
+    return true;
+}
+
+} // namespace
 
 Growner::Growner (const Library& library, std::string output, std::set<std::string> formula_inputs,
                   std::function<bool ()> stop)
     : library_ (library), output_ (std::move (output)),
       formula_inputs_ (std::move (formula_inputs)), stop_ (std::move (stop)),
-      index_ (library, formula_inputs_), asked_at_root_ (index_.species_count ()),
+      index_ (library, formula_inputs_), asked_at_root_ (index_.askable_count ()),
       sets_ (index_.species_count ()), reactions_ (1) {
     std::vector<int> open{index_.species (output_)};
     while (!open.empty ()) {
@@ -33,6 +54,8 @@ Growner::Growner (const Library& library, std::string output, std::set<std::stri
 void Growner::try_variant (const Operator& tree) {
     if (++variants_ % 64 == 0 && stop_ && stop_ ()) stopped_ = true;
     if (stopped_ || !tree.complete ()) return;
+    LeafParents parents;
+    if (!uses_names_once (tree, parents)) return;
     const int shape = shape_of (tree);
     const int wanted = index_.species (output_);
     if (wanted < 0) return;
@@ -68,7 +91,7 @@ int Growner::shape_of (const Operator& tree) {
 /// shapes  the operands' shapes, or a leaf's species
 Growner::SpeciesBits Growner::feasible_wishes (const Operator& tree,
                                                const std::vector<int>& shapes) const {
-    SpeciesBits wishes (index_.species_count ());
+    SpeciesBits wishes (index_.askable_count ());
     if (tree.type () == OperatorType::leaf) {
         if (shapes[0] < 0) return wishes;
         wishes[static_cast<std::size_t> (shapes[0])] = true;
@@ -201,8 +224,8 @@ bool Growner::operands_feasible (const Place& place, const IndexedGate& gate) co
     return true;
 }
 
-bool Growner::fits (const IndexedGate& gate, int wanted) const {
-    return std::none_of (gate.touches.begin (), gate.touches.end (), [&] (const Touch& touch) {
+bool Growner::fits (const GateClaims& claims, int wanted) const {
+    return std::none_of (claims.touches.begin (), claims.touches.end (), [&] (const Touch& touch) {
         const std::uint8_t blocked =
             touch.species == wanted ? touch.blocked_if_asked : touch.blocked_by;
         return (sets_[static_cast<std::size_t> (touch.species)] & blocked) != 0;
@@ -212,18 +235,19 @@ bool Growner::fits (const IndexedGate& gate, int wanted) const {
 /// Puts a gate on a node; false, with nothing changed, when it does not fit or no new answer can
 /// come of it.
 bool Growner::enter (std::size_t index, int gate_index, int wanted) {
-    const IndexedGate& gate = index_.gate (gate_index);
-    if (!fits (gate, wanted)) return false;
+    const GateClaims& claims = index_.claims (gate_index);
+    if (sets_.size () < index_.species_count ()) sets_.resize (index_.species_count ());
+    if (!fits (claims, wanted)) return false;
     const std::size_t depth = circuit_.size ();
     if (reactions_.size () < depth + 2) reactions_.resize (depth + 2);
     const std::vector<int>& before = reactions_[depth];
     std::vector<int>& after = reactions_[depth + 1];
     after.clear ();
-    std::set_union (before.begin (), before.end (), gate.reactions.begin (), gate.reactions.end (),
-                    std::back_inserter (after));
+    std::set_union (before.begin (), before.end (), claims.reactions.begin (),
+                    claims.reactions.end (), std::back_inserter (after));
     if (after.size () > before.size () && found_.has_proper_subset (after)) return false;
     undo_marks_.push_back (undo_.size ());
-    for (const Touch& touch : gate.touches) {
+    for (const Touch& touch : claims.touches) {
         std::uint8_t& sets = sets_[static_cast<std::size_t> (touch.species)];
         undo_.push_back ({touch.species, sets});
         sets |= touch.sets;

@@ -20,7 +20,8 @@ namespace ostrand::formula {
 /// leaves YES gates bridge from one species to another. A gate fits when its sets agree with those
 /// of the gates already there (see Touch).
 ///
-/// Three things keep the walk short and every answer the same. A gate is tried only when each of
+/// Four things keep the walk short and every answer the same. A tree that names a variable in two
+/// places has no answer, for the gates there would both own it. A gate is tried only when each of
 /// its inputs can, apart from conflicts, lead to its operand. A partial circuit that already holds
 /// all reactions of a known answer and more is given up. A YES gate at an operator below another
 /// one bridges nothing, since such an operator is always asked for its parent's input; it could
@@ -70,7 +71,7 @@ class Growner {
     bool operands_feasible (const Place& place, const IndexedGate& gate) const;
     bool enter (std::size_t index, int gate_index, int wanted);
     void leave (std::size_t index, int outer_gate);
-    bool fits (const IndexedGate& gate, int wanted) const;
+    bool fits (const GateClaims& claims, int wanted) const;
     void complete ();
     bool tired ();
 

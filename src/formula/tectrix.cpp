@@ -57,7 +57,7 @@ SearchResult search (std::unique_ptr<Library> library, const std::string& formul
     } else if (growth == Growth::stopped) {
         result.end = SearchEnd::time_limit;
     } else if (growth == Growth::bound_reached) {
-        result.end = SearchEnd::variant_bound;
+        result.end = SearchEnd::too_many_variants;
     }
     return result;
 }
@@ -92,7 +92,7 @@ std::string search_end_message (const SearchResult& result, const SearchLimits& 
     case SearchEnd::time_limit:
         return format_text ("Search stopped after %s s, others may exist",
                             format_g (limits.seconds).c_str ());
-    case SearchEnd::variant_bound:
+    case SearchEnd::too_many_variants:
         return format_text ("Search stopped at %zu variants of the formula, others may exist",
                             result.variant_count);
     }

@@ -20,7 +20,7 @@ enum class SearchEnd {
     complete,
     implementation_limit,
     time_limit,
-    variant_bound, // the formula has more variants than memory is given for
+    too_many_variants, // the formula has more variants than memory is given for
 };
 
 struct SearchResult {
