@@ -88,11 +88,11 @@ std::span<const int> GateIndex::query (int output, int type) const {
 }
 
 int GateIndex::intern (const std::string& name) {
-    return names_.emplace (name, static_cast<int> (names_.size ())).first->second;
+    return names_.try_emplace (name, static_cast<int> (names_.size ())).first->second;
 }
 
 int GateIndex::intern_reaction (const std::string& id) {
-    return reaction_ids_.emplace (id, static_cast<int> (reaction_ids_.size ())).first->second;
+    return reaction_ids_.try_emplace (id, static_cast<int> (reaction_ids_.size ())).first->second;
 }
 
 } // namespace ostrand::formula

@@ -398,8 +398,8 @@ std::string gate_list (const Implementation& one) {
     return text;
 }
 
-/// A gate whose output is its only input may stand at several places of a circuit; its list of gates
-/// does not tell how often.
+/// A gate whose output is its only input may stand at several places of a circuit; its list of
+/// gates does not tell how often.
 bool feeds_itself (const Implementation& one) {
     return std::any_of (one.gates.begin (), one.gates.end (), [] (const LibGate* gate) {
         return gate->owned == std::set<std::string>{gate->output};
