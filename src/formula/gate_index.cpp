@@ -31,6 +31,10 @@ void set_blocks (Touch& touch) {
 GateIndex::GateIndex (const Library& library, const std::set<std::string>& variables)
     : by_type_ (indexed_type_count) {
     names_.emplace (std::string_view (), no_species);
+    std::size_t input_count = 0;
+    for (const auto& source : library.gates ()) input_count += source->inputs.size ();
+    inputs_.reserve (input_count); // spans look at it from here on
+    gates_.reserve (library.gates ().size ());
     for (const auto& source : library.gates ()) {
         const int type = type_number (source->type);
         if (type < 0 || variables.contains (source->output)) continue;
@@ -38,9 +42,10 @@ GateIndex::GateIndex (const Library& library, const std::set<std::string>& varia
         gate.source = source.get ();
         gate.type = type;
         gate.output = intern (source->output);
-        gate.inputs.reserve (source->inputs.size ());
-        for (const std::string& name : source->inputs) gate.inputs.push_back (intern (name));
-        gates_.push_back (std::move (gate));
+        const std::size_t first = inputs_.size ();
+        for (const std::string& name : source->inputs) inputs_.push_back (intern (name));
+        gate.inputs = std::span<const int> (inputs_).subspan (first);
+        gates_.push_back (gate);
     }
     claims_.resize (gates_.size ());
     askable_ = names_.size ();

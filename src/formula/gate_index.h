@@ -42,7 +42,7 @@ struct IndexedGate {
     const LibGate* source = nullptr;
     int type = 0;
     int output = 0;
-    std::vector<int> inputs;
+    std::span<const int> inputs; // numbers that the index keeps
 
     /// The species of an input; `no_species` when the gate has no such input.
     int input (std::size_t position) const {
@@ -57,6 +57,8 @@ class GateIndex {
   public:
     /// Gates that make one of the formula's variables are left out: they would feed an input.
     GateIndex (const Library& library, const std::set<std::string>& variables);
+    GateIndex (const GateIndex&) = delete; // the gates look at its numbers
+    GateIndex& operator= (const GateIndex&) = delete;
 
     /// Number of a species, -1 when it is output or input of no gate.
     int species (std::string_view name) const;
@@ -86,6 +88,7 @@ class GateIndex {
     std::unordered_map<std::string_view, int> names_; // views of the library's texts
     std::unordered_map<std::string_view, int> reaction_ids_;
     std::vector<IndexedGate> gates_;
+    std::vector<int> inputs_; // of all gates
     std::vector<GateClaims> claims_;
     std::size_t askable_ = 0; // species that can be asked for have the lowest numbers
     std::vector<std::vector<int>> by_type_;

@@ -30,10 +30,9 @@ bool uses_names_once (const Operator& tree, LeafParents& parents) {
 
 Growner::Growner (const Library& library, std::string output, std::set<std::string> formula_inputs,
                   std::function<bool ()> stop)
-    : library_ (library), output_ (std::move (output)),
-      formula_inputs_ (std::move (formula_inputs)), stop_ (std::move (stop)),
-      index_ (library, formula_inputs_), asked_at_root_ (index_.askable_count ()),
-      sets_ (index_.species_count ()), reactions_ (1) {
+    : output_ (std::move (output)), formula_inputs_ (std::move (formula_inputs)),
+      stop_ (std::move (stop)), index_ (library, formula_inputs_),
+      asked_at_root_ (index_.askable_count ()), sets_ (index_.species_count ()), reactions_ (1) {
     std::vector<int> open{index_.species (output_)};
     while (!open.empty ()) {
         const int species = open.back ();

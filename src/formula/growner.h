@@ -75,7 +75,6 @@ class Growner {
     void complete ();
     bool tired ();
 
-    const Library& library_;
     std::string output_;
     std::set<std::string> formula_inputs_;
     std::function<bool ()> stop_;

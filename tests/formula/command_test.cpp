@@ -103,6 +103,20 @@ TEST_F (FormulaCommand, limits_stop_the_search_and_say_so) {
     EXPECT_EQ (run ({base_, "a"}).status, 2);
 }
 
+TEST_F (FormulaCommand, finds_the_worked_example_of_the_manual) {
+    folder_.write (
+        "demo_gates.csv",
+        "metabolism;demo.xml\n"
+        "E/S;2;glc;atp;1;g6p;AND;ENZ;1;hk;ELNEC;0;ELABS;0;REACTIONS;1;REACBEGIN;r1;0;RANDOM_SEQ;"
+        "SUBS;2;glc;4.1 mM;atp;1.5 mM;PROD;2;g6p;210;adp;210;ENZY;1;hk;INHI;0;REACEND;\n"
+        "E/S;2;g6p;cit;1;pyr;ANDNOT;ENZ;1;pfk;ELNEC;0;ELABS;0;REACTIONS;1;REACBEGIN;r2;0;"
+        "RANDOM_SEQ;SUBS;1;g6p;0.7 mM;PROD;1;pyr;95;ENZY;1;pfk;INHI;1;cit;REACEND;\n"
+        "E/S;1;pyr;1;lac;YES;ENZ;1;ldh;ELNEC;0;ELABS;0;REACTIONS;1;REACBEGIN;r3;1;RANDOM_SEQ;SUBS;"
+        "1;pyr;2.2 mM;PROD;1;lac;310;ENZY;1;ldh;INHI;0;REACEND;\n");
+    const auto result = run ({(folder_ / "demo").string (), "(glc . atp) . !cit", "lac"});
+    EXPECT_EQ (result.out, "1 implementation found\nr1 r2 r3\n");
+}
+
 TEST_F (FormulaCommand, gives_the_same_bytes_every_time) {
     folder_.write (
         "big_gates.csv",
