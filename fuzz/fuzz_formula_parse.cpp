@@ -53,8 +53,8 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
         FormCreator again;
         check (again.parse (normal->text ())->text () == normal->text ());
     }
-    if (root->node_count () > 14) return 0;
-    int left = 20;
+    if (root->node_count () > 10) return 0;
+    int left = 3;
     variants (root, [&] { return --left < 0; });
     return 0;
 }

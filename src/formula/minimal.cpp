@@ -27,15 +27,21 @@ bool is_subset (const MinimalSets::Kept& small, std::uint64_t mark, const std::v
 } // namespace
 
 bool MinimalSets::has_proper_subset (const std::vector<int>& ids) const {
+    if (has_empty_) return !ids.empty ();
     const std::uint64_t mark = mark_of (ids);
-    return std::any_of (kept_.begin (), kept_.end (), [&] (const Kept& one) {
-        return one.ids.size () < ids.size () && is_subset (one, mark, ids);
+    return std::any_of (ids.begin (), ids.end (), [&] (int id) {
+        const auto anchor = static_cast<std::size_t> (id);
+        if (anchor >= by_anchor_.size ()) return false;
+        return std::any_of (by_anchor_[anchor].begin (), by_anchor_[anchor].end (),
+                            [&] (std::size_t place) {
+                                const Kept& one = kept_[place];
+                                return one.ids.size () < ids.size () && is_subset (one, mark, ids);
+                            });
     });
 }
 
 void MinimalSets::add (const std::vector<int>& ids, const std::vector<const LibGate*>& gates) {
-    const std::uint64_t hash = hash_of (ids);
-    const auto [first, last] = by_hash_.equal_range (hash);
+    const auto [first, last] = by_hash_.equal_range (hash_of (ids));
     for (auto place = first; place != last; ++place) {
         Kept& equal = kept_[place->second];
         if (equal.ids != ids) continue;
@@ -47,25 +53,48 @@ void MinimalSets::add (const std::vector<int>& ids, const std::vector<const LibG
     for (std::size_t i = kept_.size (); i-- > 0;) {
         if (is_subset (entry, kept_[i].mark, kept_[i].ids)) remove (i);
     }
-    by_hash_.emplace (hash, kept_.size ());
+    insert (std::move (entry));
+}
+
+void MinimalSets::insert (Kept entry) {
+    if (entry.ids.empty ()) {
+        has_empty_ = true;
+    } else {
+        const auto highest = static_cast<std::size_t> (entry.ids.back ());
+        if (by_anchor_.size () <= highest) by_anchor_.resize (highest + 1);
+        const auto sharing = [&] (int id) {
+            return by_anchor_[static_cast<std::size_t> (id)].size ();
+        };
+        entry.anchor = *std::min_element (entry.ids.begin (), entry.ids.end (),
+                                          [&] (int a, int b) { return sharing (a) < sharing (b); });
+        by_anchor_[static_cast<std::size_t> (entry.anchor)].push_back (kept_.size ());
+    }
+    by_hash_.emplace (hash_of (entry.ids), kept_.size ());
     kept_.push_back (std::move (entry));
 }
 
 /// The last one takes the free place: the final list is ordered by its texts.
 void MinimalSets::remove (std::size_t index) {
-    const auto forget = [this] (std::size_t place) {
-        const auto [first, last] = by_hash_.equal_range (hash_of (kept_[place].ids));
-        by_hash_.erase (
-            std::find_if (first, last, [&] (const auto& entry) { return entry.second == place; }));
-    };
-    forget (index);
     const std::size_t end = kept_.size () - 1;
+    forget (index);
     if (index != end) {
         forget (end);
-        kept_[index] = std::move (kept_[end]);
-        by_hash_.emplace (hash_of (kept_[index].ids), index);
+        std::swap (kept_[index], kept_[end]);
+        const Kept& moved = kept_[index];
+        by_hash_.emplace (hash_of (moved.ids), index);
+        by_anchor_[static_cast<std::size_t> (moved.anchor)].push_back (index);
     }
     kept_.pop_back ();
+}
+
+/// Takes a set's place out of both tables. The empty set, which has no anchor, never comes here: no
+/// set is a proper subset of it.
+void MinimalSets::forget (std::size_t index) {
+    const Kept& one = kept_[index];
+    const auto [first, last] = by_hash_.equal_range (hash_of (one.ids));
+    by_hash_.erase (
+        std::find_if (first, last, [&] (const auto& entry) { return entry.second == index; }));
+    std::erase (by_anchor_[static_cast<std::size_t> (one.anchor)], index);
 }
 
 } // namespace ostrand::formula

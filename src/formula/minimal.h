@@ -17,6 +17,7 @@ class MinimalSets {
         std::vector<int> ids; // ascending, each once
         std::vector<const LibGate*> gates;
         std::uint64_t mark = 0; // one bit for each id, folded; a subset has no other bits
+        int anchor = -1;        // the id that finds it
     };
 
     /// Offers a set. `ids` ascending, each once.
@@ -28,10 +29,16 @@ class MinimalSets {
     const std::vector<Kept>& kept () const { return kept_; }
 
   private:
+    void insert (Kept entry);
     void remove (std::size_t index);
+    void forget (std::size_t index);
 
     std::vector<Kept> kept_;
     std::unordered_multimap<std::uint64_t, std::size_t> by_hash_; // whole set to its place
+    /// Places of the kept sets by one id of each, the one that fewest shared when it came; the
+    /// empty set stands nowhere.
+    std::vector<std::vector<std::size_t>> by_anchor_;
+    bool has_empty_ = false;
 };
 
 } // namespace ostrand::formula
