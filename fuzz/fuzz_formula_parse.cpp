@@ -53,7 +53,7 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
         FormCreator again;
         check (again.parse (normal->text ())->text () == normal->text ());
     }
-    if (root->node_count () > 10) return 0;
+    if (root->node_count () > 8) return 0;
     int left = 3;
     variants (root, [&] { return --left < 0; });
     return 0;

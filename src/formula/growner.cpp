@@ -33,6 +33,16 @@ Growner::Growner (const Library& library, std::string output, std::set<std::stri
     : output_ (std::move (output)), formula_inputs_ (std::move (formula_inputs)),
       stop_ (std::move (stop)), index_ (library, formula_inputs_),
       asked_at_root_ (index_.askable_count ()), sets_ (index_.species_count ()), reactions_ (1) {
+    bridged_from_.resize (index_.askable_count ());
+    for (const int gate : index_.of_type (yes_type)) {
+        const IndexedGate& yes = index_.gate (gate);
+        bridged_from_[static_cast<std::size_t> (yes.input (0))].push_back (yes.output);
+        if (yes.input (0) != no_species) continue;
+        // A leaf reads an empty first input as the input of its own place.
+        for (const int input : yes.inputs) {
+            bridged_from_[static_cast<std::size_t> (input)].push_back (yes.output);
+        }
+    }
     std::vector<int> open{index_.species (output_)};
     while (!open.empty ()) {
         const int species = open.back ();
@@ -40,10 +50,9 @@ Growner::Growner (const Library& library, std::string output, std::set<std::stri
         if (species < 0 || asked_at_root_[static_cast<std::size_t> (species)]) continue;
         asked_at_root_[static_cast<std::size_t> (species)] = true;
         for (const int gate : index_.query (species, yes_type)) {
-            // A leaf reads an empty first input as the input of its own place.
             const IndexedGate& yes = index_.gate (gate);
             open.push_back (yes.input (0));
-            if (yes.input (0) == no_species && !yes.inputs.empty ()) {
+            if (yes.input (0) == no_species) {
                 open.insert (open.end (), yes.inputs.begin (), yes.inputs.end ());
             }
         }
@@ -64,7 +73,7 @@ void Growner::try_variant (const Operator& tree) {
         reachable = root_wishes_[i] && asked_at_root_[i];
     }
     if (!reachable) return;
-    spread_by_yes (root_wishes_, 1);
+    spread_by_yes (root_wishes_);
     places_.clear ();
     flatten (tree, -1, 0);
     try_node (0, wanted);
@@ -94,7 +103,7 @@ Growner::SpeciesBits Growner::feasible_wishes (const Operator& tree,
     if (tree.type () == OperatorType::leaf) {
         if (shapes[0] < 0) return wishes;
         wishes[static_cast<std::size_t> (shapes[0])] = true;
-        spread_by_yes (wishes, static_cast<std::size_t> (-1));
+        spread_by_yes (wishes);
         return wishes;
     }
     for (const int index : index_.of_type (static_cast<int> (tree.type ()))) {
@@ -110,25 +119,18 @@ Growner::SpeciesBits Growner::feasible_wishes (const Operator& tree,
 }
 
 /// Adds all species from which YES gates lead to one that is there.
-/// position_bound  inputs behind an empty first one that may count
-void Growner::spread_by_yes (SpeciesBits& wishes, std::size_t position_bound) const {
-    bool grown = true;
-    while (grown) {
-        grown = false;
-        for (const int index : index_.of_type (yes_type)) {
-            const IndexedGate& gate = index_.gate (index);
-            const auto output = static_cast<std::size_t> (gate.output);
-            if (wishes[output]) continue;
-            bool leads = wishes[static_cast<std::size_t> (gate.input (0))];
-            if (gate.input (0) == no_species) {
-                const std::size_t count = std::min (position_bound, gate.inputs.size ());
-                for (std::size_t i = 0; i < count; ++i) {
-                    leads = leads || wishes[static_cast<std::size_t> (gate.inputs[i])];
-                }
-            }
-            if (!leads) continue;
-            wishes[output] = true;
-            grown = true;
+void Growner::spread_by_yes (SpeciesBits& wishes) const {
+    std::vector<int> open;
+    for (std::size_t i = 0; i < wishes.size (); ++i) {
+        if (wishes[i]) open.push_back (static_cast<int> (i));
+    }
+    while (!open.empty ()) {
+        const auto species = static_cast<std::size_t> (open.back ());
+        open.pop_back ();
+        for (const int output : bridged_from_[species]) {
+            if (wishes[static_cast<std::size_t> (output)]) continue;
+            wishes[static_cast<std::size_t> (output)] = true;
+            open.push_back (output);
         }
     }
 }
@@ -238,6 +240,10 @@ bool Growner::enter (std::size_t index, int gate_index, int wanted) {
     if (sets_.size () < index_.species_count ()) sets_.resize (index_.species_count ());
     if (!fits (claims, wanted)) return false;
     const std::size_t depth = circuit_.size ();
+    if (depth == circuit_bound) {
+        too_long_ = true;
+        return false;
+    }
     if (reactions_.size () < depth + 2) reactions_.resize (depth + 2);
     const std::vector<int>& before = reactions_[depth];
     std::vector<int>& after = reactions_[depth + 1];

@@ -14,6 +14,10 @@
 
 namespace ostrand::formula {
 
+/// Gates that one circuit may have, far beyond any that could be built; keeps the walk's recursion
+/// along chains of YES gates from the stack's end.
+inline constexpr std::size_t circuit_bound = 4000;
+
 /// The owner of a search. Each tree is walked depth first, in pre-order: an operator takes each
 /// gate of its type that makes the species asked for, its operands are then asked for that gate's
 /// inputs, and a leaf is reached when the species asked for is its own name. At the root and at
@@ -40,6 +44,8 @@ class Growner {
     /// Ends the walk as soon as there are so many minimal answers; 0 never.
     void set_limit (std::size_t answers) { limit_ = answers; }
     bool stopped () const { return stopped_; }
+    /// True when a circuit was given up at circuit_bound.
+    bool left_out_long_circuits () const { return too_long_; }
     /// The answers so far, ordered by their lines of reaction ids.
     std::vector<Implementation> implementations () const;
 
@@ -63,7 +69,7 @@ class Growner {
 
     int shape_of (const Operator& tree);
     SpeciesBits feasible_wishes (const Operator& tree, const std::vector<int>& shapes) const;
-    void spread_by_yes (SpeciesBits& wishes, std::size_t position_bound) const;
+    void spread_by_yes (SpeciesBits& wishes) const;
     void flatten (const Operator& tree, int parent, std::size_t position);
     void try_node (std::size_t index, int wanted);
     void try_leaf (std::size_t index, int wanted);
@@ -82,14 +88,16 @@ class Growner {
     MinimalSets found_;
     std::size_t limit_ = 0;
     bool stopped_ = false;
+    bool too_long_ = false;
     unsigned steps_ = 0;
     unsigned variants_ = 0;
 
     // Trees seen, by shape: type and either a leaf's species or the operands' shapes.
     std::map<std::vector<int>, int> shapes_;
     std::map<const Operator*, int> shape_of_tree_;
-    std::vector<SpeciesBits> feasible_; // for each shape: species that it can be asked for
-    SpeciesBits asked_at_root_;         // the output and what YES gates make of it
+    std::vector<SpeciesBits> feasible_;          // for each shape: species that it can be asked for
+    std::vector<std::vector<int>> bridged_from_; // for each species: what YES gates make of it
+    SpeciesBits asked_at_root_;                  // the output and what YES gates make of it
 
     // The tree being walked.
     std::vector<Place> places_;

@@ -58,6 +58,8 @@ SearchResult search (std::unique_ptr<Library> library, const std::string& formul
         result.end = SearchEnd::time_limit;
     } else if (growth == Growth::bound_reached) {
         result.end = SearchEnd::too_many_variants;
+    } else if (growner.left_out_long_circuits ()) {
+        result.end = SearchEnd::long_circuits;
     }
     return result;
 }
@@ -95,6 +97,8 @@ std::string search_end_message (const SearchResult& result, const SearchLimits& 
     case SearchEnd::too_many_variants:
         return format_text ("Search stopped at %zu variants of the formula, others may exist",
                             result.variant_count);
+    case SearchEnd::long_circuits:
+        return format_text ("Search left out circuits of more than %zu gates", circuit_bound);
     }
     return {};
 }
