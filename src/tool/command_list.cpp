@@ -9,7 +9,9 @@ namespace ostrand::tool {
 std::span<const ToolCommand* const> tool_commands () {
     static constexpr std::array rows{
         &completion_command,
+        &formula_command,
         &man_command,
+        &variants_command,
     };
     return rows;
 }
