@@ -46,9 +46,9 @@ class Arque : public GraphBase {
     /// Fills the default texts of an arc where they are missing or empty; true when the arc's type
     /// has such texts.
     bool kinetic_labels (bool stoichiometry);
-    /// The numbers of stoech_src and stoech_dest; 1 for a text that is no number. A missing field
-    /// leaves its number alone. True when one of them is there.
-    bool stoichiometries (int& src, int& dst) const;
+    /// The numbers of stoech_src and stoech_dest; 1 for a missing field and for a text that is no
+    /// number. A null pointer is skipped. True when one of the fields is there.
+    bool stoichiometries (int* src, int* dst) const;
     /// The links of a main reaction by which further substrates and products end on it, in network
     /// order. True when there is one.
     bool arc_neighbours (std::vector<Arque*>& substrates, std::vector<Arque*>& products) const;

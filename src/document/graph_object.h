@@ -46,7 +46,8 @@ class GraphBase : public Char {
     bool hover = false;          // the pointer is over the object
     bool selectable = true;      // false: not picked up by the pointer
     unsigned char thickness = 2; // outline in pixels
-    int id = -3;                 // -3 none yet; means something only in a file and around it
+    /// -3 none yet; means something only in a file and while one is written or read.
+    mutable int id = -3;
     std::unique_ptr<Char> label;
     std::unique_ptr<Line> residu; // second, small text
     bool mark = false;            // scratch of graph walks
@@ -91,6 +92,8 @@ class GraphBase : public Char {
   protected:
     /// Sets the flag on the object and its two texts.
     void set_own_fog (bool on);
+    /// In the destructor of a class: the arcs that end here go.
+    void drop_incoming ();
 
   private:
     friend class Arque;

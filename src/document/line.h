@@ -108,12 +108,11 @@ class Line : public Char {
     Char* find_at (float px, float py, HitPlace& place) override;
 
   private:
-    friend class LineKeys;
+    bool erase_selection ();
+    Char* insert_letter (unsigned code, Char* at);
     Line (unsigned new_font, unsigned new_color) : Char (new_font, new_color) {}
-    void append (std::unique_ptr<Char> c);
-    void append_items (MarkupReader& reader);
+    std::vector<std::unique_ptr<Char>> read_items (MarkupReader& reader);
     void erase (int from, int to);
-    void drop_cursor (const Char* gone);
 
     std::vector<std::unique_ptr<Char>> chars_;
 };

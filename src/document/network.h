@@ -7,11 +7,15 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace ostrand::document {
 
 struct MarkupReader;
+
+/// From the objects of a network that is being copied to their copies.
+using CopyMap = std::unordered_map<const GraphBase*, GraphBase*>;
 
 /// A network. Owns its nodes and compartments; arcs hang from their source node. It may stand
 /// wherever a Char can, so a node's label can be a network of its own. The order of nodes and of
@@ -39,7 +43,7 @@ class Network : public Char {
     const std::vector<Node*>& find_hits () const { return find_hits_; }
     /// Nothing is in it.
     bool is_empty () const { return nodes_.empty () && comps_.empty (); }
-    /// The network around this one and all others, itself when it stands alone.
+    /// The outermost of the networks whose nodes have this one for a label, or itself.
     const Network& outermost () const;
 
     // Building.
@@ -86,10 +90,10 @@ class Network : public Char {
     void fuse_nodes (Node& keep, Node& gone);
 
     // Selections (selection.cpp).
-    /// Copies the nodes and the arcs among them, moved by (10, 10); `selected` becomes the copies.
-    void duplicate_selection (std::vector<Node*>& selected);
+    /// Copies the nodes and the arcs among them, moved by (10, 10); `chosen` becomes the copies.
+    void duplicate_selection (std::vector<Node*>& chosen);
     /// Native text of the selected nodes and the arcs among them.
-    void selection_sprint (PrintState& to, const std::vector<Node*>& selected);
+    void selection_sprint (PrintState& to, const std::vector<Node*>& chosen);
     /// Merges a text to the right of the network: what it holds moves over here. Gives the husk it
     /// came in, empty now; null when the text is no network.
     std::unique_ptr<Network> insert_text (std::string_view text);
@@ -136,12 +140,17 @@ class Network : public Char {
     void paint (float left, float top, bool draw) override; // paint_network.cpp
     void sprint (PrintState& to, float dx, float dy) const override;
     void fprint (PrintState& to, int depth) const override;
-    void xml_print (PrintState& to) const override;
     bool equals (const Char& other) const override;
     bool append_identity (std::string& identity) const override;
     Char* find_at (float px, float py, HitPlace& place) override; // hit_test.cpp
 
   private:
+    friend class NetworkReader;
+    friend class Node;
+    void copy_objects (Network& to, CopyMap& map) const;
+    void copy_arcs (CopyMap& map) const;
+    void collect_arcs (std::vector<const Arque*>& arcs) const;
+    void print (PrintState& to, float dx, float dy, int depth) const;
     void renew_places () const;
     void forget (const Node& n);
 

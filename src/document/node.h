@@ -5,6 +5,7 @@
 #include "document/graph_object.h"
 
 #include <optional>
+#include <unordered_map>
 
 namespace ostrand::document {
 
@@ -47,7 +48,7 @@ class Node : public GraphBase {
     unsigned type;
     std::optional<std::string> user_data; // concentration text such as "10 uM"
     bool calyx_display = false;           // displayed in a simulation
-    bool multi_conc = false;              // the species displayed on multiple planes
+    mutable bool multi_conc = false;      // the species displayed on multiple planes
     Node* path_prev = nullptr;            // scratch of the distance walk
     int path_dist = 0;
 
@@ -102,8 +103,11 @@ class Node : public GraphBase {
     Network* owner_network () const override { return network; }
 
   private:
+    friend class Arque;
     friend class Network;
     void print (PrintState& to, float dx, float dy, int depth) const;
+    std::unique_ptr<Node>
+    clone_objects (Char* new_parent, std::unordered_map<const GraphBase*, GraphBase*>& map) const;
 
     std::vector<std::unique_ptr<Arque>> arcs_;
     Node* master_ = nullptr;
