@@ -8,8 +8,7 @@ namespace ostrand::tool {
 
 std::span<const ToolCommand* const> tool_commands () {
     static constexpr std::array rows{
-        &completion_command,
-        &man_command,
+        &check_command, &completion_command, &convert_command, &man_command, &model_command,
     };
     return rows;
 }

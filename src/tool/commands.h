@@ -5,7 +5,10 @@
 
 namespace ostrand::tool {
 
+extern const ToolCommand check_command;
 extern const ToolCommand completion_command;
+extern const ToolCommand convert_command;
 extern const ToolCommand man_command;
+extern const ToolCommand model_command;
 
 } // namespace ostrand::tool
