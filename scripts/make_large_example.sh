@@ -1,5 +1,5 @@
 #!/bin/sh
-# Writes the large example network in native text: pathways of a metabolic map in rows. Every third
+# Writes the large example network in native text: pathways of a metabolic map in rows. Every fourth
 # step has its enzyme, so that the model stays within the simulator's 2048 elementary steps; some
 # have a carrier that stands in the map many times.
 #   scripts/make_large_example.sh [NODES] | build/ostrand-tool convert /dev/stdin examples/large-metabolism.net
@@ -16,22 +16,22 @@ function arc(type, from, to, fields) {
     return a
 }
 BEGIN {
-    steps = 20                          # of one pathway
+    steps = 36                          # of one pathway
     for (row = 0; n < want; row++) {
         y = 120 + row * 190
         last = node(100, y, 13, "3", sprintf("S_{%d}", row + 1), (row % 5 ? "" : "%") "5 mM")
-        for (i = 1; i <= steps && n < want - 1; i++) {
+        for (i = 1; (i <= steps || want - n < 20) && n < want; i++) {
             x = 100 + (i - 1) * 210
             product = node(x + 210, y, 13, "3", sprintf("M_{%d.%d}", row + 1, i), row % 5 == 0 && i % 7 == 0 ? "%" : "")
-            enzyme = i % 3 != 1 ? 0 : node(x + 105, y - 70, 9, "247", sprintf("E_{%d.%d}", row + 1, i), "2 uM")
-            reaction = arc(i % 3 == 1 ? 272 : 273, last, product, "{<66F><4C>0.1 mM}{" 10 + (row * 7 + i * 3) % 40 "}")
+            enzyme = i % 4 != 1 || n == want ? 0 : node(x + 105, y - 70, 9, "247", sprintf("E_{%d.%d}", row + 1, i), "2 uM")
+            reaction = arc(i % 4 == 1 ? 272 : 273, last, product, "{<66F><4C>0.1 mM}{" 10 + (row * 7 + i * 3) % 40 "}")
             if (enzyme) arc(32, enzyme, -reaction, "")
-            if (i % 12 == 1 && n < want - 1) {
+            if (i % 12 == 1 && i < steps && n < want - 1) {
                 arc(512, node(x + 60, y + 70, 13, "#ffc775", "ATP", "2 mM"), -reaction, "{<66F><4C>0.2 mM}{}")
                 arc(1025, node(x + 150, y + 70, 13, "#ffc775", "ADP", ""), -reaction, "")
             }
-            if (i % 18 == 0) arc(48, product, -first, "{<66F><4C>1 mM}{}")
-            if (i % 18 == 1) first = reaction
+            if (i % 36 == 0) arc(48, product, -first, "{<66F><4C>1 mM}{}")
+            if (i % 36 == 1) first = reaction
             last = product
         }
     }
