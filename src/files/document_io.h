@@ -58,6 +58,14 @@ LoadStatus open_document (const std::string& path, const OpenOptions& options, D
 LoadStatus open_text (std::string_view text, std::string_view path, const OpenOptions& options,
                       Document& document);
 
+/// Merges a file to the right of a document; an empty one is opened instead. Model text is taken
+/// only when it looks like native text. A failure leaves `into` as it was.
+LoadStatus insert_document (const std::string& path, const OpenOptions& options, Document& into);
+
+/// Opens an SBML text that is in memory, laid out afresh: the way by which a network made by the
+/// program itself comes in.
+LoadStatus load_text_document (std::string_view sbml_text, Document& document);
+
 /// Writes a document beside its target and puts it in its place. False with the reason in `error`;
 /// the old file is whole then.
 bool save_document (Document& document, const std::string& path, std::string& error);

@@ -16,6 +16,9 @@ inline constexpr double native_version = 1.2;
 /// record's head.
 bool is_native_text (std::string_view text);
 
+/// Likewise for a file that is merged into another: a comment must be the header itself.
+bool is_insertable_text (std::string_view text);
+
 /// Reads a native text. Faults inside are reported and leave the network as far as it was read;
 /// null, with a message, when the text holds no network at all.
 std::unique_ptr<document::Network> read_native (std::string_view text);

@@ -32,11 +32,32 @@ bool matches (std::string_view text, std::string_view pattern) {
     return true;
 }
 
+/// "# Lattrix: " and a number.
+bool is_header (std::string_view line) {
+    if (!line.starts_with ('#')) return false;
+    std::string_view rest = line.substr (1);
+    const auto skip_space = [&rest] {
+        while (!rest.empty () && is_space (rest.front ())) rest.remove_prefix (1);
+    };
+    skip_space ();
+    if (!rest.starts_with ("Lattrix:")) return false;
+    rest.remove_prefix (8);
+    skip_space ();
+    if (rest.starts_with ('-') || rest.starts_with ('+')) rest.remove_prefix (1);
+    if (rest.starts_with ('.')) rest.remove_prefix (1);
+    return !rest.empty () && is_digit (rest.front ());
+}
+
 } // namespace
 
 bool is_native_text (std::string_view text) {
     const std::string_view line = text.substr (0, text.find ('\n')).substr (0, first_line_bytes);
     return line.starts_with ('#') || matches (line, "[N# # #") || matches (line, "[U#: # # #");
+}
+
+bool is_insertable_text (std::string_view text) {
+    const std::string_view line = text.substr (0, text.find ('\n')).substr (0, first_line_bytes);
+    return matches (line, "[N# # #") || matches (line, "[U#: # # #") || is_header (line);
 }
 
 std::unique_ptr<document::Network> read_native (std::string_view text) {

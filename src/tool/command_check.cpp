@@ -41,6 +41,7 @@ int run (const Arguments& arguments) {
     });
     files::Document document;
     if (!open_input ("check", arguments.words[0], document)) return status_failure;
+    tell_model_gaps (document);
     Counts counts;
     count (*document.network, counts);
     const std::string text = format_text (

@@ -14,6 +14,7 @@ constexpr std::array options{
     ToolOption{"--dark", nullptr, "paint on a dark ground"},
     ToolOption{"--duration", "S", "seconds of a simulation, for .ssa"},
     ToolOption{"--kinetics", nullptr, "lay out and paint kinetic labels (so from the start)"},
+    ToolOption{"--no-annotation", nullptr, "lay SBML out afresh, whatever drawing it has"},
     ToolOption{"--no-kinetics", nullptr, "leave kinetic labels out"},
     ToolOption{"--stoichiometry", nullptr, "lay out and paint stoichiometries"},
 };
@@ -33,7 +34,8 @@ int run (const Arguments& arguments) {
     state.show_kinetics = !arguments.has ("--no-kinetics");
     state.show_stoichiometry = arguments.has ("--stoichiometry");
     files::Document document;
-    if (!open_input ("convert", arguments.words[0], document)) return status_failure;
+    const files::OpenOptions how{.use_annotation = !arguments.has ("--no-annotation")};
+    if (!open_input ("convert", arguments.words[0], document, how)) return status_failure;
     if (arguments.has ("--duration")) document.duration = *duration;
     std::string error;
     const std::string& target = arguments.words[1];
@@ -52,9 +54,9 @@ extern const ToolCommand convert_command{
     .most_words = 2,
     .summary = "convert a network to another format or to a drawing",
     .details =
-        "The extension of each name tells its format: .ssa is model text, .svg and .pdf are\n"
-        "drawings, every other name is native text (.net, .mto), which is told by its\n"
-        "first line when it is read.\n",
+        "The extension of each name tells its format: .ssa is model text, .xml is SBML, .svg and\n"
+        ".pdf are drawings, every other name is native text (.net, .mto), which is told by its\n"
+        "first line when it is read. Model text, and SBML without a drawing, is laid out.\n",
     .options = options,
     .run = run,
 };

@@ -18,6 +18,7 @@ int run (const Arguments& arguments) {
     if (!open_input ("model", arguments.words[0], document)) return status_failure;
     if (arguments.has ("--duration")) document.duration = *duration;
     document.network->update_shared_nodes ();
+    tell_model_gaps (document);
     const std::string text = files::write_model (*document.network, document.duration,
                                                  document::document_state ().multi_name);
     return write_standard_output (text) ? status_success : status_failure;

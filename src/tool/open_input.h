@@ -9,6 +9,10 @@
 namespace ostrand::tool {
 
 /// Opens a document; a failure is reported on standard error under the command's name.
-bool open_input (const char* command, const std::string& path, files::Document& document);
+bool open_input (const char* command, const std::string& path, files::Document& document,
+                 const files::OpenOptions& options = {});
+
+/// Tells on standard error, line by line, what a model text of the document leaves out.
+void tell_model_gaps (const files::Document& document);
 
 } // namespace ostrand::tool
