@@ -12,7 +12,7 @@ constexpr std::string_view drawing = "# Lattrix: 1.2\n"
                                      "[N3 1 2 10 20\n"
                                      "[C7 8 0 0 400 200 4 {<97F>Cell}{80:40+0+0+0}]\n"
                                      "[S1 0 100 100 0 7 9{AAAAA}{P}]\n"
-                                     "[S2 0 300 100 0 7 13{\"\\\xc3\xa9}-]\n"
+                                     "[S2 0 300 100 0 7 13{\"\xc3\xa9}-]\n"
                                      "[S3 0 900 100 0 7 0--]\n"
                                      "[A9 0 272 2 1 2{ab}{cd}]\n"
                                      "]\n";
@@ -47,7 +47,15 @@ TEST (Layout, EverythingIsNumberedAsSavingDoes) {
         "  ],\n"
         "  \"arcs\": [\n"
         "    {\"id\": 5, \"type\": 272, \"source\": 2, \"dest\": 3, \"side\": 0, "
-        "\"x\": 195, \"y\": 93.0002, \"width\": 14, \"height\": 14, \"angle\": 0, ");
+        "\"x\": 195, \"y\": 93.0001984, \"width\": 14, \"height\": 14, \"angle\": 0, "
+        "\"start\": [120, 100.000122], \"end\": [284, 100.000282], \"head\": [289, 100.00029], "
+        "\"mark_a\": [179.5, 100.000183], \"mark_b\": [229.5, 100.000229], "
+        "\"inner\": [270, 100.000275], \"label_pos\": [144, 93.000145], "
+        "\"residu_pos\": [267.200012, 94.0002747], "
+        "\"line\": [164, 0.000160217285, 16400], \"label\": \"ab\", \"label_width\": 12, "
+        "\"residu\": \"cd\", \"residu_width\": 12}\n"
+        "  ]\n"
+        "}\n");
 }
 
 TEST (Layout, NumbersHaveNineDigits) {
