@@ -20,7 +20,8 @@ struct RandomDocumentOptions {
     int comps = 2;
     int nesting = 2; // networks within networks, at most
     /// Only what one writing settles: no arcs that must wait for later ones, and no nested network
-    /// whose place follows from its height, which the unwritten font of an end mark takes part in.
+    /// whose place follows from its height, which the unwritten font of an end mark takes part in;
+    /// no species on several planes, of which a reader keeps the last one's name.
     bool settled = false;
     bool pictures = true;
     bool fog = true;
@@ -114,7 +115,7 @@ class RandomDocument {
         if (dice_.one_in (4)) made->take_residu (line (3));
         made->selectable = !dice_.one_in (6);
         made->calyx_display = dice_.one_in (5);
-        made->multi_conc = dice_.one_in (20);
+        made->multi_conc = !options_.settled && dice_.one_in (20);
         if (dice_.one_in (3)) {
             made->user_data = dice_.pick<const char*> ({"10 uM", "0 uM", "1 uM, 2 uM, 3 uM", " "});
         }
