@@ -56,7 +56,7 @@ float Compart::get_width () const {
     return width;
 }
 
-int Compart::get_height () const { return to_int (height); }
+int Compart::get_height () const { return to_pixels (height); }
 
 bool Compart::set_position (float new_x, float new_y) {
     x = new_x;
@@ -78,7 +78,7 @@ Popup* Compart::menu (int row) const {
 }
 
 Anchor Compart::anchor (unsigned) const {
-    return {x, y, to_int (get_width () * 0.5F), get_height () / 2};
+    return {x, y, to_pixels (get_width () * 0.5F), get_height () / 2};
 }
 
 Extent Compart::extent () const {

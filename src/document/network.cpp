@@ -328,7 +328,7 @@ int Network::get_height () const {
         }
     }
     for (const auto& c : comps_) take (c->y + static_cast<float> (c->get_height ()));
-    return to_int (bottom);
+    return to_pixels (bottom);
 }
 
 int Network::get_ascent () const {

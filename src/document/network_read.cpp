@@ -52,8 +52,8 @@ void note (IdIndex& index, int id, GraphBase& g, const Network& root) {
     if (walk_place (g, root) < walk_place (*slot->second, root)) slot->second = &g;
 }
 
-/// scanf's "%d" in a text: white space, sign, digits; the place goes behind them. The "+" that parts
-/// the numbers of a file may stand before the sign of a negative one.
+/// scanf's "%d" in a text: white space, sign, digits; the place goes behind them. The "+" that
+/// parts the numbers of a file may stand before the sign of a negative one.
 bool scan_int (std::string_view text, std::size_t& at, int& value) {
     std::size_t i = at;
     while (i < text.size () && is_space (text[i])) ++i;

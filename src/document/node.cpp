@@ -161,7 +161,7 @@ float Node::get_width () const {
 
 int Node::get_height () const {
     const unsigned now = document_state ().layout_generation;
-    if (height_stamp == now) return to_int (height);
+    if (height_stamp == now) return to_pixels (height);
     int high = 2;
     if (label) {
         high = label->get_height () + 8;
@@ -194,7 +194,7 @@ Popup* Node::menu (int row) const {
 
 Anchor Node::anchor (unsigned) const {
     const Extent box = extent ();
-    return {box.x, box.y, to_int (get_width () * 0.5F), get_height () / 2};
+    return {box.x, box.y, to_pixels (get_width () * 0.5F), get_height () / 2};
 }
 
 Extent Node::extent () const {

@@ -15,6 +15,14 @@ inline int to_int (double value) {
     return static_cast<int> (value);
 }
 
+/// A size or place in whole pixels: truncated, and so bounded that sums of the sizes of all that can
+/// be nested still fit an int.
+inline int to_pixels (double value) {
+    constexpr int most = 10000000;
+    const int whole = to_int (value);
+    return whole > most ? most : whole < -most ? -most : whole;
+}
+
 /// The low 32 bits of the truncated number, by way of 64 bits, so that 0xFF000000 survives.
 inline std::uint32_t to_word (double value) {
     if (std::isnan (value)) return 0;

@@ -157,7 +157,8 @@ NodePainter painter_of (const Node& node, PaintDevice& device, float left, float
                         static_cast<float> (node.thickness),
                         painted_color (node.color),
                         painted_color (node.bg_color)};
-    if ((node.type & node::background_bit) != 0 && node.foggy)
+    // On a dark canvas all that is fogged has one colour, and the label has to show on the fill.
+    if ((node.type & node::background_bit) != 0 && node.foggy && !dark)
         painter.fill = fogged_color (painter.fill);
     const auto mark = [&painter] (unsigned color) {
         painter.outline = color;

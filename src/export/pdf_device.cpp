@@ -6,7 +6,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
+#include <cstring>
+#include <optional>
+
+#include <png.h>
 
 namespace ostrand::drawing {
 namespace {
@@ -20,6 +25,38 @@ constexpr float largest_number = 32767;
 constexpr std::size_t longest_text = 30000; // bytes of one operator
 constexpr float shorter = 2;                // a filled rectangle ends this much above its bottom
 constexpr float degree = 3.1415926F / 180;
+
+struct DecodedPicture {
+    unsigned width;
+    unsigned height;
+    std::vector<std::uint8_t> rgb;     // three bytes a pixel
+    std::vector<std::uint8_t> opacity; // one; empty when all of it covers
+};
+
+std::optional<DecodedPicture> decode_png (const std::string& path) {
+    constexpr std::uint64_t most_pixels = 100'000'000;
+    png_image image;
+    std::memset (&image, 0, sizeof image);
+    image.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_file (&image, path.c_str ())) return std::nullopt;
+    image.format = PNG_FORMAT_RGBA;
+    const std::uint64_t pixels = std::uint64_t{image.width} * image.height;
+    std::vector<std::uint8_t> rgba (pixels <= most_pixels ? 4 * pixels : 0);
+    if (rgba.empty () || !png_image_finish_read (&image, nullptr, rgba.data (), 0, nullptr)) {
+        png_image_free (&image);
+        return std::nullopt;
+    }
+    DecodedPicture picture{image.width, image.height, std::vector<std::uint8_t> (3 * pixels),
+                           std::vector<std::uint8_t> (pixels)};
+    bool covers = true;
+    for (std::size_t i = 0; i < pixels; ++i) {
+        std::memcpy (&picture.rgb[3 * i], &rgba[4 * i], 3);
+        picture.opacity[i] = rgba[4 * i + 3];
+        covers = covers && picture.opacity[i] == 255;
+    }
+    if (covers) picture.opacity.clear ();
+    return picture;
+}
 
 } // namespace
 
@@ -38,6 +75,8 @@ PdfDevice::PdfDevice (float width, float height) : document_ (HPDF_New (on_error
         return;
     }
     fonts_ = PdfFonts (document_);
+    // A page takes the compression that is on when it is made.
+    HPDF_SetCompressionMode (document_, HPDF_COMP_ALL);
     page_ = HPDF_AddPage (document_);
     if (failed_) return;
     if (width != 0 && height != 0) {
@@ -305,6 +344,25 @@ void PdfDevice::draw_text (const document::FontMetrics& font, std::string_view l
     HPDF_Page_EndText (page_);
 }
 
+/// libHaru's own reader of PNG leaves the process when a file is damaged, so that the pixels are
+/// unpacked here, their opacity as a mask beside them.
+HPDF_Image PdfDevice::load_png (const std::string& path) {
+    const std::optional<DecodedPicture> picture = decode_png (path);
+    if (!picture) {
+        on_error (HPDF_INVALID_PNG_IMAGE, 0, this);
+        return nullptr;
+    }
+    const HPDF_Image image = HPDF_LoadRawImageFromMem (
+        document_, picture->rgb.data (), picture->width, picture->height, HPDF_CS_DEVICE_RGB, 8);
+    if (image && !picture->opacity.empty ()) {
+        const HPDF_Image mask =
+            HPDF_LoadRawImageFromMem (document_, picture->opacity.data (), picture->width,
+                                      picture->height, HPDF_CS_DEVICE_GRAY, 8);
+        if (mask) HPDF_Image_AddSMask (image, mask);
+    }
+    return image;
+}
+
 void PdfDevice::draw_picture (std::string_view path, float x, float y, float w, float h) {
     if (failed_ || !(w > 0) || !(h > 0)) return;
     const bool png = path.ends_with (".png");
@@ -312,8 +370,8 @@ void PdfDevice::draw_picture (std::string_view path, float x, float y, float w, 
     auto at = pictures_.find (path);
     if (at == pictures_.end ()) {
         const std::string name (path);
-        const HPDF_Image loaded = png ? HPDF_LoadPngImageFromFile (document_, name.c_str ())
-                                      : HPDF_LoadJpegImageFromFile (document_, name.c_str ());
+        const HPDF_Image loaded =
+            png ? load_png (name) : HPDF_LoadJpegImageFromFile (document_, name.c_str ());
         if (failed_ || !loaded) return;
         at = pictures_.emplace (name, loaded).first;
     }

@@ -22,7 +22,7 @@ class PdfDevice : public document::PaintDevice {
     PdfDevice (float width, float height);
     ~PdfDevice () override;
 
-    /// Turns compression on; false when something failed already.
+    /// Has to come first; false when something failed already.
     bool begin ();
     /// Writes the document. False when libHaru raised an error or the file took not everything.
     bool write_to (OutputFile& file);
@@ -81,6 +81,7 @@ class PdfDevice : public document::PaintDevice {
     void path (std::initializer_list<document::Point> points, PathEnd end);
     void round_path (float x, float y, float w, float h, float r);
     void ellipse_path (float x, float y, float w, float h);
+    HPDF_Image load_png (const std::string& path);
     void select (int slot, float size);
     void save_state ();
     void restore_state ();

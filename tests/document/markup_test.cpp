@@ -91,6 +91,16 @@ TEST (Markup, backslash_is_written_bare_and_escapes_on_reading) {
     EXPECT_EQ (line_of (written (line))->chars_only (), "ab");
 }
 
+TEST (Markup, backslash_never_breaks_what_holds_the_text_together) {
+    for (const char* markup : {"{a\xC2\\}", "{\xC2\\<74F>b}", "{\xC2\\\xC2\\}", "{\xC2\\\\{}",
+                               "{\xC2\\[Ea{b}-]}", "{\xC2\\\xC3\x80}"}) {
+        const auto line = line_of (markup);
+        EXPECT_EQ (letter (*line, markup[1] == 'a' ? 1 : 0).code, '\\') << markup;
+        EXPECT_TRUE (line_of (written (*line))->equals (*line)) << markup;
+    }
+    EXPECT_EQ (written (Line ("a\\", 67, 0)), "{a\xC2\\}");
+}
+
 TEST (Markup, style_mark_with_another_letter_sets_nothing) {
     const testing::CaughtMessages messages;
     const auto line = line_of ("{<12X>a}");

@@ -44,8 +44,8 @@ Raster read_ppm (const std::string& bytes) {
 
 std::optional<Raster> svg_raster (const std::filesystem::path& path) {
     if (!is_installed ("rsvg-convert")) return std::nullopt;
-    const ProgramResult result = run_program (
-        {"/usr/bin/env", "rsvg-convert", "--background-color=white", path.string ()});
+    const ProgramResult result =
+        run_program ({"/usr/bin/env", "rsvg-convert", "--background-color=white", path.string ()});
     EXPECT_EQ (result.status, 0) << result.error;
     return read_png (result.out);
 }

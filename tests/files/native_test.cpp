@@ -352,7 +352,8 @@ TEST (NativeText, first_lines_that_are_taken) {
 TEST (NativeText, what_was_written_reads_back_to_the_same_text) {
     for (std::uint32_t seed = 0; seed < 300; ++seed) {
         testing::RandomDocumentOptions options;
-        options.late_ends = false;
+        options.settled = true;
+        document::document_state ().multi_name.clear ();
         const auto network = testing::RandomDocument (seed, options).network ();
         network->layout ();
         const std::string first = write_native (*network);

@@ -18,8 +18,11 @@ struct RandomDocumentOptions {
     int nodes = 12;
     int arcs = 16;
     int comps = 2;
-    int nesting = 2;       // networks within networks, at most
-    bool late_ends = true; // arcs that end on an arc of a later node, which files list last
+    int nesting = 2; // networks within networks, at most
+    /// Only what one writing settles: no arcs that must wait for later ones, and no nested network
+    /// whose place follows from its height, which the unwritten font of an end mark takes part in;
+    /// no species on several planes, of which a reader keeps the last one's name.
+    bool settled = false;
     bool pictures = true;
     bool fog = true;
 };
@@ -112,7 +115,7 @@ class RandomDocument {
         if (dice_.one_in (4)) made->take_residu (line (3));
         made->selectable = !dice_.one_in (6);
         made->calyx_display = dice_.one_in (5);
-        made->multi_conc = dice_.one_in (20);
+        made->multi_conc = !options_.settled && dice_.one_in (20);
         if (dice_.one_in (3)) {
             made->user_data = dice_.pick<const char*> ({"10 uM", "0 uM", "1 uM, 2 uM, 3 uM", " "});
         }
@@ -129,7 +132,7 @@ class RandomDocument {
         if (!arcs.empty () && dice_.one_in (2)) {
             document::Arque* end =
                 arcs[static_cast<std::size_t> (dice_.below (static_cast<int> (arcs.size ())))];
-            if (!options_.late_ends && in.place_of (*from) < in.place_of (*end->source ())) {
+            if (options_.settled && in.place_of (*from) < in.place_of (*end->source ())) {
                 from = end->source ();
             }
             to = end;
@@ -148,7 +151,7 @@ class RandomDocument {
 
     std::unique_ptr<document::Network> network (int depth) {
         auto made = std::make_unique<document::Network> ();
-        made->align = dice_.below (3);
+        made->align = depth > 0 && options_.settled ? 2 : dice_.below (3);
         made->x = static_cast<float> (dice_.below (40) - 10);
         made->y = static_cast<float> (dice_.below (40) - 10);
         const int part = depth == 0 ? 1 : 4;
