@@ -101,6 +101,15 @@ TEST (ConvertCommand, that_fails_has_written_nothing) {
     EXPECT_EQ (folder.names (), (std::vector<std::string>{"a.net", "b.net", "c.net"}));
 }
 
+TEST (ConvertCommand, onto_a_full_disk_is_a_failure) {
+    if (!std::filesystem::exists ("/dev/full")) GTEST_SKIP ();
+    const TemporaryFolder folder;
+    const std::string in = folder.write ("a.net", reaction);
+    const auto result = run_program ({"ostrand-tool", "convert", in, "/dev/full"});
+    EXPECT_EQ (result.status, 1);
+    EXPECT_NE (result.error.find ("cannot write '/dev/full'"), std::string::npos) << result.error;
+}
+
 TEST (Examples, are_written_as_we_write_and_convert_to_everything) {
     const TemporaryFolder folder;
     int count = 0;
