@@ -1,0 +1,27 @@
+// Colours: the colour map, its dark counterpart, and lighter colours.
+// Layer: document.
+#pragma once
+#include <cstdint>
+
+namespace ostrand::document {
+
+/// 0xRRGGBB00 of a colour: below 256 an index of the toolkit's default colour map, else itself.
+std::uint32_t color_rgb (unsigned color);
+
+/// The colour that stands for `color` on a dark canvas; colours without a counterpart stay.
+unsigned dark_color (unsigned color);
+
+/// `color` as painted: through dark_color while the document's dark mode is on.
+unsigned painted_color (unsigned color);
+
+/// Adds n to each of red, green and blue, at most 255; an all black result becomes colour 56.
+unsigned lighten (unsigned color, int n);
+
+/// The colour of a fogged object: lighter by 200, on a dark canvas colour 100.
+unsigned fogged_color (unsigned color);
+
+/// The light inner band of a compartment: the hue of `color` at full value with its saturation
+/// reduced to a quarter.
+unsigned light_band_color (unsigned color);
+
+} // namespace ostrand::document

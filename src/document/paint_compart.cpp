@@ -1,0 +1,87 @@
+// How a compartment is laid out and painted.
+#include "document/colors.h"
+#include "document/compart.h"
+#include "document/paint_device.h"
+
+#include <array>
+
+namespace ostrand::document {
+namespace {
+
+constexpr int ellipse_sides = 180;
+constexpr unsigned dark_compart_color = 0xEEAA0000;
+// The same less 0x800001: gold turns to magenta.
+constexpr unsigned dark_selected_color = 0xEE29FF00;
+
+/// Painter of one compartment, its box at (left, top).
+struct CompartPainter {
+    const Compart& compart;
+    PaintDevice& device;
+    float left;
+    float top;
+    float w;
+    float h;
+    float u;
+
+    /// One band: the box inset by `inset` on all sides. What would have no size is left out.
+    void band (unsigned color, float inset, float radius) const {
+        const float band_w = w - 2 * inset;
+        const float band_h = h - 2 * inset;
+        if (band_w <= 0 || band_h <= 0) return;
+        device.set_color (color);
+        if (compart.shape == shape::rectangle)
+            device.fill_round_rect (left + inset, top + inset, band_w, band_h, radius);
+        else
+            device.fill_ellipse (left + inset, top + inset, band_w, band_h, ellipse_sides);
+    }
+
+    void bands () const {
+        const bool dark = document_state ().dark_mode;
+        unsigned color = dark ? dark_compart_color : compart.color;
+        if (compart.selected) color = dark ? dark_selected_color : 1;
+        if (compart.foggy) color = fogged_color (color);
+        band (color, 2 - u, u + 7);
+        band (light_band_color (color), 2, 7);
+        band (color, 8, 4);
+        band (dark ? 56 : 7, 10, 3);
+    }
+
+    /// A grip of 12 by 12 in a black frame of 16, at the frame's corner.
+    void handle (Edge edge, float x, float y) const {
+        device.set_color (painted_color (0));
+        device.fill_rect (left + x, top + y, 16, 16);
+        device.set_color (compart.edge == edge ? 0xA0A0A000 : painted_color (7));
+        device.fill_rect (left + x + 2, top + y + 2, 12, 12);
+    }
+
+    void handles () const {
+        const float middle_x = (w - 16) / 2;
+        const float middle_y = (h - 16) / 2;
+        handle (Edge::left, -4, middle_y);
+        handle (Edge::right, w - 11, middle_y);
+        handle (Edge::top, middle_x, -4);
+        handle (Edge::bottom, middle_x, h - 12);
+    }
+};
+
+} // namespace
+
+void Compart::paint (float ox, float oy, bool draw) {
+    const float w = get_width ();
+    const auto h = static_cast<float> (get_height ());
+    const int u = thickness + (selected ? 1 : 0) + (hover ? 2 : 0);
+    PaintDevice* const device = draw ? current_device () : nullptr;
+    const float left = x + ox;
+    const float top = y + oy;
+    if (device && u > 0)
+        CompartPainter{*this, *device, left, top, w, h, static_cast<float> (u)}.bands ();
+    if (label) {
+        label->x = (w - label->get_width ()) / 2;
+        label->y = h - 10; // the base line stands on the inner band
+        label->paint (left, top, draw);
+    }
+    if (device && selected)
+        CompartPainter{*this, *device, left, top, w, h, static_cast<float> (u)}.handles ();
+}
+
+} // namespace ostrand::document

@@ -1,0 +1,149 @@
+// Walks a network as the model writer does and notes what it passes over.
+#include "files/model_gaps.h"
+
+#include "base/text.h"
+
+#include <algorithm>
+
+namespace ostrand::files {
+namespace {
+
+using document::Arque;
+using document::GraphBase;
+using document::Network;
+using document::Node;
+
+std::string name_of (const GraphBase* g);
+
+std::string reaction_name (const Arque& r) {
+    return name_of (r.source ()) + " -> " + name_of (r.dest ());
+}
+
+std::string name_of (const GraphBase* g) {
+    if (g == nullptr) {
+        return "nothing";
+    }
+    if (g->kind () == document::CharKind::arque) {
+        return "the arc from " + name_of (static_cast<const Arque*> (g)->source ());
+    }
+    if (g->label) {
+        return '"' + g->name () + '"';
+    }
+    return "the node without label at (" + format_g (g->x) + ", " + format_g (g->y) + ")";
+}
+
+bool is_number (const std::string& text) {
+    const std::size_t first = text.find_first_not_of (" \t");
+    if (first == std::string::npos) {
+        return true;
+    }
+    std::size_t i = first;
+    if (text[i] == '-' || text[i] == '+') {
+        ++i;
+    }
+    if (i < text.size () && text[i] == '.') {
+        ++i;
+    }
+    return i < text.size () && is_digit (text[i]);
+}
+
+class GapFinder {
+  public:
+    explicit GapFinder (const Network& network) : network_ (network) {}
+
+    std::vector<std::string> find ();
+
+  private:
+    void node (const Node& n);
+    void arc (const Arque& a);
+    void reaction (const Arque& r);
+    void constant (const document::Char* field, const std::string& what);
+    bool is_stated (const Arque& r) const;
+
+    const Network& network_;
+    std::vector<std::string> gaps_;
+};
+
+bool is_enzyme_of (const Arque& a, const Arque& r) {
+    return a.type >> 4 == 2 && a.source () != r.source () && a.source ()->label != nullptr;
+}
+
+bool GapFinder::is_stated (const Arque& r) const {
+    const std::vector<Arque*> incoming = network_.arcs_to (r);
+    return r.source ()->label != nullptr &&
+           std::any_of (incoming.begin (), incoming.end (),
+                        [&r] (const Arque* a) { return is_enzyme_of (*a, r); });
+}
+
+void GapFinder::constant (const document::Char* field, const std::string& what) {
+    if (field == nullptr || field->kind () != document::CharKind::line) {
+        return;
+    }
+    const std::string letters = static_cast<const document::Line*> (field)->chars_only ();
+    if (!letters.empty () && !is_number (letters)) {
+        gaps_.push_back ("no number: \"" + letters + "\", " + what);
+    }
+}
+
+void GapFinder::reaction (const Arque& r) {
+    const std::string name = "reaction " + reaction_name (r);
+    if (r.source ()->label == nullptr) {
+        gaps_.push_back ("left out: " + name + ", its source has no label");
+    } else if (!is_stated (r)) {
+        gaps_.push_back ("left out: " + name + ", nothing catalyses it");
+    } else {
+        constant (r.label.get (), "label of " + name);
+        constant (r.residu.get (), "second label of " + name);
+    }
+}
+
+void GapFinder::arc (const Arque& a) {
+    if (document::is_reaction (a.type)) {
+        reaction (a);
+        return;
+    }
+    const Arque* r = a.dest_arc ();
+    const bool on_reaction = r != nullptr && document::is_reaction (r->type);
+    const bool is_link = document::is_substrate_link (a.type) || document::is_product_link (a.type);
+    const unsigned head = a.type >> 4;
+    if (on_reaction && (is_link || head == 2 || head == 3)) {
+        // Said where the reaction is, which has told its own gap.
+        if (is_stated (*r) && !document::is_product_link (a.type) && head != 2) {
+            constant (a.label.get (), "label of the arc from " + name_of (a.source ()) +
+                                          " to reaction " + reaction_name (*r));
+        }
+        return;
+    }
+    const std::string name = name_of (a.source ()) + " to " + name_of (a.dest ());
+    if (head == 3) {
+        gaps_.push_back ("left out: inhibition from " + name + ", it ends on no reaction");
+    } else {
+        gaps_.push_back ("left out: arc from " + name + ", a model text has no word for it");
+    }
+}
+
+void GapFinder::node (const Node& n) {
+    if (!n.label) {
+        gaps_.push_back ("left out: " + name_of (&n));
+    } else if (const Network* nested = n.nested ()) {
+        gaps_.push_back (format_text ("left out: the network inside the node at (%s, %s), %d nodes",
+                                      format_g (n.x).c_str (), format_g (n.y).c_str (),
+                                      nested->nb_nodes ()));
+    }
+    for (const auto& a : n.arcs ()) {
+        arc (*a);
+    }
+}
+
+std::vector<std::string> GapFinder::find () {
+    for (const auto& n : network_.nodes ()) {
+        node (*n);
+    }
+    return std::move (gaps_);
+}
+
+} // namespace
+
+std::vector<std::string> model_gaps (const Network& network) { return GapFinder (network).find (); }
+
+} // namespace ostrand::files

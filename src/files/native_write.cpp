@@ -1,0 +1,19 @@
+// Native text written.
+#include "files/native.h"
+
+#include "document/markup.h"
+
+#include "base/text.h"
+
+namespace ostrand::files {
+
+std::string write_native (const document::Network& network) {
+    document::document_state ().next_id = 1;
+    document::PrintState to;
+    to.out = "# Lattrix: " + format_g (native_version) + '\n';
+    network.fprint (to, 0);
+    to.out += '\n';
+    return std::move (to.out);
+}
+
+} // namespace ostrand::files

@@ -1,0 +1,204 @@
+// What does a foreign tool see of a network? Compartments, species, reactions.
+#include "files/sbml_write.h"
+
+#include "files/xml.h"
+
+#include "base/text.h"
+
+#include <array>
+
+namespace ostrand::files {
+namespace {
+
+using document::Arque;
+using document::GraphBase;
+using document::Network;
+using document::Node;
+
+constexpr const char* sbml_namespace = "http://www.sbml.org/sbml/level2/version4";
+
+struct Unit {
+    const char* name;
+    const char* kind;
+};
+constexpr std::array<Unit, 4> units{
+    {{"substance", "mole"}, {"volume", "litre"}, {"length", "metre"}, {"time", "second"}}};
+
+class SbmlWriter {
+  public:
+    explicit SbmlWriter (Network& network) : network_ (network) {}
+
+    std::string write (std::string_view model_id);
+
+  private:
+    void head (std::string_view model_id);
+    void compartments ();
+    void species ();
+    void reactions ();
+    void reaction (const Arque& r);
+    void reference (const Node& n, const char* flag);
+    void modifiers (const std::vector<Arque*>& incoming, const Arque& r);
+
+    Network& network_;
+    document::PrintState to_;
+};
+
+/// A quote would end the attribute; all else stands as it is.
+std::string plain_label (const GraphBase& g) {
+    std::string plain;
+    g.print_plain (plain);
+    std::string out;
+    for (const char c : plain) {
+        if (c == '"') {
+            out += "&quot;";
+        } else {
+            out += c;
+        }
+    }
+    return out;
+}
+
+const Node& master_of (const Node& n) { return n.master () != nullptr ? *n.master () : n; }
+
+void SbmlWriter::head (std::string_view model_id) {
+    std::string& out = to_.out;
+    out += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<sbml xmlns=\"";
+    out += sbml_namespace;
+    out += "\" level=\"2\" version=\"4\">\n<model id=\"";
+    out += model_id;
+    out += "\">\n<listOfUnitDefinitions>\n";
+    for (const Unit& unit : units) {
+        out += format_text ("<unitDefinition id=\"%s\" name=\"%s\">\n<listOfUnits>\n"
+                            "<unit kind=\"%s\"/>\n</listOfUnits>\n</unitDefinition>\n",
+                            unit.name, unit.name, unit.kind);
+    }
+    out += "</listOfUnitDefinitions>\n";
+}
+
+void SbmlWriter::compartments () {
+    std::string& out = to_.out;
+    out += "<listOfCompartments>\n<compartment id=\"default\" size=\"1\" units=\"volume\">\n"
+           "</compartment>\n";
+    for (const auto& c : network_.comps ()) {
+        c->id = document::take_id ();
+        out += format_text ("<compartment id=\"c%d\" name=\"", c->id);
+        out += c->label ? plain_label (*c) : "defcomp";
+        out += "\" outside=\"default\" size=\"1\" units=\"volume\">\n</compartment>\n";
+    }
+    out += "</listOfCompartments>\n";
+}
+
+void SbmlWriter::species () {
+    std::string& out = to_.out;
+    out += "<listOfSpecies>\n";
+    for (const auto& n : network_.nodes ()) {
+        if (n->master () != nullptr) {
+            continue;
+        }
+        n->id = document::take_id ();
+        std::string name = n->label ? plain_label (*n) : std::string ();
+        if (name.empty ()) {
+            name = format_text ("s%d", n->id);
+        }
+        out += format_text ("<species id=\"s%d\" name=\"", n->id) + name + "\" compartment=\"";
+        out += n->compart != nullptr ? format_text ("c%d", n->compart->id) : "default";
+        out += "\">\n</species>\n";
+    }
+    out += "</listOfSpecies>\n";
+}
+
+void SbmlWriter::reference (const Node& n, const char* flag) {
+    to_.out += format_text ("<speciesReference species=\"s%d\"%s>\n</speciesReference>\n",
+                            master_of (n).id, flag);
+}
+
+void SbmlWriter::modifiers (const std::vector<Arque*>& incoming, const Arque& r) {
+    const Node* last = nullptr;
+    bool any = false;
+    for (const Arque* a : incoming) {
+        const Node* n = a->source ();
+        const unsigned head = a->type >> 4;
+        if (n == r.source () || n == last || (head != 2 && head != 3)) {
+            continue;
+        }
+        last = n;
+        if (!any) {
+            to_.out += "<listOfModifiers>\n";
+        }
+        any = true;
+        to_.out += format_text ("<speciesReference species=\"s%d\" sboTerm=\"%s\" />\n",
+                                master_of (*n).id, head == 2 ? "SBO:0000460" : "SBO:0000020");
+    }
+    if (any) {
+        to_.out += "</listOfModifiers>\n";
+    }
+}
+
+void SbmlWriter::reaction (const Arque& r) {
+    std::string& out = to_.out;
+    out += format_text ("<reaction id=\"re%d\" reversible=\"%s\">\n", document::take_id (),
+                        r.type == document::arc::reversible_reaction ? "true" : "false");
+    // By the network's nodes, and of each node the first arc of a kind.
+    const std::vector<Arque*> incoming = network_.arcs_to (r);
+    out += "<listOfReactants>\n";
+    reference (*r.source (), " mainsubstract=\"true\"");
+    const Node* last = nullptr;
+    for (const Arque* a : incoming) {
+        const Node* n = a->source ();
+        if (n == r.source () || n == last || !document::is_substrate_link (a->type)) {
+            continue;
+        }
+        last = n;
+        reference (*n, "");
+    }
+    out += "</listOfReactants>\n<listOfProducts>\n";
+    if (r.dest_node () != nullptr) {
+        reference (*r.dest_node (), " mainproduct=\"true\"");
+    }
+    last = nullptr;
+    for (const Arque* a : incoming) {
+        const Node* n = a->source ();
+        if (n == r.dest_node () || n == last || !document::is_product_link (a->type)) {
+            continue;
+        }
+        last = n;
+        reference (*n, "");
+    }
+    out += "</listOfProducts>\n";
+    modifiers (incoming, r);
+    out += "</reaction>\n";
+}
+
+void SbmlWriter::reactions () {
+    to_.out += "<listOfReactions>\n";
+    for (const auto& n : network_.nodes ()) {
+        for (const auto& a : n->arcs ()) {
+            if (document::is_reaction (a->type)) {
+                reaction (*a);
+            }
+        }
+    }
+    to_.out += "</listOfReactions>\n";
+}
+
+std::string SbmlWriter::write (std::string_view model_id) {
+    network_.update_shared_nodes ();
+    head (model_id);
+    to_.out += "<annotation>\n";
+    write_xml_block (network_, to_, 0);
+    to_.out += "</annotation>\n";
+    document::document_state ().next_id = 1;
+    compartments ();
+    species ();
+    reactions ();
+    to_.out += "</model>\n</sbml>\n";
+    return std::move (to_.out);
+}
+
+} // namespace
+
+std::string write_sbml (Network& network, std::string_view model_id) {
+    return SbmlWriter (network).write (model_id);
+}
+
+} // namespace ostrand::files

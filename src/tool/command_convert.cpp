@@ -1,0 +1,64 @@
+// ostrand-tool convert: a document from one format to another, or to a drawing.
+#include "document/document_state.h"
+#include "export/export.h"
+#include "tool/commands.h"
+#include "tool/open_input.h"
+
+#include <array>
+#include <cstdio>
+
+namespace ostrand::tool {
+namespace {
+
+constexpr std::array options{
+    ToolOption{"--dark", nullptr, "paint on a dark ground"},
+    ToolOption{"--duration", "S", "seconds of a simulation, for .ssa"},
+    ToolOption{"--kinetics", nullptr, "lay out and paint kinetic labels (so from the start)"},
+    ToolOption{"--no-annotation", nullptr, "lay SBML out afresh, whatever drawing it has"},
+    ToolOption{"--no-kinetics", nullptr, "leave kinetic labels out"},
+    ToolOption{"--stoichiometry", nullptr, "lay out and paint stoichiometries"},
+};
+
+/// Writes by the extension; drawings have their own.
+bool write (files::Document& document, const std::string& path, std::string& error) {
+    if (path.ends_with (".svg")) return drawing::export_svg (*document.network, path, error);
+    if (path.ends_with (".pdf")) return drawing::export_pdf (*document.network, path, error);
+    return files::save_document (document, path, error);
+}
+
+int run (const Arguments& arguments) {
+    const std::optional<int> duration = arguments.number ("--duration", files::default_duration);
+    if (!duration) return status_usage;
+    document::DocumentState& state = document::document_state ();
+    state.dark_mode = arguments.has ("--dark");
+    state.show_kinetics = !arguments.has ("--no-kinetics");
+    state.show_stoichiometry = arguments.has ("--stoichiometry");
+    files::Document document;
+    const files::OpenOptions how{.use_annotation = !arguments.has ("--no-annotation")};
+    if (!open_input ("convert", arguments.words[0], document, how)) return status_failure;
+    if (arguments.has ("--duration")) document.duration = *duration;
+    std::string error;
+    const std::string& target = arguments.words[1];
+    if (write (document, target, error)) return status_success;
+    std::fprintf (stderr, "ostrand-tool convert: cannot write '%s'%s%s\n", target.c_str (),
+                  error.empty () ? "" : ": ", error.c_str ());
+    return status_failure;
+}
+
+} // namespace
+
+extern const ToolCommand convert_command{
+    .name = "convert",
+    .words = "IN OUT",
+    .fewest_words = 2,
+    .most_words = 2,
+    .summary = "convert a network to another format or to a drawing",
+    .details =
+        "The extension of each name tells its format: .ssa is model text, .xml is SBML, .svg and\n"
+        ".pdf are drawings, every other name is native text (.net, .mto), which is told by its\n"
+        "first line when it is read. Model text, and SBML without a drawing, is laid out.\n",
+    .options = options,
+    .run = run,
+};
+
+} // namespace ostrand::tool
