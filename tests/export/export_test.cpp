@@ -3,6 +3,8 @@
 
 #include "document/markup.h"
 #include "export/file_raster.h"
+#include "export/pdf_device.h"
+#include "support/random_document.h"
 #include "support/recording_device.h"
 #include "support/support.h"
 
@@ -192,6 +194,43 @@ TEST (Export, SvgAndPdfShowTheSamePicture) {
         // Letters of another font and the edges of shapes differ, areas do not.
         EXPECT_LT (difference (*svg, *pdf), 0.03) << (dark ? "dark" : "light");
     }
+}
+
+std::size_t count (const std::string& text, std::string_view what) {
+    std::size_t found = 0;
+    for (std::size_t at = text.find (what); at != std::string::npos; at = text.find (what, at + 1))
+        ++found;
+    return found;
+}
+
+TEST (Export, RandomDocumentsPaintWhollyAndAgainTheSame) {
+    document_state ().show_stoichiometry = true;
+    for (std::uint32_t seed = 1; seed <= 40; ++seed) {
+        SCOPED_TRACE (seed);
+        const auto network = ostrand::testing::RandomDocument (seed).network ();
+        network->update_shared_nodes ();
+        network->layout ();
+        const std::string svg = drawing::svg_text (*network);
+        EXPECT_EQ (count (svg, "<g"), count (svg, "</g>"));
+        EXPECT_EQ (count (svg, "<text"), count (svg, "</text>"));
+        EXPECT_EQ (count (svg, "\"nan\"") + count (svg, "\"inf\""), 0U);
+        EXPECT_EQ (count (svg, "width=\"-"), 0U);
+        const drawing::DrawingSize size = drawing::drawing_size (*network);
+        drawing::PdfDevice pdf (static_cast<float> (size.width), static_cast<float> (size.height));
+        drawing::paint_export (*network, pdf);
+        EXPECT_FALSE (pdf.failed ());
+
+        ostrand::testing::RecordingDevice first;
+        drawing::paint_export (*network, first);
+        EXPECT_EQ (count (first.joined (), "push "), count (first.joined (), "pop\n"));
+        EXPECT_EQ (count (first.joined (), "\nclip "), count (first.joined (), "end_clip\n"));
+        mark_layout_dirty ();
+        network->layout ();
+        ostrand::testing::RecordingDevice second;
+        drawing::paint_export (*network, second);
+        EXPECT_EQ (first.joined (), second.joined ());
+    }
+    document_state ().show_stoichiometry = false;
 }
 
 TEST (Export, TwoDifferentPicturesAreSeenAsDifferent) {
