@@ -14,7 +14,9 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <set>
+#include <sstream>
 
 namespace ostrand::files {
 namespace {
@@ -342,6 +344,62 @@ TEST (ModelGaps, what_is_left_out_is_named_item_by_item) {
                      "left out: arc from \"I\" to the arc from \"B\", a model text has no word for "
                      "it",
                      "left out: the network inside the node at (300, 40), 1 nodes"));
+}
+
+TEST (ModelGaps, an_enzyme_without_name_is_told) {
+    Document document = opened ("a -> b | 5 ;", "m.ssa");
+    EXPECT_THAT (model_gaps (*document.network),
+                 ElementsAre ("no name: the enzyme of reaction \"a\" -> \"b\", which the simulator "
+                              "refuses"));
+}
+
+/// One line for each species of a result with its counts, whatever the order of species.
+std::multiset<std::string> counts_by_name (const std::string& result, std::size_t species) {
+    std::istringstream in (result);
+    std::string line;
+    std::getline (in, line);
+    std::vector<std::string> rows (species);
+    for (std::string& name : rows) {
+        std::getline (in, name);
+        std::getline (in, line); // the colour
+    }
+    std::vector<std::string> values;
+    while (std::getline (in, line)) {
+        values.push_back (line);
+    }
+    const std::size_t each = values.size () / species;
+    for (std::size_t i = 0; i < species; ++i) {
+        for (std::size_t k = 0; k < each; ++k) {
+            rows[i] += " " + values[i * each + k];
+        }
+    }
+    return {rows.begin (), rows.end ()};
+}
+
+TEST (ModelRoundTrip, the_simulation_is_the_same_count_for_count) {
+    const std::filesystem::path program = std::filesystem::path (OSTRAND_BUILD_DIR) / "ostrand";
+    if (!std::filesystem::exists (program)) {
+        GTEST_SKIP () << program << " is not built";
+    }
+    const TemporaryFolder folder;
+    const std::string model = "duration = 20;\n[a] = 20 uM;\n[b] = 5 uM;\n[atp] = 50 uM;\n"
+                              "[hk] = 1 uM;\n[pgi] = 2 uM;\n[pfk] = 1 uM;\n"
+                              "display (a, b, c, d);\n"
+                              "hk : a + atp -> b + adp | 10 uM, 20 uM - 5 ;\n"
+                              "pgi : b -> c | 30 uM - 50 ;\n"
+                              "pfk : c + atp -> d + adp | 10 uM, 20 uM - 7.5 ;\n";
+    Document document = opened (model, "m.ssa");
+    std::vector<std::multiset<std::string>> results;
+    for (const std::string& text : {model, written (document)}) {
+        const std::string path = folder.write ("m.ssa", text);
+        const std::string out = (folder / "d.gz").string ();
+        const auto run = ostrand::testing::run_program (
+            {"ostrand", "-a", path, "-sequential", "-out", out}, folder.path ());
+        ASSERT_EQ (run.status, 0) << run.error;
+        results.push_back (counts_by_name (ostrand::testing::unzipped_file (out), 4));
+    }
+    EXPECT_GT (results[0].begin ()->size (), 50U);
+    EXPECT_EQ (results[0], results[1]);
 }
 
 } // namespace
