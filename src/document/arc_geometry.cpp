@@ -6,7 +6,6 @@
 #include "document/compart.h"
 #include "document/node.h"
 
-#include <algorithm>
 #include <cmath>
 
 namespace ostrand::document {
@@ -106,18 +105,17 @@ Point start_point (const CenterLine& line, const Box& from, const Box& to, doubl
 }
 
 /// Arcs from one node to another, in the order of the source's arcs. Both ends know them; the end
-/// that has fewer is asked.
+/// that has fewer is asked first, since one arc or none has no order.
 std::vector<Arque*> arcs_between (const Node& from, const Node& to) {
     std::vector<Arque*> found;
     if (from.arcs ().size () > to.incoming ().size ()) {
         for (Arque* const b : to.incoming ())
             if (b->source () == &from) found.push_back (b);
-        if (found.size () > 1)
-            std::ranges::sort (found, {}, [&from] (const Arque* b) { return from.place_of (*b); });
-    } else {
-        for (const auto& b : from.arcs ())
-            if (b->dest () == &to) found.push_back (b.get ());
+        if (found.size () <= 1) return found;
+        found.clear ();
     }
+    for (const auto& b : from.arcs ())
+        if (b->dest () == &to) found.push_back (b.get ());
     return found;
 }
 

@@ -41,6 +41,7 @@ Char* Line::key (KeyPress press, Char* at, Line*& out_line) {
     };
     const auto deleted = [&] (int from, int to) {
         if (to > from) {
+            clear_selection ();
             erase (from, to);
             status = KeyStatus::layout_needed;
         }

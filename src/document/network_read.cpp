@@ -207,8 +207,8 @@ void NetworkReader::read_compart () {
         reader_.skip ();
     }
     end_record ();
-    Compart& added = network_.add_compart (std::move (made));
-    note (index_, id, added, network_);
+    // A search meets compartments last, in their order: what has the number already keeps it.
+    index_.emplace (id, &network_.add_compart (std::move (made)));
 }
 
 void NetworkReader::read_node () {

@@ -154,8 +154,7 @@ float Node::get_width () const {
         width = text_width + 10;
         if (group () == node::molecule_group && text_width > wide_label) width += 16;
     }
-    // A network's own size follows its arcs' layout, which stamps do not tell.
-    width_stamp = nested () != nullptr ? 0 : now;
+    width_stamp = now;
     return width;
 }
 
@@ -169,7 +168,7 @@ int Node::get_height () const {
         if ((roomy && label->get_width () > wide_label) || is_shared () || residu) high += 4;
     }
     height = static_cast<float> (high);
-    height_stamp = nested () != nullptr ? 0 : now;
+    height_stamp = now;
     return high;
 }
 

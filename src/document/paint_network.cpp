@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -17,14 +18,29 @@ std::array<float, 12> fingerprint (const Arque& arc) {
             arc.label_pos.x, arc.label_pos.y, arc.residu_pos.x, arc.residu_pos.y};
 }
 
-/// Number of arcs between an arc and the node that it ends on at last; what ends on itself by way
-/// of others counts as deep.
-int depth_of (const Arque& arc) {
-    constexpr int deepest = 1000;
-    int depth = 0;
-    for (const Arque* on = arc.dest_arc (); on && depth < deepest; on = on->dest_arc ()) ++depth;
-    return depth;
-}
+/// Number of arcs between an arc and the node that it ends on at last, for arcs that end on arcs;
+/// arcs that end on one another in a circle count from anywhere in it.
+class Depths {
+  public:
+    int of (const Arque& arc) {
+        if (!arc.dest_arc ()) return 0;
+        std::vector<const Arque*> way;
+        int depth = 0;
+        for (const Arque* on = &arc; on->dest_arc (); on = on->dest_arc ()) {
+            const auto [known, is_new] = depths_.emplace (on, 0);
+            if (!is_new) {
+                depth = known->second;
+                break;
+            }
+            way.push_back (on);
+        }
+        for (auto on = way.rbegin (); on != way.rend (); ++on) depths_[*on] = ++depth;
+        return depths_[&arc];
+    }
+
+  private:
+    std::unordered_map<const Arque*, int> depths_;
+};
 
 /// Lays out all arcs. The first walk, in network order, settles on which side parallel arcs go. An
 /// arc that ends on an arc needs that one's place, which later walks, from the nodes outwards,
@@ -32,9 +48,10 @@ int depth_of (const Arque& arc) {
 void layout_arcs (const std::vector<Arque*>& arcs) {
     constexpr int most_walks = 8; // parallel arcs settle in two; only circles of arcs never do
     for (Arque* const arc : arcs) arc->paint (0, 0, false);
+    Depths depths;
     std::vector<std::pair<int, Arque*>> by_depth;
     by_depth.reserve (arcs.size ());
-    for (Arque* const arc : arcs) by_depth.emplace_back (depth_of (*arc), arc);
+    for (Arque* const arc : arcs) by_depth.emplace_back (depths.of (*arc), arc);
     std::ranges::stable_sort (by_depth, {}, &std::pair<int, Arque*>::first);
     bool changed = true;
     for (int walk = 0; changed && walk < most_walks; ++walk) {

@@ -92,6 +92,21 @@ void StdChar::fprint (PrintState& to, int depth) const {
         to.write_code (code);
         return;
     }
+    if (is_escaped (code) && (sup || code == '{')) {
+        // The short record would read the escape as the letter and take the letter for a script,
+        // and what follows would close the line. Marks behind the letter say the same without harm.
+        to.out += '\\';
+        to.out += static_cast<char> (code);
+        for (const Line* script : {sub.get (), sup.get ()}) {
+            if (script == nullptr) continue;
+            to.out += script == sub.get () ? '_' : '^';
+            const unsigned around = to.font; // a script is read in a font of its own
+            to.font = reduced_font (around);
+            script->fprint (to, depth);
+            to.font = around;
+        }
+        return;
+    }
     to.out += is_escaped (code) ? "[E\\" : "[E";
     to.out += static_cast<char> (code & 0xFFU);
     if (sub) {

@@ -1,7 +1,6 @@
 // ostrand-tool layout: what the geometry made of a file, as one JSON object.
 #include "base/disk.h"
 #include "base/text.h"
-#include "document/greek.h"
 #include "files/native.h"
 #include "tool/commands.h"
 #include "tool/open_input.h"
@@ -78,6 +77,7 @@ class Json {
         else
             out_ += "null";
     }
+    /// letters  UTF-8
     void append_quoted (std::string_view letters) {
         out_ += '"';
         for (const char c : letters) {
@@ -87,7 +87,7 @@ class Json {
             else if (code < 32)
                 out_ += format_text ("\\u%04x", code);
             else
-                append_utf8 (out_, code);
+                out_ += c;
         }
         out_ += '"';
     }

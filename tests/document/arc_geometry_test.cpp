@@ -1,6 +1,8 @@
 // Arc geometry against places worked out by hand. Nodes are 40 by 20 unless said otherwise.
 #include "document/drawn_network.h"
 
+#include <vector>
+
 using namespace ostrand::document;
 using ostrand::testing::DrawnNetwork;
 using ostrand::testing::even_line;
@@ -253,6 +255,50 @@ TEST (ArcGeometry, ArcOnAnArcThatComesLaterInTheWalkIsRight) {
     drawn.network.layout ();
     EXPECT_NEAR (substrate.end.x, r.mark_a.x, 0.01);
     EXPECT_NEAR (substrate.end.y, r.mark_a.y, 0.01);
+}
+
+TEST (ArcGeometry, LongChainOfArcsOnArcsIsRight) {
+    DrawnNetwork drawn;
+    constexpr int length = 3000;
+    // The nodes stand in the order that is worst for a walk: each arc ends on that of a later node.
+    std::vector<Node*> nodes;
+    for (int i = 0; i < length; ++i)
+        nodes.push_back (&drawn.node (300, 100 + 50 * static_cast<float> (i % 7), 0, ""));
+    Arque* on = &drawn.arc (*nodes.back (), drawn.node (100, 100));
+    for (int i = length - 2; i >= 0; --i)
+        on = &drawn.arc (*nodes[static_cast<std::size_t> (i)], *on, arc::substrate);
+    drawn.network.layout ();
+    for (const Node* n : nodes) {
+        const Arque& a = *n->arcs ().front ();
+        if (!a.dest_arc ()) continue;
+        ASSERT_NEAR (a.end.x, a.dest_arc ()->mark_a.x, 0.01);
+        ASSERT_NEAR (a.end.y, a.dest_arc ()->mark_a.y, 0.01);
+    }
+}
+
+TEST (ArcGeometry, ArcsInACircleComeToAnEnd) {
+    DrawnNetwork drawn;
+    Node& n = drawn.node (100, 100);
+    Arque& a = drawn.arc (n, drawn.node (300, 100), arc::substrate);
+    Arque& b = drawn.arc (drawn.node (200, 300), a, arc::substrate);
+    a.set_dest (&b);
+    drawn.network.layout ();
+    EXPECT_EQ (a.dest_arc (), &b);
+    EXPECT_EQ (b.dest_arc (), &a);
+}
+
+TEST (ArcGeometry, HubWithManyArcsIsLaidOutAtOnce) {
+    DrawnNetwork drawn;
+    Node& hub = drawn.node (100, 100);
+    Node& other = drawn.node (100, 900);
+    for (int i = 0; i < 20000; ++i) {
+        drawn.arc (hub, drawn.node (400, static_cast<float> (i), 0, ""));
+        drawn.arc (hub, other);
+    }
+    drawn.network.layout ();
+    EXPECT_EQ (hub.arcs ()[1]->side, -2);
+    EXPECT_EQ (hub.arcs ().back ()->side, 2);
+    EXPECT_EQ (hub.arcs ()[2]->side, 0);
 }
 
 TEST (ArcGeometry, LabelPlacesToTheRightAndLeft) {

@@ -74,6 +74,18 @@ TEST (Markup, scripted_underscore_is_written_escaped_and_read_as_it_stands) {
     EXPECT_EQ (letter (*read, 0).sup->chars_only (), "b");
 }
 
+TEST (Markup, scripted_marks_that_would_break_the_line_are_written_without_the_record) {
+    for (const char* markup : {"{\\__{a}^{b}c}", "{\\}^{a}c}", "{\\{_{a}c}", "{\\[^{a_{b}}c}",
+                               "{\\<_{<74F>a}^{<4C>b}c}"}) {
+        const auto line = line_of (markup);
+        const std::string text = written (*line);
+        const auto read = line_of (text);
+        EXPECT_TRUE (read->equals (*line)) << text;
+        EXPECT_EQ (written (*read), text);
+        EXPECT_EQ (read->chars ().back ()->font, 67U);
+    }
+}
+
 TEST (Markup, no_font_and_no_colour_never_appear_in_a_file) {
     Line line ("", 67, 0);
     line.insert_before (nullptr, std::make_unique<StdChar> ('a', no_font, no_color));

@@ -471,5 +471,16 @@ TEST (NativeText, a_hub_of_all_arcs_loads_and_goes_in_time) {
     EXPECT_EQ (network->count_arcs (), 0);
 }
 
+TEST (NativeText, many_arcs_on_a_large_nested_network_load_in_time) {
+    std::string text = "[N2 0 2 8 8[S1 0 9 9 0 3 9[N5000 0 2";
+    for (int i = 3; i < 5003; ++i) text += "[S" + std::to_string (i) + " 0 9 9 0 3 13{n}-]";
+    text += "]-][S2 0 900 9 0 3 13{m}-]";
+    for (int i = 6000; i < 16000; ++i) text += "[A" + std::to_string (i) + " 0 272 2 2 1]";
+    text += ']';
+    std::unique_ptr<Network> network;
+    EXPECT_LT (seconds_of ([&] { network = read_native (text); }), 60);
+    EXPECT_EQ (network->count_arcs (), 10000);
+}
+
 } // namespace
 } // namespace ostrand::files

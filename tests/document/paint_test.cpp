@@ -1,0 +1,680 @@
+// What is painted, as the list of primitives.
+#include "document/colors.h"
+#include "document/drawn_network.h"
+#include "document/markup.h"
+#include "document/picture.h"
+#include "support/recording_device.h"
+#include "support/support.h"
+
+using namespace ostrand;
+using namespace ostrand::document;
+using ostrand::testing::DrawnNetwork;
+using ostrand::testing::even_font;
+using ostrand::testing::even_line;
+using ostrand::testing::RecordingDevice;
+
+namespace {
+
+/// The primitives of one object painted at (0, 0), a line each.
+std::string painted (Char& object, bool file = true) {
+    RecordingDevice device (file);
+    const DeviceScope scope (device);
+    object.paint (0, 0, true);
+    return device.joined ();
+}
+
+std::unique_ptr<Line> line_of (std::string_view markup) {
+    MarkupReader reader (markup);
+    return read_braced_line (reader);
+}
+
+// Lines
+
+TEST (PaintLine, UniformLineIsOneText) {
+    DrawnNetwork drawn;
+    const auto line = even_line ("abc", 4);
+    line->x = 5;
+    EXPECT_EQ (painted (*line), "color 4\ntext 97 'abc' 5 0\n");
+}
+
+TEST (PaintLine, MixedLineIsOneTextALetter) {
+    DrawnNetwork drawn;
+    const auto line = line_of ("{<97F>a<1C>b}");
+    EXPECT_EQ (painted (*line), "color 0\ntext 97 'a' 0 0\ncolor 1\ntext 97 'b' 6 0\n");
+}
+
+TEST (PaintLine, EmptyLinePaintsNothing) {
+    DrawnNetwork drawn;
+    const auto line = even_line ("");
+    line->frame = 2;
+    EXPECT_EQ (painted (*line), "");
+}
+
+TEST (PaintLine, ScriptsStandAboveAndBelow) {
+    DrawnNetwork drawn;
+    // Courier 14 is 8.4 wide and 12 above its base, its scripts are Courier 12: 10 above, 4 below.
+    const auto line = line_of ("{<99F>a_{b}^{c}}");
+    EXPECT_EQ (painted (*line), "color 0\ntext 99 'a' 0 0\ncolor 0\ntext 98 'b' 9.4 2\n"
+                                "color 0\ntext 98 'c' 9.4 -5\n");
+}
+
+TEST (PaintLine, OnACanvasOneTextOnlyAtZoomOneOrWhileScrolling) {
+    DrawnNetwork drawn;
+    const auto line = even_line ("ab");
+    const std::string once = "color 0\ntext 97 'ab' 0 0\n";
+    const std::string twice = "color 0\ntext 97 'a' 0 0\ncolor 0\ntext 97 'b' 6 0\n";
+    EXPECT_EQ (painted (*line, false), once);
+    document_state ().paint_zoom = 2;
+    EXPECT_EQ (painted (*line, false), twice);
+    EXPECT_EQ (painted (*line, true), once);
+    document_state ().scrolling = true;
+    EXPECT_EQ (painted (*line, false), once);
+}
+
+TEST (PaintLine, SelectedLetterHasABlockBehindIt) {
+    DrawnNetwork drawn;
+    const auto line = even_line ("ab");
+    line->chars ()[1]->set_selected (true);
+    EXPECT_EQ (painted (*line), "color 0\ntext 97 'a' 0 0\n"
+                                "color 72\nfill_rect 6 -9 6 12\ncolor 0\ntext 97 'b' 6 0\n");
+    document_state ().dark_mode = true;
+    EXPECT_EQ (painted (*line), "color 7\ntext 97 'a' 0 0\n"
+                                "color 3\nfill_rect 6 -9 6 12\ncolor 7\ntext 97 'b' 6 0\n");
+}
+
+TEST (PaintLine, FoggyLetterIsLighter) {
+    DrawnNetwork drawn;
+    const auto line = even_line ("a", 1);
+    line->set_fog (true);
+    EXPECT_EQ (painted (*line), "color ffc8c800\ntext 97 'a' 0 0\n");
+    document_state ().dark_mode = true;
+    EXPECT_EQ (painted (*line), "color 100\ntext 97 'a' 0 0\n");
+}
+
+TEST (PaintLine, FrameIsAroundTheLine) {
+    DrawnNetwork drawn;
+    const auto line = even_line ("ab");
+    line->frame = 2;
+    EXPECT_EQ (painted (*line),
+               "color 0\ntext 97 'ab' 0 0\ncolor 72\nline 2\nstroke_rect 0 -9 12 12\n");
+    document_state ().dark_mode = true;
+    EXPECT_EQ (painted (*line),
+               "color 7\ntext 97 'ab' 0 0\ncolor 3\nline 2\nstroke_rect 0 -9 12 12\n");
+}
+
+TEST (PaintLine, PictureThatCannotBeReadShowsThePlaceholder) {
+    DrawnNetwork drawn;
+    const auto line = line_of ("{[P0 20 10 none.png]}");
+    EXPECT_EQ (painted (*line),
+               "color 45\nline 1\nstroke_rect 0 -10 20 10\nfill_ellipse 5 -7.5 10 5 16\n");
+}
+
+TEST (PaintLine, PictureIsDrawnByItsAlign) {
+    DrawnNetwork drawn;
+    const ostrand::testing::TemporaryFolder folder;
+    // The front of a GIF of 8 by 6.
+    const std::string path =
+        folder.write ("a.gif", std::string_view ("GIF89a\x08\0\x06\0\0\0\0", 13));
+    for (const auto& [align, y] :
+         {std::pair{"0", "-6"}, std::pair{"1", "-3"}, std::pair{"2", "0"}}) {
+        const auto line = line_of ("{[P" + std::string (align) + " 1 1 " + path + "]}");
+        static_cast<Picture&> (*line->chars ()[0]).set_align (align[0] - '0');
+        EXPECT_EQ (painted (*line), "picture " + path + " 0 " + y + " 8 6\n");
+    }
+}
+
+TEST (PaintDevice, FormatGoesThroughTheTextPrimitive) {
+    RecordingDevice device;
+    device.draw_format (even_font, 1, 2, "%d%%", 42);
+    EXPECT_EQ (device.joined (), "text 97 '42%' 1 2\n");
+}
+
+TEST (PaintDevice, ScopesNest) {
+    RecordingDevice outer;
+    RecordingDevice inner;
+    EXPECT_EQ (current_device (), nullptr);
+    {
+        const DeviceScope first (outer);
+        {
+            const DeviceScope second (inner);
+            EXPECT_EQ (current_device (), &inner);
+        }
+        EXPECT_EQ (current_device (), &outer);
+    }
+    EXPECT_EQ (current_device (), nullptr);
+}
+
+// Nodes of 40 by 20 at (100, 100): corner (80, 90), label at (85, 90 + 13).
+
+constexpr std::string_view label = "color 0\ntext 97 'AAAAA' 85 103\n";
+
+/// A node's primitives; `change` is made on it first.
+template <typename Change>
+std::string painted_node (unsigned type, const Change& change) {
+    DrawnNetwork drawn;
+    Node& n = drawn.node (100, 100, type);
+    n.bg_color = 0xAABBCC00;
+    change (n);
+    mark_layout_dirty ();
+    return painted (n);
+}
+
+std::string painted_node (unsigned type) {
+    return painted_node (type, [] (Node&) {});
+}
+
+TEST (PaintNode, WithoutBorderIsTextOnly) { EXPECT_EQ (painted_node (0), label); }
+
+TEST (PaintNode, WithoutBorderHasAFrameWhenSelected) {
+    EXPECT_EQ (painted_node (0, [] (Node& n) { n.selected = true; }),
+               "color 1\nfill_rect 78.5 88.5 43 23\ncolor 7\nfill_rect 81.5 91.5 37 17\n" +
+                   std::string (label));
+}
+
+TEST (PaintNode, Gene) {
+    EXPECT_EQ (painted_node (5), "color 0\nfill_rect 78 88 44 24\n"
+                                 "color aabbcc00\nfill_rect 80 90 40 20\n" +
+                                     std::string (label));
+}
+
+TEST (PaintNode, GeneOfThicknessZeroHasNoOutline) {
+    EXPECT_EQ (painted_node (5, [] (Node& n) { n.thickness = 0; }),
+               "color aabbcc00\nfill_rect 80 90 40 20\n" + std::string (label));
+}
+
+// Shared nodes are 4 higher: corner (80, 88), 24 high, label at 88 + 11.
+constexpr std::string_view shared_label = "color 0\ntext 97 'AAAAA' 85 99\n";
+
+TEST (PaintNode, SharedGeneHasABar) {
+    EXPECT_EQ (painted_node (7), "color 0\nfill_rect 78 86 44 28\n"
+                                 "color aabbcc00\nfill_rect 80 88 40 24\n"
+                                 "color 0\nfill_rect 79 107.2 42 6.8\n" +
+                                     std::string (shared_label));
+    EXPECT_EQ (painted_node (6), "color 0\nfill_rect 78 86 44 28\n"
+                                 "color aabbcc00\nfill_rect 80 88 40 24\n"
+                                 "color 0\nshared_bar 80 88 40 24 2\n" +
+                                     std::string (shared_label));
+}
+
+TEST (PaintNode, Protein) {
+    EXPECT_EQ (painted_node (9), "color 0\nfill_round_rect 78 88 44 24 9\n"
+                                 "color aabbcc00\nfill_round_rect 80 90 40 20 7\n" +
+                                     std::string (label));
+}
+
+TEST (PaintNode, SharedProteinKeepsTheOutlinesColourInItsLowerFifth) {
+    EXPECT_EQ (painted_node (11), "color 0\nfill_round_rect 78 86 44 28 9\n"
+                                  "color aabbcc00\nclip 80 88 40 19.2\n"
+                                  "fill_round_rect 80 88 40 24 7\nend_clip\n" +
+                                      std::string (shared_label));
+    EXPECT_EQ (painted_node (10), "color 0\nfill_round_rect 78 86 44 28 9\n"
+                                  "color aabbcc00\nfill_round_rect 80 88 40 24 7\n"
+                                  "clip 80 107.2 40 4.8\ncolor 0\nshared_bar 80 88 40 24 2\n"
+                                  "end_clip\n" +
+                                      std::string (shared_label));
+}
+
+TEST (PaintNode, Molecule) {
+    EXPECT_EQ (painted_node (13), "color 0\nfill_ellipse 78 88 44 24 64\n"
+                                  "color aabbcc00\nfill_ellipse 80 90 40 20 64\n" +
+                                      std::string (label));
+}
+
+TEST (PaintNode, SharedMoleculeHasABandInItsLowerQuarter) {
+    EXPECT_EQ (painted_node (15), "color 0\nfill_ellipse 78 86 44 28 64\n"
+                                  "color aabbcc00\nfill_ellipse 80 88 40 24 64\n"
+                                  "color 0\nclip 78 106 44 10\nfill_ellipse 80 88 40 24 64\n"
+                                  "end_clip\n" +
+                                      std::string (shared_label));
+    EXPECT_EQ (painted_node (14), "color 0\nfill_ellipse 78 86 44 28 64\n"
+                                  "color aabbcc00\nfill_ellipse 80 88 40 24 64\n"
+                                  "color 0\nshared_bar 84 88 32 24 2\n" +
+                                      std::string (shared_label));
+}
+
+TEST (PaintNode, Receptor) {
+    EXPECT_EQ (painted_node (17), "color 0\nfill_chevron 78 88 44 24 10\n"
+                                  "color aabbcc00\nfill_chevron 80 90 40 20 10\n"
+                                  "color 0\ntext 97 'AAAAA' 85 110\n");
+}
+
+TEST (PaintNode, WideMoleculeMovesItsLabel) {
+    DrawnNetwork drawn;
+    Node& n = drawn.node (100, 100, 13, "AAAAAAAAAA"); // 60 wide: 86 by 24
+    const std::string text = painted (n);
+    EXPECT_TRUE (text.ends_with ("text 97 'AAAAAAAAAA' 70 103\n")) << text;
+    EXPECT_EQ (n.get_width (), 86);
+    EXPECT_EQ (n.get_height (), 24);
+}
+
+TEST (PaintNode, ResiduStandsOnTheUpperEdge) {
+    const std::string text = painted_node (9, [] (Node& n) { n.take_residu (even_line ("P")); });
+    // 24 high now: corner (80, 88). The text is 6 by 12 at (90, 88), its ground 14 by 14.
+    EXPECT_EQ (text, "color 0\nfill_round_rect 78 86 44 28 9\n"
+                     "color aabbcc00\nfill_round_rect 80 88 40 24 7\n"
+                     "color 0\ntext 97 'AAAAA' 85 103\n"
+                     "color 0\nfill_ellipse 86 78 14 14 16\n"
+                     "color 7\nfill_ellipse 87 79 12 12 16\n"
+                     "color 0\ntext 97 'P' 90 88\n");
+}
+
+TEST (PaintNode, ResiduOnAWideMoleculeAddsNoOffsetInX) {
+    DrawnNetwork drawn;
+    Node& n = drawn.node (100, 100, 13, "AAAAAAAAAA");
+    n.take_residu (even_line ("P"));
+    n.paint (0, 0, false);
+    EXPECT_EQ (n.label->x, 5);
+    EXPECT_EQ (n.label->y, 15);
+    EXPECT_EQ (n.get_height (), 24);
+    EXPECT_EQ (n.residu->x, 67);
+    EXPECT_EQ (n.residu->y, 88);
+}
+
+TEST (PaintNode, MarksChangeColourAndThickness) {
+    const auto outline = [] (auto change) {
+        const std::string text = painted_node (5, change);
+        return text.substr (0, text.find ("\n", text.find ('\n') + 1));
+    };
+    EXPECT_EQ (outline ([] (Node& n) { n.calyx_display = true; }),
+               "color 4\nfill_rect 77 87 46 26");
+    EXPECT_EQ (outline ([] (Node& n) { n.multi_conc = true; }), "color 5\nfill_rect 77 87 46 26");
+    EXPECT_EQ (outline ([] (Node& n) { n.selected = true; }), "color 1\nfill_rect 77 87 46 26");
+    EXPECT_EQ (outline ([] (Node& n) { n.hover = true; }), "color 0\nfill_rect 77 87 46 26");
+    EXPECT_EQ (outline ([] (Node& n) { n.highlight = 239; }), "color 5\nfill_rect 77 87 46 26");
+    EXPECT_EQ (outline ([] (Node& n) {
+                   n.highlight = 239;
+                   n.calyx_display = n.multi_conc = n.selected = n.hover = true;
+               }),
+               "color 1\nfill_rect 73 83 54 34");
+    EXPECT_EQ (outline ([] (Node& n) {
+                   document_state ().dark_mode = true;
+                   n.calyx_display = true;
+               }),
+               "color 6\nfill_rect 77 87 46 26");
+    EXPECT_EQ (outline ([] (Node& n) {
+                   document_state ().dark_mode = true;
+                   n.selected = true;
+               }),
+               "color 3\nfill_rect 77 87 46 26");
+}
+
+TEST (PaintNode, HighlightHasATripleShadow) {
+    const auto highlight = [] (Node& n) { n.highlight = find_highlight; };
+    EXPECT_TRUE (painted_node (9, highlight)
+                     .starts_with ("color 48\nfill_round_rect 83 93 46 26 10\n"
+                                   "color a0a0a000\nfill_round_rect 82 92 46 26 10\n"
+                                   "color 30\nfill_round_rect 81 91 46 26 10\n"
+                                   "color 5\nfill_round_rect 77 87 46 26 10\n"
+                                   "color 239\nfill_round_rect 80 90 40 20 7\n"));
+    EXPECT_TRUE (painted_node (13,
+                               [] (Node& n) {
+                                   n.highlight = find_highlight;
+                                   document_state ().dark_mode = true;
+                               })
+                     .starts_with ("color 48\nfill_ellipse 83 93 46 26 64\n"
+                                   "color a0a0a000\nfill_ellipse 82 92 46 26 64\n"
+                                   "color 48\nfill_ellipse 81 91 46 26 64\n"
+                                   "color 5\nfill_ellipse 77 87 46 26 64\n"));
+}
+
+TEST (PaintNode, FoggyNodeIsLighter) {
+    EXPECT_EQ (painted_node (5, [] (Node& n) { n.foggy = true; }),
+               "color c8c8c800\nfill_rect 78 88 44 24\ncolor ffffff00\nfill_rect 80 90 40 20\n" +
+                   std::string (label));
+}
+
+TEST (PaintNode, DarkCanvasTurnsColours) {
+    EXPECT_EQ (painted_node (9,
+                             [] (Node& n) {
+                                 n.bg_color = 7;
+                                 document_state ().dark_mode = true;
+                             }),
+               "color 7\nfill_round_rect 78 88 44 24 9\ncolor 0\nfill_round_rect 80 90 40 20 7\n"
+               "color 7\ntext 97 'AAAAA' 85 103\n");
+}
+
+TEST (PaintNode, TypeWithoutBackgroundIsPaintedFilled) {
+    EXPECT_EQ (painted_node (8), painted_node (9));
+    EXPECT_EQ (painted_node (16), painted_node (17));
+}
+
+// Arcs from (120, 100) to the right.
+
+/// The primitives of an arc of 160 pixels.
+template <typename Change>
+std::string painted_arc (unsigned type, const Change& change) {
+    DrawnNetwork drawn;
+    Arque& a = drawn.arc (drawn.node (100, 100), drawn.node (300, 100), type);
+    change (a);
+    RecordingDevice device;
+    const DeviceScope scope (device);
+    // Exactly horizontal: the line through the centres has a slope of 1e-6 otherwise.
+    a.paint (0, 0, true);
+    std::string text;
+    for (std::string call : device.calls) {
+        for (const std::string_view noise : {"100.000"}) {
+            const std::size_t at = call.find (noise);
+            if (at != std::string::npos) call.replace (at, call.find (' ', at) - at, "100");
+        }
+        text += call + "\n";
+    }
+    return text;
+}
+
+std::string painted_arc (unsigned type) {
+    return painted_arc (type, [] (Arque&) {});
+}
+
+TEST (PaintArc, Reaction) {
+    EXPECT_EQ (painted_arc (arc::reaction), "group\ncolor 0\nline 1\npush 120 100 0\n"
+                                            "fill_rect 0 -1 155 2\npop\n"
+                                            "push 197.5 100 0\ncolor 0\nfill_rect -7 -7 14 14\n"
+                                            "color 7\nfill_rect -5 -5 10 10\npop\n"
+                                            "push 280 100 0\ncolor 0\narrow_head 14 10 1\npop\n"
+                                            "end_group\n");
+}
+
+TEST (PaintArc, ReversibleReactionHasArrowsAtBothEnds) {
+    const std::string text = painted_arc (arc::reversible_reaction);
+    EXPECT_NE (text.find ("fill_rect 0 -1 155 2\n"), std::string::npos) << text;
+    EXPECT_NE (text.find ("push 120 100 180\ncolor 0\narrow_head 14 10 1\npop\n"
+                          "push 280 100 0\ncolor 0\narrow_head 14 10 1\npop\n"),
+               std::string::npos)
+        << text;
+}
+
+TEST (PaintArc, ReversibleArcWithoutAHeadIsFiveLonger) {
+    EXPECT_EQ (painted_arc (0x101), "group\ncolor 0\nline 1\npush 120 100 0\n"
+                                    "fill_rect 0 -1 165 2\npop\n"
+                                    "push 200 100 0\ncolor 0\nfill_rect -7 -7 14 14\n"
+                                    "color 7\nfill_rect -5 -5 10 10\npop\n"
+                                    "push 120 100 180\ncolor 0\narrow_head 14 10 1\npop\n"
+                                    "end_group\n");
+    const std::string product = painted_arc (arc::product);
+    EXPECT_NE (product.find ("fill_rect 0 -1 160 2\n"), std::string::npos) << product;
+    EXPECT_NE (product.find ("push 120 100 180\n"), std::string::npos) << product;
+}
+
+TEST (PaintArc, TransportHasABar) {
+    const std::string text = painted_arc (arc::transport);
+    EXPECT_NE (text.find ("push 261 100 90\ncolor 0\nfill_rect -5 -2 10 1.5\npop\nend_group\n"),
+               std::string::npos)
+        << text;
+}
+
+TEST (PaintArc, SubstrateLinkIsALine) {
+    EXPECT_EQ (painted_arc (arc::substrate),
+               "group\ncolor 0\nline 1\npush 120 100 0\nfill_rect 0 -1 160 2\npop\nend_group\n");
+}
+
+TEST (PaintArc, CatalysisHasACircleThatTouchesTheTarget) {
+    // Its end is at 271, the centre 5 on from there, the radius 4.
+    const std::string text = painted_arc (arc::catalysis);
+    EXPECT_NE (text.find ("fill_rect 0 -1 151 2\npop\ncolor 0\nfill_ellipse 272 95"),
+               std::string::npos)
+        << text;
+    EXPECT_NE (text.find (" 8 8 16\ncolor 7\nfill_ellipse 274 97"), std::string::npos) << text;
+}
+
+TEST (PaintArc, InhibitionHasAFlatHead) {
+    EXPECT_NE (painted_arc (arc::inhibition)
+                   .find ("push 274 100 90\ncolor 0\nfill_rect -6.5 0 12 2\npop\nend_group\n"),
+               std::string::npos);
+}
+
+TEST (PaintArc, ActivationHasAHollowTriangle) {
+    EXPECT_NE (painted_arc (arc::activation)
+                   .find ("push 279 100 0\ncolor 0\nfill_triangle_head 16 12 0\n"
+                          "color 7\nfill_triangle_head 9 4 -5\npop\nend_group\n"),
+               std::string::npos);
+}
+
+TEST (PaintArc, NecessaryActivationHasABarToo) {
+    EXPECT_NE (painted_arc (arc::necessary_activation)
+                   .find ("fill_triangle_head 9 4 -5\npop\npush 261 100 90\ncolor 0\n"
+                          "fill_rect -5 -2 10 1.5\npop\nend_group\n"),
+               std::string::npos);
+}
+
+TEST (PaintArc, InfluenceHasAHollowDiamond) {
+    EXPECT_NE (painted_arc (arc::influence)
+                   .find ("push 270 100 -45\ncolor 0\nfill_rect -5 -5 9 9\n"
+                          "color 7\nfill_rect -3 -3 5 5\npop\nend_group\n"),
+               std::string::npos);
+}
+
+TEST (PaintArc, SelectionAndPointerMakeItThicker) {
+    const std::string both =
+        painted_arc (arc::substrate, [] (Arque& a) { a.selected = a.hover = true; });
+    EXPECT_NE (both.find ("color 1\nline 1\npush 120 100 0\nfill_rect 0 -2 160 4\n"),
+               std::string::npos)
+        << both;
+    const std::string dark = painted_arc (arc::reaction, [] (Arque& a) {
+        a.selected = true;
+        document_state ().dark_mode = true;
+    });
+    EXPECT_NE (dark.find ("color 3\nfill_rect -7 -7 14 14\ncolor 0\nfill_rect -4 -4 8 8\n"),
+               std::string::npos)
+        << dark;
+}
+
+TEST (PaintArc, ThicknessThatFillsTheMarkGivesNoNegativeSize) {
+    const std::string text = painted_arc (arc::reaction, [] (Arque& a) { a.thickness = 9; });
+    EXPECT_NE (text.find ("fill_rect -7 -7 14 14\npop\n"), std::string::npos) << text;
+    EXPECT_EQ (text.find ("fill_rect 2 2"), std::string::npos) << text;
+}
+
+TEST (PaintArc, FoggyArcIsLighter) {
+    EXPECT_NE (
+        painted_arc (arc::substrate, [] (Arque& a) { a.foggy = true; }).find ("color c8c8c800\n"),
+        std::string::npos);
+}
+
+TEST (PaintArc, NothingIsDrawnOnLengthZero) {
+    DrawnNetwork drawn;
+    Arque& a = drawn.arc (drawn.node (100, 100), drawn.node (100, 120));
+    EXPECT_EQ (painted (a), "group\nend_group\n");
+}
+
+TEST (PaintArc, SquaredLengthBelowThreeIsALineOnly) {
+    DrawnNetwork drawn;
+    Arque& a = drawn.arc (drawn.node (100, 100), drawn.node (100, 121.5F), arc::substrate);
+    EXPECT_EQ (painted (a),
+               "group\ncolor 0\nline 1\npush 100 110 90\nfill_rect 0 -1 1.5 2\npop\nend_group\n");
+    a.type = 0x300; // would have a mark
+    EXPECT_EQ (painted (a),
+               "group\ncolor 0\nline 1\npush 100 110 90\nfill_rect 0 -1 1.5 2\npop\nend_group\n");
+}
+
+TEST (PaintArc, TextsGoWithTheirSwitches) {
+    DrawnNetwork drawn;
+    Arque& a = drawn.arc (drawn.node (100, 100), drawn.node (300, 100));
+    a.take_label (even_line ("L"));
+    a.take_residu (even_line ("R"));
+    a.take_stoech_src (even_line ("1"));
+    a.take_stoech_dest (even_line ("2"));
+    a.label->x = 3;
+    const auto texts = [&a] {
+        RecordingDevice device;
+        const DeviceScope scope (device);
+        a.paint (0, 0, true);
+        std::string all;
+        for (const std::string& call : device.named ("text 97 '"))
+            all += call.substr (9, call.find (' ', 13) - 9) + ";";
+        return all;
+    };
+    EXPECT_EQ (texts (), "L' 147;R' 266.6;");
+    document_state ().show_stoichiometry = true;
+    EXPECT_EQ (texts (), "L' 147;R' 266.6;1' 146;2' 268.6;");
+    document_state ().show_kinetics = false;
+    EXPECT_EQ (texts (), "1' 146;2' 268.6;");
+    document_state ().show_stoichiometry = false;
+    EXPECT_EQ (texts (), "");
+}
+
+// Compartments
+
+TEST (PaintCompart, RectangleHasFourBands) {
+    DrawnNetwork drawn;
+    Compart c (shape::rectangle, 10, 20, 100, 60);
+    c.color = 4;
+    c.take_label (even_line ("ab"));
+    EXPECT_EQ (painted (c), "color 4\nfill_round_rect 10 20 100 60 9\n"
+                            "color c0c0ff00\nfill_round_rect 12 22 96 56 7\n"
+                            "color 4\nfill_round_rect 18 28 84 44 4\n"
+                            "color 7\nfill_round_rect 20 30 80 40 3\n"
+                            "color 0\ntext 97 'ab' 54 70\n");
+}
+
+TEST (PaintCompart, EllipseHasTheSameBands) {
+    DrawnNetwork drawn;
+    Compart c (shape::ellipse, 10, 20, 100, 60);
+    c.color = 4;
+    EXPECT_EQ (painted (c), "color 4\nfill_ellipse 10 20 100 60 180\n"
+                            "color c0c0ff00\nfill_ellipse 12 22 96 56 180\n"
+                            "color 4\nfill_ellipse 18 28 84 44 180\n"
+                            "color 7\nfill_ellipse 20 30 80 40 180\n");
+}
+
+TEST (PaintCompart, SmallerThanItsBandsAndThickGivesNoNegativeSizes) {
+    DrawnNetwork drawn;
+    Compart c (shape::rectangle, 0, 0, 12, 10);
+    c.color = 4;
+    c.thickness = 9;
+    EXPECT_EQ (painted (c), "color 4\nfill_round_rect -7 -7 26 24 16\n"
+                            "color c0c0ff00\nfill_round_rect 2 2 8 6 7\n");
+}
+
+TEST (PaintCompart, WithoutALineNothingButTheNameIsThere) {
+    DrawnNetwork drawn;
+    Compart c (shape::rectangle, 0, 0, 100, 60);
+    c.thickness = 0;
+    EXPECT_EQ (painted (c), "");
+}
+
+TEST (PaintCompart, DarkCanvasHasItsOwnColours) {
+    DrawnNetwork drawn;
+    Compart c (shape::rectangle, 0, 0, 100, 60);
+    c.color = 4;
+    document_state ().dark_mode = true;
+    const std::string text = painted (c);
+    EXPECT_TRUE (text.starts_with ("color eeaa0000\n")) << text;
+    EXPECT_NE (text.find ("color 56\nfill_round_rect 10 10 80 40 3\n"), std::string::npos) << text;
+    c.selected = true;
+    EXPECT_TRUE (painted (c).starts_with ("color ee29ff00\n"));
+}
+
+TEST (PaintCompart, SelectedHasFourHandles) {
+    DrawnNetwork drawn;
+    Compart c (shape::rectangle, 10, 20, 100, 60);
+    c.selected = true;
+    c.edge = Edge::right;
+    const std::string text = painted (c);
+    EXPECT_TRUE (text.starts_with ("color 1\nfill_round_rect 9 19 102 62 10\n")) << text;
+    EXPECT_TRUE (text.ends_with ("color 0\nfill_rect 6 42 16 16\ncolor 7\nfill_rect 8 44 12 12\n"
+                                 "color 0\nfill_rect 99 42 16 16\n"
+                                 "color a0a0a000\nfill_rect 101 44 12 12\n"
+                                 "color 0\nfill_rect 52 16 16 16\ncolor 7\nfill_rect 54 18 12 12\n"
+                                 "color 0\nfill_rect 52 68 16 16\n"
+                                 "color 7\nfill_rect 54 70 12 12\n"))
+        << text;
+}
+
+// Networks
+
+/// The kinds of things in the order in which they are painted, by their telling primitives.
+std::string painting_order (const RecordingDevice& device) {
+    std::string order;
+    for (const std::string& call : device.calls) {
+        if (call.starts_with ("fill_round_rect") && call.ends_with (" 4")) order += "compartment ";
+        if (call.starts_with ("arrow_head")) order += "reaction ";
+        if (call.starts_with ("fill_triangle_head 16")) order += "activation ";
+        if (call.starts_with ("text")) order += "node ";
+    }
+    return order;
+}
+
+TEST (PaintNetwork, NodesAreOnTopOfArcsAndReactionsUnderLinks) {
+    DrawnNetwork drawn;
+    Node& a = drawn.node (100, 100);
+    Node& b = drawn.node (300, 100);
+    drawn.arc (a, b, arc::activation);
+    drawn.arc (b, a);
+    auto c = std::make_unique<Compart> (shape::rectangle, 0.0F, 0.0F, 400.0F, 200.0F);
+    drawn.network.add_compart (std::move (c));
+    drawn.network.clip_w = drawn.network.clip_h = 1000;
+    drawn.network.layout ();
+    RecordingDevice device;
+    const DeviceScope scope (device);
+    drawn.network.paint (0, 0, true);
+    EXPECT_EQ (painting_order (device), "compartment reaction activation node node ");
+}
+
+TEST (PaintNetwork, WhatIsOutsideTheClipWindowIsNotPainted) {
+    DrawnNetwork drawn;
+    for (const auto& [x, y] : {std::pair{100, 100}, std::pair{900, 100}, std::pair{100, 900},
+                               std::pair{-100, 100}, std::pair{100, -100}})
+        drawn.node (static_cast<float> (x), static_cast<float> (y), 9,
+                    x == 100 && y == 100 ? "in" : "out");
+    drawn.network.clip_x = drawn.network.clip_y = 0;
+    drawn.network.clip_w = drawn.network.clip_h = 500;
+    drawn.network.x = drawn.network.y = 0;
+    RecordingDevice device;
+    const DeviceScope scope (device);
+    drawn.network.paint (0, 0, true);
+    EXPECT_EQ (device.named ("text").size (), 1U);
+    drawn.network.clip_x = 700;
+    device.calls.clear ();
+    drawn.network.paint (0, 0, true);
+    EXPECT_EQ (device.named ("text").size (), 1U);
+}
+
+TEST (PaintNetwork, AlignMovesItUp) {
+    DrawnNetwork drawn;
+    drawn.node (100, 100, 5); // reaches down to 110
+    drawn.network.x = drawn.network.y = 0;
+    drawn.network.clip_x = drawn.network.clip_y = -1000;
+    drawn.network.clip_w = drawn.network.clip_h = 3000;
+    for (const auto& [align, y] : {std::pair{2, "90"}, std::pair{1, "35"}, std::pair{0, "-20"}}) {
+        drawn.network.align = align;
+        RecordingDevice device;
+        const DeviceScope scope (device);
+        drawn.network.paint (0, 0, true);
+        EXPECT_TRUE (device.has ("fill_rect 80 " + std::string (y) + " 40 20")) << align;
+    }
+}
+
+TEST (PaintNetwork, NestedNetworkTakesTheClipWindowAndStandsInItsNode) {
+    DrawnNetwork drawn;
+    const auto read = read_network ("[N1 0 2 0 0[S1 0 200 150 0 7 9"
+                                    "[N1 0 2 0 0[S2 0 30 20 0 7 5{<97F>AA}-]]-]]");
+    ASSERT_NE (read, nullptr);
+    read->layout ();
+    Node& outer = *read->nodes ()[0];
+    Network& inner = *outer.nested ();
+    // The inner node is 22 by 20: 41 from the left, 30 from the top.
+    EXPECT_EQ (inner.get_width (), 41);
+    EXPECT_EQ (outer.get_width (), 51);
+    EXPECT_EQ (outer.get_height (), 38);
+    read->clip_w = read->clip_h = 1000;
+    RecordingDevice device;
+    const DeviceScope scope (device);
+    read->paint (0, 0, true);
+    EXPECT_EQ (inner.clip_w, 1000);
+    // Corner of the outer node (174.5, 131), then 5 and 4 to the inner origin.
+    EXPECT_TRUE (device.has ("fill_rect 198.5 145 22 20")) << device.joined ();
+}
+
+TEST (PaintNetwork, LayoutOfDeepNestingTakesNoTime) {
+    DrawnNetwork drawn;
+    std::string text = "{x}";
+    for (int depth = 0; depth < 60; ++depth)
+        text = "[N1 0 2 0 0[S" + std::to_string (depth + 1) + " 0 30 20 0 7 9" + text + "-]]";
+    const auto read = read_network (text);
+    ASSERT_NE (read, nullptr);
+    read->layout ();
+    // Each node is as wide as 30 + half of the next inner one + 10, which comes to 80.
+    EXPECT_NEAR (read->get_width (), 70, 0.01);
+}
+
+} // namespace
