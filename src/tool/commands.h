@@ -8,10 +8,12 @@ namespace ostrand::tool {
 extern const ToolCommand check_command;
 extern const ToolCommand completion_command;
 extern const ToolCommand convert_command;
+extern const ToolCommand formula_command;
 extern const ToolCommand import_command;
 extern const ToolCommand layout_command;
 extern const ToolCommand man_command;
 extern const ToolCommand model_command;
 extern const ToolCommand sbml_to_model_command;
+extern const ToolCommand variants_command;
 
 } // namespace ostrand::tool
