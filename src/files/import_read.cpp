@@ -1,4 +1,5 @@
 // What do the statements of a model text say? Keeps what a drawing needs.
+#include "base/report.h"
 #include "base/text.h"
 #include "files/import_lexer.h"
 #include "files/import_steps.h"
@@ -287,6 +288,12 @@ bool StatementReader::concentration_values (ImportSpecies& species) {
     }
     if (values.size () > 1) {
         tables_.displayed_name = species.name;
+    }
+    const bool has_zero = std::find (values.begin (), values.end (), 0.0F) != values.end ();
+    if (has_zero && values.size () > 1 && !lexer_.failed ()) {
+        // A drawing's list ends at its first 0; a sweep from 0 must not shrink in silence.
+        report_message ("The concentrations of '%s' from its first 0 on are left out.",
+                        species.name.c_str ());
     }
     species.conc = std::move (values);
     return !lexer_.failed ();

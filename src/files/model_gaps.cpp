@@ -92,6 +92,13 @@ void GapFinder::reaction (const Arque& r) {
     } else if (!is_stated (r)) {
         gaps_.push_back ("left out: " + name + ", nothing catalyses it");
     } else {
+        for (const Arque* a : network_.arcs_to (r)) {
+            // As the import draws a reaction that nothing catalyses.
+            if (is_enzyme_of (*a, r) && a->source ()->name ().empty ()) {
+                gaps_.push_back ("no name: the enzyme of " + name +
+                                 ", which the simulator refuses");
+            }
+        }
         constant (r.label.get (), "label of " + name);
         constant (r.residu.get (), "second label of " + name);
     }

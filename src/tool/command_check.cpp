@@ -60,7 +60,8 @@ extern const ToolCommand check_command{
     .most_words = 1,
     .summary = "read a network and tell faults and counts",
     .details = "Exit status 1 when the reader reported anything. Nested networks count with the\n"
-               "one around them.\n",
+               "one around them. What a model text of the network leaves out is named on standard\n"
+               "error, item by item.\n",
     .options = {},
     .run = run,
 };

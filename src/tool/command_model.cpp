@@ -32,7 +32,9 @@ extern const ToolCommand model_command{
     .fewest_words = 1,
     .most_words = 1,
     .summary = "print a network as model text for 'ostrand -a'",
-    .details = "A reaction without an enzyme is not written: the model language has none.\n",
+    .details =
+        "What is not written is named on standard error, item by item: reactions without an\n"
+        "enzyme, inhibitors of an enzyme, nodes without label, labels that are no numbers.\n",
     .options = {&duration_option, 1},
     .run = run,
 };

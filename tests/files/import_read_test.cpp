@@ -141,6 +141,15 @@ TEST_F (ImportReader, a_species_with_several_concentrations_is_the_displayed_one
     EXPECT_EQ (read ("[a] = 1 mM ;").displayed_name, "");
 }
 
+TEST_F (ImportReader, a_sweep_from_0_is_told) {
+    CaughtMessages messages;
+    read ("[a] = 0 uM, 7 uM, 14 uM;");
+    EXPECT_TRUE (good);
+    read ("[a] = 0 uM;");
+    ASSERT_EQ (messages.all.size (), 1U);
+    EXPECT_EQ (messages.all[0], "The concentrations of 'a' from its first 0 on are left out.");
+}
+
 TEST_F (ImportReader, thirty_two_concentrations_are_the_most) {
     std::string list = "1 mM";
     for (int i = 1; i < 32; ++i) {

@@ -476,7 +476,9 @@ std::unique_ptr<Line> plain_line (const document::Char* label, bool of_arc) {
 }
 
 void make_plain (Network& network, bool outermost = true) {
-    if (!outermost) { network.align = 2; } // else its place comes from its height
+    if (!outermost) {
+        network.align = 2;
+    } // else its place comes from its height
     for (const auto& c : network.comps ()) {
         auto label = plain_line (c->label.get (), false);
         c->take_label (label ? std::move (label) : std::make_unique<Line> ("c", 67, 0));
