@@ -4,12 +4,17 @@
 #include "gates/output_view.h"
 
 #include <algorithm>
-#include <cmath>
+#include <chrono>
 
 namespace ostrand::gates {
 namespace {
 
 std::size_t at (int index) { return static_cast<std::size_t> (index); }
+
+double now () {
+    return std::chrono::duration<double> (std::chrono::steady_clock::now ().time_since_epoch ())
+        .count ();
+}
 
 /// Moves `choice` (ascending positions below `count`) to the next one; false behind the last.
 bool next_choice (std::vector<std::size_t>& choice, std::size_t count) {
@@ -83,11 +88,13 @@ void CircuitTrial::evaluate_singly (const OutputView& view, const PlannedGroup& 
             complete_conditions (circuit, view.upstream, inputs, conditions);
             if (!rules_.evaluate_forks && !conditions.open_forks.empty ()) continue;
             for (const PlannedGate& gate : group.gates) {
-                if (!passes (circuit, view.levels, *gate.definition, inputs, view.output,
-                             conditions.needed, rules_.multiple_firing,
-                             counts[at (gate.job)].evaluations)) {
-                    continue;
-                }
+                const double start = now ();
+                const bool passed = passes (circuit, view.levels, *gate.definition, inputs,
+                                            view.output, conditions.needed, rules_.multiple_firing,
+                                            counts[at (gate.job)].evaluations);
+                const double played = now ();
+                times.model += played - start;
+                if (!passed) continue;
                 if (observer_) {
                     observer_ (gate.job, Gate{inputs, view.output, plan_.types[at (gate.type)],
                                               conditions.needed, conditions.absent,
@@ -95,6 +102,7 @@ void CircuitTrial::evaluate_singly (const OutputView& view, const PlannedGroup& 
                 }
                 stores[at (gate.job)].add (inputs, view.output, gate.type, circuit.enzymes,
                                            {conditions});
+                times.sort += now () - played;
             }
         }
     } while (next_choice (choice, view.upstream.size ()));

@@ -9,7 +9,9 @@ namespace ostrand::tool {
 std::span<const ToolCommand* const> tool_commands () {
     static constexpr std::array rows{
         &completion_command,
+        &gates_command,
         &man_command,
+        &metabolites_command,
     };
     return rows;
 }

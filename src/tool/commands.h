@@ -6,6 +6,8 @@
 namespace ostrand::tool {
 
 extern const ToolCommand completion_command;
+extern const ToolCommand gates_command;
 extern const ToolCommand man_command;
+extern const ToolCommand metabolites_command;
 
 } // namespace ostrand::tool
