@@ -21,6 +21,7 @@ class Reader {
     struct Reference {
         std::string id;
         std::string term; // its sboTerm, empty when it has none
+        bool modifier;    // its role comes from a modification line
     };
 
     void scan (std::string_view line) {
@@ -44,10 +45,11 @@ class Reader {
         if (has (line, "</listOfProducts>")) close (Section::products);
         if (has (line, "<listOfModifiers>")) open (Section::modifiers);
         if (has (line, "</listOfModifiers>")) close (Section::modifiers);
-        const bool in_side = section_ == Section::reactants || section_ == Section::products;
-        if (has (line, "<speciesReference ") && in_side) add_reference (line);
+        if (has (line, "<speciesReference ") && section_ != Section::none) {
+            add_reference (line, false);
+        }
         if (has (line, "<modifierSpeciesReference") && section_ == Section::modifiers) {
-            add_reference (line);
+            add_reference (line, true);
         }
         if (has (line, "<celldesigner:modification")) {
             types_[std::string (attribute (line, "modifiers"))] = attribute (line, "type");
@@ -59,13 +61,13 @@ class Reader {
         references_.clear ();
     }
 
-    void add_reference (std::string_view line) {
+    void add_reference (std::string_view line, bool modifier) {
         const std::string_view id = attribute (line, "species");
         if (id.empty ()) return;
-        const bool has_term = has (line, "sboTerm=");
+        const bool has_term = !modifier && has (line, "sboTerm=");
         references_.push_back (
             {std::string (id),
-             std::string (has_term ? attribute (line, "sboTerm") : std::string_view ())});
+             std::string (has_term ? attribute (line, "sboTerm") : std::string_view ()), modifier});
     }
 
     void close (Section section) {
@@ -79,17 +81,19 @@ class Reader {
     void settle (const Reference& reference) {
         const auto found = names_.find (reference.id);
         const std::string name = found == names_.end () ? reference.id : found->second;
-        if (section_ == Section::modifiers) {
+        std::string_view role = reference.term;
+        if (reference.modifier) {
             const auto type = types_.find (reference.id);
-            if (type == types_.end ()) return;
-            if (type->second == "CATALYSIS") current_->enzymes.push_back (name);
-            if (type->second == "INHIBITION") current_->inhibitors.push_back (name);
-            return;
+            if (type != types_.end ()) role = type->second;
         }
-        if (reference.term == "SBO:0000460") current_->enzymes.push_back (name);
-        if (reference.term == "SBO:0000020") current_->inhibitors.push_back (name);
-        (section_ == Section::reactants ? current_->substrates : current_->products)
-            .push_back (name);
+        if (role == (reference.modifier ? "CATALYSIS" : "SBO:0000460")) {
+            current_->enzymes.push_back (name);
+        }
+        if (role == (reference.modifier ? "INHIBITION" : "SBO:0000020")) {
+            current_->inhibitors.push_back (name);
+        }
+        if (section_ == Section::reactants) current_->substrates.push_back (name);
+        if (section_ == Section::products) current_->products.push_back (name);
     }
 
     std::vector<Reaction> reactions_;

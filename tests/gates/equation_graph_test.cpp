@@ -144,6 +144,33 @@ TEST (sbml_reader, roles_by_term) {
     EXPECT_EQ (model.line_count, 21);
 }
 
+constexpr const char* modifiers_by_term = R"(<species id="a"/>
+<species id="e"/>
+<reaction id="r1" reversible="false">
+<listOfReactants>
+<speciesReference species="a"/>
+</listOfReactants>
+<listOfProducts>
+<speciesReference species="b"/>
+</listOfProducts>
+<listOfModifiers>
+<speciesReference species="e" sboTerm="SBO:0000460" />
+<speciesReference species="i" sboTerm="SBO:0000020" />
+<speciesReference species="x" />
+</listOfModifiers>
+</reaction>
+)";
+
+TEST (sbml_reader, terms_of_modifiers_give_roles_and_no_substrates) {
+    const SbmlModel model = read_sbml_lines (modifiers_by_term);
+    ASSERT_EQ (model.reactions.size (), 1U);
+    EXPECT_THAT (model.reactions[0].substrates, ElementsAre ("a"));
+    EXPECT_THAT (model.reactions[0].products, ElementsAre ("b"));
+    EXPECT_THAT (model.reactions[0].enzymes, ElementsAre ("e"));
+    EXPECT_THAT (model.reactions[0].inhibitors, ElementsAre ("i"));
+    EXPECT_EQ (model.elements, (std::map<std::string, int>{{"a", 0}, {"b", 1}, {"i", 2}}));
+}
+
 TEST (sbml_reader, roles_by_modification_lines) {
     const std::vector<Reaction> written{reaction ("r1", {"A", "B"}, {"C"}, {"E", "F"}, {"I"}, true),
                                         reaction ("r2", {"C"}, {"D"}, {"G"})};
@@ -218,8 +245,9 @@ TEST (sbml_reader, line_ends_of_either_kind) {
 TEST (front_end_reader, gives_what_the_search_reads) {
     std::mt19937 random (3);
     for (int i = 0; i < 200; ++i) {
-        const std::string text =
-            i == 0 ? std::string (plain_dialect) : model_text (random_network (random));
+        std::string text = model_text (random_network (random));
+        if (i == 0) text = plain_dialect;
+        if (i == 1) text = modifiers_by_term;
         const std::vector<Reaction> front = read_front_end_reactions (text);
         const std::vector<Reaction> search = read_sbml_lines (text).reactions;
         ASSERT_EQ (front.size (), search.size ());

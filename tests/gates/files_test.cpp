@@ -277,7 +277,8 @@ TEST (reports, trace_of_a_job) {
           "Pred : ",
           "Portes internes détéctées : \n",
           "\nEquation primaires utilisées : 1/3\n\n\n\n",
-          "\n\nListe portes : \nE/S : ", "\nE/S : 3=6\nType NOT\n",
+          "\n\nListe portes : \nE/S : ",
+          "\nE/S : 3=6\nType NOT\n",
           "Nb Equations Ini \t: 3\n",
           "Nb Evaluations\t\t\t: ",
           "Temps total(s)  : "}) {
