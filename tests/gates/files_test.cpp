@@ -348,6 +348,28 @@ TEST (front_end, extractions_in_one_directory_use_the_table_one_after_another) {
     EXPECT_THAT (testing::file_text (folder / "a_gates.csv"), HasSubstr (";RANDOM_SEQ;SUBS;1;A;"));
 }
 
+TEST (examples, yield_the_gates_that_the_guide_tells) {
+    const std::string guide = testing::source_file ("docs/gates.md");
+    const std::vector<std::pair<const char*, int>> known{
+        {"glycolysis-upper", 210}, {"pentose-salvage", 254}, {"tca-shuttles", 1816}};
+    for (const auto& [name, gates] : known) {
+        const testing::TemporaryFolder folder;
+        const std::string file = "examples/" + std::string (name) + ".xml";
+        GateExtractor extractor;
+        extractor.input_path = testing::source_path (file).string ();
+        extractor.output_base = (folder / "m").string ();
+        extractor.kinetics_path = folder.write ("k.csv", "");
+        std::string error;
+        ASSERT_TRUE (extractor.run (error));
+        EXPECT_EQ (extractor.gate_count (), gates);
+        const std::size_t line = guide.find ("| `" + file + "`");
+        ASSERT_NE (line, std::string::npos);
+        EXPECT_THAT (guide.substr (line, guide.find ('\n', line) - line),
+                     HasSubstr ("| " + std::to_string (extractor.graph.enzyme_count ()) + " | " +
+                                std::to_string (gates) + " |"));
+    }
+}
+
 TEST (sbml_writer, sub_model_of_some_reactions) {
     std::string text = model_text (
         {reaction ("r1", {"A"}, {"B"}, {"E"}), reaction ("r2", {"B"}, {"C"}, {"F"}, {"A"})});
