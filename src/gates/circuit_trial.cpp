@@ -104,6 +104,13 @@ void CircuitTrial::evaluate_output (OutputView& view) {
     if (view.free.size () > most_free) view.free.resize (most_free);
     const int free_count = static_cast<int> (view.free.size ());
     view.block_bits = std::min (free_count, most_block_bits);
+    std::uint64_t fed_sets = 0;
+    for (int size = 0; size <= view.most_inputs; ++size) {
+        fed_sets += subset_count (view.choosable.size (), static_cast<std::uint64_t> (size));
+    }
+    while (view.block_bits > 6 && (fed_sets << (view.block_bits - 6)) > most_table_words) {
+        --view.block_bits;
+    }
     view.block_words = view.block_bits > 6 ? std::size_t{1} << (view.block_bits - 6) : 1;
 
     const double start = now ();

@@ -45,7 +45,7 @@ class GateFrontEnd {
     bool up_to_date ();
 
     /// Writes the reaction table, extracts with the built-in catalogue and 8 jobs, deletes the
-    /// table. False with the reason in `error` when a file could not be written.
+    /// table. False with the reason in `error` when the gate file could not be written.
     bool extract (int depth, std::string& error);
 
     /// An extraction with all else at its defaults runs between these two. The table goes when the

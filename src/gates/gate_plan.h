@@ -38,7 +38,7 @@ struct GatePlan {
 };
 
 /// More inputs than this are tried game by game.
-inline constexpr int most_pattern_inputs = 6;
+inline constexpr int most_pattern_inputs = 5;
 
 /// The plan of some shares, which must outlive it.
 GatePlan make_gate_plan (const std::vector<const Catalogue*>& shares);

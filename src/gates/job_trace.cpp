@@ -235,7 +235,7 @@ void JobTrace::write_result (const GateExtractor& extractor, const GateJob& job,
     put ("\nParametres de l'algorithme: \n");
     line ("Nb Limite\t \t\t\t: ", static_cast<std::uint64_t> (extractor.depth));
     line ("Nb Circuits \t\t\t: ", extractor.circuit_counter);
-    line ("\nNb Portes Evaluees \t\t: ", job.result.counts.evaluated_gates);
+    line ("Nb Portes Evaluees \t\t: ", job.result.counts.evaluated_gates);
     line ("Nb Evaluations\t\t\t: ", job.result.counts.evaluations);
     line ("Nb Portes \t\t\t\t: ", job.result.gates.size ());
     line ("Dont Nb Portes fourche  : ", static_cast<std::uint64_t> (job.fork_gate_count ()));

@@ -3,6 +3,7 @@
 #pragma once
 #include "gates/circuit_trial.h"
 
+#include <cstdint>
 #include <vector>
 
 namespace ostrand::gates {
@@ -27,6 +28,8 @@ struct CircuitTrial::OutputView {
 
 /// Ranks within one block of tables at most: a block of one set of fed inputs is 512 bytes.
 inline constexpr int most_block_bits = 12;
+/// Words of all tables of a block at most (where more than one word a table): 128 MiB.
+inline constexpr std::uint64_t most_table_words = std::uint64_t{1} << 24;
 /// Assignments are numbered in 64 bits. More free elements than this would outlast any patience.
 inline constexpr std::size_t most_free = 62;
 

@@ -171,7 +171,7 @@ std::string parameter_blocks (const GateExtractor& extractor, const std::string&
     text += "\nParametres de l'algorithme" + separator + "\n";
     text += "Nb Limite\t \t\t\t: " + end + std::to_string (extractor.depth) + "\n";
     text += "Nb Circuits \t\t\t: " + end + std::to_string (extractor.circuit_counter) + "\n";
-    text += "\nNb Portes Evaluees \t\t: " + end + std::to_string (evaluated) + "\n";
+    text += "Nb Portes Evaluees \t\t: " + end + std::to_string (evaluated) + "\n";
     text += "Nb Portes \t\t\t\t: " + end + std::to_string (extractor.gate_count ()) + "\n";
     text +=
         "Dont Nb Portes fourche  : " + end + std::to_string (extractor.fork_gate_count ()) + "\n";

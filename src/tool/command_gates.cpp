@@ -110,7 +110,6 @@ int extract (const Arguments& arguments, const Numbers& numbers,
         if (!table->ok ()) {
             std::fprintf (stderr, "ostrand-tool gates: cannot write '%s': %s\n",
                           gates::temporary_kinetics, table->error ().c_str ());
-            return status_failure;
         }
     }
     SearchLine line;
