@@ -38,7 +38,10 @@ class Search {
         outcome.circuits = walk_circuits (
             graph_, settings_.limit,
             {.circuit = [this] (std::span<const int> enzymes, int seed) { take (enzymes, seed); },
-             .extend = [] (int, std::uint64_t, std::span<const int>) {},
+             .extend =
+                 [this] (int level, std::uint64_t, std::span<const int> free) {
+                     if (level == 1) branches_.assign (free.begin (), free.end ());
+                 },
              .seed_done = [] (int) {}});
         finish_batch ();
         CircuitTrial& first = *workers_[0];
@@ -65,18 +68,35 @@ class Search {
     struct Task {
         std::vector<int> enzymes;
         int seed;
+        double fraction; // of all work, estimated, that lies before it
     };
+
+    /// The work before a circuit: that of the seeds before its own, and of its seed's branches
+    /// before its own, which get smaller as enzymes are used up.
+    double fraction_before (std::span<const int> enzymes, int seed) const {
+        const double left = work_behind_[static_cast<std::size_t> (seed)];
+        const double left_after = work_behind_[static_cast<std::size_t> (seed) + 1];
+        double branches_left = 1;
+        if (enzymes.size () > 1) {
+            const auto branch = std::find (branches_.begin (), branches_.end (), enzymes[1]);
+            const double part = static_cast<double> (branches_.end () - branch) /
+                                static_cast<double> (branches_.size ());
+            branches_left = std::pow (part, std::max (settings_.limit, 2) - 1);
+        }
+        return 1 - (left_after + (left - left_after) * branches_left) / work_behind_[0];
+    }
 
     static void add (std::uint64_t& sum, std::uint64_t more) { sum = saturated_sum (sum, more); }
 
     void take (std::span<const int> enzymes, int seed) {
+        const double fraction = fraction_before (enzymes, seed);
         if (workers_.size () == 1) {
             workers_[0]->evaluate (Circuit (graph_, enzymes));
             circuits_.fetch_add (1, std::memory_order_relaxed);
-            report (seed);
+            report (seed, fraction);
             return;
         }
-        batch_.push_back ({{enzymes.begin (), enzymes.end ()}, seed});
+        batch_.push_back ({{enzymes.begin (), enzymes.end ()}, seed, fraction});
         if (batch_.size () == batch_size) finish_batch ();
     }
 
@@ -102,32 +122,32 @@ class Search {
             if (worker != 0) {
                 gates_elsewhere_.store (workers_[worker]->stored (), std::memory_order_relaxed);
             } else {
-                report (task.seed);
+                report (task.seed, task.fraction);
             }
         }
     }
 
     /// On the calling thread only.
-    void report (int seed) {
+    void report (int seed, double fraction) {
         if (!settings_.progress) return;
         const auto now = std::chrono::steady_clock::now ();
         if (now < next_report_) return;
         next_report_ = now + std::chrono::duration_cast<std::chrono::steady_clock::duration> (
                                  std::chrono::duration<double> (progress_pause));
-        const auto index = static_cast<std::size_t> (seed);
         settings_.progress (
             {.seeds_done = seed,
              .seeds = static_cast<int> (graph_.equations.size ()),
              .circuits = circuits_.load (std::memory_order_relaxed),
              .gates = workers_[0]->stored () +
                       gates_elsewhere_.load (std::memory_order_relaxed) * (workers_.size () - 1),
-             .fraction = 1 - work_behind_[index] / work_behind_[0]});
+             .fraction = fraction});
     }
 
     const EquationGraph& graph_;
     const GatePlan& plan_;
     const SearchSettings& settings_;
     std::vector<std::unique_ptr<CircuitTrial>> workers_; // the first works on the calling thread
+    std::vector<int> branches_; // second enzymes of the present seed's circuits, in their order
     std::vector<Task> batch_;
     std::atomic<std::size_t> next_{0}; // of the batch
     std::atomic<std::uint64_t> circuits_{0};
