@@ -9,6 +9,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <memory>
 
@@ -135,6 +136,9 @@ int extract (const Arguments& arguments, const Numbers& numbers,
 int run (const Arguments& arguments) {
     Numbers numbers;
     if (!read_numbers (arguments, numbers)) return status_usage;
+    // A reader of our output that goes away must not end us between two files: it is a failed
+    // write.
+    std::signal (SIGPIPE, SIG_IGN);
     const gates::GateFrontEnd front_end (arguments.words[0]);
     if (!front_end.parsed) {
         write_standard_output ("sbmlReader: Impossible d'ouvrir le fichier en lecture.\n");

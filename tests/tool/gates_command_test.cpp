@@ -155,6 +155,17 @@ TEST (gates_command, interruption_leaves_neither_table_nor_part_of_a_file) {
     EXPECT_THAT (folder.names (), ElementsAre ("m.xml"));
 }
 
+TEST (gates_command, reader_that_goes_away_leaves_no_table_behind) {
+    const testing::TemporaryFolder folder;
+    folder.write ("m.xml", small_model ());
+    const auto result =
+        run_program ({"bash", "-c", "\"$1\" gates m.xml --console | true; exit ${PIPESTATUS[0]}",
+                      "bash", std::string (OSTRAND_BUILD_DIR) + "/ostrand-tool"},
+                     folder.path ());
+    EXPECT_TRUE (result.status == 0 || result.status == 1) << result.status;
+    EXPECT_THAT (folder.names (), ElementsAre ("m.xml", "m_gates.csv"));
+}
+
 TEST (metabolites_command, lists_names_and_roles) {
     const testing::TemporaryFolder folder;
     folder.write ("m.xml", small_model ());
