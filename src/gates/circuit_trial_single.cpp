@@ -38,7 +38,9 @@ bool passes (const Circuit& circuit, const std::vector<double>& levels, const Ga
     for (std::uint64_t r = 0; r < rows; ++r) {
         std::fill (tokens.begin (), tokens.end (), 0);
         for (std::size_t u = 0; u < inputs.size (); ++u) {
-            const double asked = gate.value (r, u) * levels[at (circuit.local (inputs[u]))];
+            const double level =
+                std::min<double> (levels[at (circuit.local (inputs[u]))], most_tokens);
+            const double asked = gate.value (r, u) * level;
             tokens[at (inputs[u])] =
                 static_cast<int> (std::clamp<double> (asked, -most_tokens, most_tokens));
         }
