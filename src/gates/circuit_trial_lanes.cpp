@@ -126,7 +126,7 @@ void CircuitTrial::play_block (const OutputView& view, std::uint64_t block) {
         for (std::size_t first = 0; first < fed_sets_.size (); first += together) {
             const std::size_t count = std::min (together, fed_sets_.size () - first);
             const std::uint32_t bits = player_.play ({.base = 0,
-                                                      .slot_size = slot,
+                                                      .slot_shift = view.block_bits,
                                                       .fed = &fed_sets_[first],
                                                       .slot_count = static_cast<int> (count)});
             const std::uint64_t slot_lanes = (std::uint64_t{1} << slot) - 1;
@@ -142,8 +142,7 @@ void CircuitTrial::play_block (const OutputView& view, std::uint64_t block) {
         for (std::uint64_t run = 0; run < runs; ++run) {
             const std::uint64_t base = block_base | run << 5;
             if ((fed & base) != 0) continue; // a fed input is not abundant
-            const std::uint64_t bits =
-                player_.play ({.base = base, .slot_size = lane_count, .fed = &fed});
+            const std::uint64_t bits = player_.play ({.base = base, .fed = &fed});
             reached_[set * view.block_words + (run >> 1)] |= bits << (run % 2 * 32);
         }
     }

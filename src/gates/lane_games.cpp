@@ -55,15 +55,19 @@ void flatten (const std::vector<std::vector<int>>& lists, std::vector<std::uint3
     begin.push_back (static_cast<std::uint32_t> (items.size ()));
 }
 
-/// Vectors that make up a run.
+/// Two vectors are played together, which halves the work of walking the index lists.
 template <class Lanes>
-inline constexpr unsigned parts = static_cast<unsigned> (lane_count / width<Lanes>);
+inline constexpr int pair_width = 2 * width<Lanes>;
+/// Pairs that make up a run.
+template <class Lanes>
+inline constexpr unsigned parts = static_cast<unsigned> (lane_count / pair_width<Lanes>);
 
-/// A vector in an array. The alignment is told here, for without the processor's own option a
+/// A pair in an array. The alignment is told here, for without the processor's own option a
 /// compiler may take less for granted.
 template <class Lanes>
 struct alignas (sizeof (Lanes)) Track {
     Lanes v;
+    Lanes w; // the lanes behind those of v
 };
 template <class Lanes>
 using TrackList = std::vector<Track<Lanes>>;
@@ -110,25 +114,36 @@ set_start (const LaneProgram& program, const LaneElement* elements, std::size_t 
         const LaneElement& element = elements[rank];
         const Count<Lanes> level = static_cast<Count<Lanes>> (element.level);
         Lanes low = none;
+        Lanes low_w = none;
         if (run.slot_count == 1) {
-            if ((run.fed[0] >> rank & 1) != 0) low = none + level;
+            if ((run.fed[0] >> rank & 1) != 0) low = low_w = none + level;
         } else {
+            const int first = part * pair_width<Lanes>;
             for (int l = 0; l < width<Lanes>; ++l) {
-                const int slot = (part * width<Lanes> + l) / run.slot_size;
+                const int slot = (first + l) >> run.slot_shift;
                 if (slot < run.slot_count && (run.fed[slot] >> rank & 1) != 0) low[l] = level;
+                const int slot_w = (first + width<Lanes> + l) >> run.slot_shift;
+                if (slot_w < run.slot_count && (run.fed[slot_w] >> rank & 1) != 0) {
+                    low_w[l] = level;
+                }
             }
         }
+        Track<Lanes>& start = state[element.column];
         if (rank < 5) {
-            const Lanes& pattern =
-                tracks.pattern[rank * parts<Lanes> + static_cast<unsigned> (part)].v;
-            state[element.column].v = (pattern & (none + plenty)) | (~pattern & low);
+            const Track<Lanes>& pattern =
+                tracks.pattern[rank * parts<Lanes> + static_cast<unsigned> (part)];
+            start.v = (pattern.v & (none + plenty)) | (~pattern.v & low);
+            start.w = (pattern.w & (none + plenty)) | (~pattern.w & low_w);
+        } else if ((run.base >> rank & 1) != 0) {
+            start.v = start.w = none + plenty;
         } else {
-            state[element.column].v = (run.base >> rank & 1) != 0 ? none + plenty : low;
+            start.v = low;
+            start.w = low_w;
         }
     }
     const Count<Lanes> limit = static_cast<Count<Lanes>> (program.firing_limit);
     Track<Lanes>* fuel = tracks.fuel.data ();
-    for (int r = 0; r < program.row_count; ++r) fuel[r].v = none + limit;
+    for (int r = 0; r < program.row_count; ++r) fuel[r].v = fuel[r].w = none + limit;
 }
 
 template <class Lanes>
@@ -151,29 +166,49 @@ play_games (const LaneProgram& program, const LaneElement* elements, std::size_t
     const int* marks = program.mark.data ();
     for (;;) {
         Lanes any = none;
+        Lanes any_w = none;
         for (int r = 0; r < program.row_count; ++r) {
             Lanes fires = fuel[r].v > none;
+            Lanes fires_w = fuel[r].w > none;
             for (unsigned k = need_begin[r]; k < need_begin[r + 1]; ++k) {
                 fires &= state[needs[k]].v > none;
+                fires_w &= state[needs[k]].w > none;
             }
-            if (marks[r] >= 0) fires &= state[marks[r]].v == mark;
+            if (marks[r] >= 0) {
+                fires &= state[marks[r]].v == mark;
+                fires_w &= state[marks[r]].w == mark;
+            }
             masks[r].v = fires;
+            masks[r].w = fires_w;
             fuel[r].v += fires;
+            fuel[r].w += fires_w;
             any |= fires;
+            any_w |= fires_w;
         }
         for (int c = 0; c < program.column_count; ++c) {
-            Lanes lost = none; // as negative counts, like the masks
+            // As negative counts, like the masks.
+            Lanes lost = none;
+            Lanes lost_w = none;
             Lanes gained = none;
+            Lanes gained_w = none;
             for (unsigned k = loss_begin[c]; k < loss_begin[c + 1]; ++k) {
-                lost = program.multiple ? lost + masks[losses[k]].v : lost | masks[losses[k]].v;
+                const Track<Lanes>& fired = masks[losses[k]];
+                lost = program.multiple ? lost + fired.v : lost | fired.v;
+                lost_w = program.multiple ? lost_w + fired.w : lost_w | fired.w;
             }
             for (unsigned k = gain_begin[c]; k < gain_begin[c + 1]; ++k) {
-                gained = program.multiple ? gained + masks[gains[k]].v : gained | masks[gains[k]].v;
+                const Track<Lanes>& fired = masks[gains[k]];
+                gained = program.multiple ? gained + fired.v : gained | fired.v;
+                gained_w = program.multiple ? gained_w + fired.w : gained_w | fired.w;
             }
             state[c].v += lost - gained;
+            state[c].w += lost_w - gained_w;
         }
         const Lanes reached = state[program.output].v >= target;
-        if (!any_lane (any & ~reached)) return lane_bits (reached);
+        const Lanes reached_w = state[program.output].w >= target;
+        if (!any_lane ((any & ~reached) | (any_w & ~reached_w))) {
+            return lane_bits (reached) | lane_bits (reached_w) << width<Lanes>;
+        }
     }
 }
 
@@ -182,10 +217,10 @@ template <class Lanes>
 play_parts (const LaneProgram& program, const LaneElement* elements, std::size_t element_count,
             const LaneRun& run, Tracks<Lanes>& tracks) {
     std::uint32_t bits = 0;
-    const int lanes = run.slot_count * run.slot_size;
-    for (int part = 0; part * width<Lanes> < lanes; ++part) {
+    const int lanes = run.slot_count << run.slot_shift;
+    for (int part = 0; part * pair_width<Lanes> < lanes; ++part) {
         bits |= play_games (program, elements, element_count, run, part, tracks)
-                << (part * width<Lanes>);
+                << (part * pair_width<Lanes>);
     }
     return bits;
 }
@@ -216,22 +251,25 @@ bool has_avx2 () { return false; }
 template <class Lanes>
 void prepare (Tracks<Lanes>& tracks, const LaneProgram& program, const std::vector<int>& abundant) {
     const Lanes none{};
-    tracks.state.assign (at (program.column_count), {none});
-    tracks.fixed.assign (at (program.column_count), {none});
-    tracks.masks.assign (at (program.row_count), {none});
-    tracks.fuel.assign (at (program.row_count), {none});
+    tracks.state.assign (at (program.column_count), {none, none});
+    tracks.fixed.assign (at (program.column_count), {none, none});
+    tracks.masks.assign (at (program.row_count), {none, none});
+    tracks.fuel.assign (at (program.row_count), {none, none});
     for (const std::uint32_t column : program.marked) {
-        tracks.fixed[column].v = none + static_cast<Count<Lanes>> (enzyme_mark);
+        tracks.fixed[column].v = tracks.fixed[column].w =
+            none + static_cast<Count<Lanes>> (enzyme_mark);
     }
     for (const int column : abundant) {
-        tracks.fixed[at (column)].v = none + static_cast<Count<Lanes>> (program.plenty);
+        tracks.fixed[at (column)].v = tracks.fixed[at (column)].w =
+            none + static_cast<Count<Lanes>> (program.plenty);
     }
     if (!tracks.pattern.empty ()) return;
     for (int rank = 0; rank < 5; ++rank) {
-        for (int first = 0; first < lane_count; first += width<Lanes>) {
-            Lanes& pattern = tracks.pattern.emplace_back (Track<Lanes>{none}).v;
+        for (int first = 0; first < lane_count; first += pair_width<Lanes>) {
+            Track<Lanes>& pattern = tracks.pattern.emplace_back (Track<Lanes>{none, none});
             for (int l = 0; l < width<Lanes>; ++l) {
-                pattern[l] = ((first + l) >> rank & 1) != 0 ? -1 : 0;
+                pattern.v[l] = ((first + l) >> rank & 1) != 0 ? -1 : 0;
+                pattern.w[l] = ((first + width<Lanes> + l) >> rank & 1) != 0 ? -1 : 0;
             }
         }
     }

@@ -49,11 +49,11 @@ struct LaneElement {
     std::int64_t level = 0;
 };
 
-/// One run: lanes are cut into slots of `slot_size` (a power of two, at most 32). Lane l plays the
-/// assignment `base` plus (l modulo slot_size); slot s feeds the elements of fed[s].
+/// One run: lanes are cut into slots of 2 to the power `slot_shift` (at most 5). Lane l plays the
+/// assignment `base` plus its place in its slot; slot s feeds the elements of fed[s].
 struct LaneRun {
     std::uint64_t base = 0;
-    int slot_size = lane_count;
+    int slot_shift = 5;
     const std::uint64_t* fed = nullptr;
     int slot_count = 1;
 };
