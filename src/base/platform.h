@@ -29,6 +29,10 @@ std::filesystem::path executable_path ();
 /// status, 128 + the signal's number when a signal ended it, or -1 when it could not be started.
 int run_process (const std::vector<std::string>& arguments);
 
+/// Writing to a pipe that nobody reads any more becomes an error of the write instead of the end of
+/// the process.
+void ignore_broken_pipes ();
+
 /// True when the standard stream (0, 1, 2) is a terminal.
 bool is_terminal (int stream);
 

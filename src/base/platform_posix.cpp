@@ -128,6 +128,8 @@ int run_process (const std::vector<std::string>& arguments) {
     return WIFSIGNALED (status) ? 128 + WTERMSIG (status) : -1;
 }
 
+void ignore_broken_pipes () { std::signal (SIGPIPE, SIG_IGN); }
+
 bool is_terminal (int stream) { return isatty (stream) == 1; }
 
 int terminal_width () {

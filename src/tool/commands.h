@@ -6,8 +6,10 @@
 namespace ostrand::tool {
 
 extern const ToolCommand completion_command;
+extern const ToolCommand formula_command;
 extern const ToolCommand gates_command;
 extern const ToolCommand man_command;
 extern const ToolCommand metabolites_command;
+extern const ToolCommand variants_command;
 
 } // namespace ostrand::tool

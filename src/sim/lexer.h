@@ -1,0 +1,88 @@
+// Tokens of the model language.
+// Layer: sim.
+#pragma once
+#include "sim/model.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace ostrand::sim {
+
+enum class TokenKind {
+    none, // an empty pushback; never produced
+    eof,
+    ident,
+    number,
+    colour,
+    milli_molar,
+    micro_molar,
+    duration,
+    display,
+    linked,
+    input,
+    output,
+    excess,
+    colon,
+    semicolon,
+    comma,
+    bar,
+    plus,
+    minus,
+    arrow,
+    equals,
+    open_bracket,
+    close_bracket,
+    open_paren,
+    close_paren,
+};
+
+/// The text that stands for a kind of token in messages.
+const char* token_text (TokenKind kind);
+
+struct Token {
+    TokenKind kind = TokenKind::none;
+    int species = -1;         // of a name; -1 for a name of no length
+    float number = 0;         // of a number
+    std::uint32_t colour = 0; // of a colour, 0xRRGGBB00
+    std::string_view text;    // bytes of a name
+};
+
+/// Reads tokens off a text and keeps the first failure: it is reported at once, and from then on
+/// each token reads as the end of the text, so that a reader returns by its ordinary ways.
+class Lexer {
+  public:
+    /// `text` must stay until the lexer is gone; it ends at its first NUL. Names go into `tables`.
+    Lexer (std::string_view text, ModelTables& tables);
+
+    Token next_token ();
+    /// The next call of next_token gives this one again.
+    void unget_token (const Token& token) { pushback_ = token; }
+
+    /// Reports the fault, formatted as printf does, unless there was one before.
+    void model_error (const char* format, ...) __attribute__ ((format (printf, 2, 3)));
+    bool failed () const { return failed_; }
+
+    /// A species' index by name; a full table is a fault (and gives 0).
+    int intern (std::string_view name);
+
+  private:
+    Token read_token ();
+    Token read_name (std::string_view name, std::size_t after);
+    Token read_quoted_name ();
+    Token read_colour ();
+    bool read_number (Token& token);
+    bool unit_at (std::size_t place, std::string_view followers) const;
+    void skip_blanks_and_comments ();
+
+    /// The byte at a place; NUL behind the end.
+    char at (std::size_t place) const { return place < text_.size () ? text_[place] : '\0'; }
+
+    std::string_view text_;
+    std::size_t cursor_ = 0;
+    ModelTables& tables_;
+    Token pushback_;
+    bool failed_ = false;
+};
+
+} // namespace ostrand::sim

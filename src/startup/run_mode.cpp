@@ -1,0 +1,78 @@
+// Which of the three programs a command line asks for.
+#include "startup/run_mode.h"
+
+#include "base/path.h"
+#include "base/platform.h"
+#include "base/text.h"
+#include "sim/command_line.h"
+#include "viewer/viewer_main.h"
+
+#include <cstdio>
+#include <string_view>
+#include <vector>
+
+namespace ostrand::startup {
+
+RunMode choose_mode (std::span<const char* const> words) {
+    if (words.empty ()) return RunMode::editor;
+    const std::string_view first = words[0];
+    if (first == "-v") return RunMode::viewer;
+    if (first == "-a") return RunMode::simulator;
+    for (const std::string_view word : words) {
+        if (word.starts_with ("-h")) return RunMode::usage;
+    }
+    return RunMode::editor;
+}
+
+std::string general_usage (const std::string& name) {
+    const char* n = name.c_str ();
+    return format_text (
+        "Usage:\n 1. to run as Stochora:\t%s -a model\n\t\t\t    [-v(erbose)]\n"
+        "\t\t\t    [-o(ut) output-file]\n\t\t\t    [-d(etrministic)]\n"
+        "\t\t\t    [-s(equential)]\n\t\t\t    [-npt (number of cores)]\n\n"
+        " 2. to run as Trivex:\t%s -v\n\t\t\t    [- / data_file]\n\t\t\t    [-d(elete)]\n"
+        "\t\t\t    [-r(everse video)]\n\n"
+        "    . if no data file is specified 'data.gz' is used\n"
+        "    . '-' specifies the standard input\n"
+        "    . gzipped input data files are welcome\n"
+        "    . '-d' removes the data file after loading it\n\n"
+        " 3. otherwise the editor is launched with one tab per file:\n"
+        "        %s [file_1 [file_2 ... file_N]]\n"
+        "    The files arguments are not mandatory: without argument\n"
+        "    an empty tab is created\n",
+        n, n, n);
+}
+
+EditorStart prepare_editor (const char* program) {
+    std::error_code error;
+    EditorStart start;
+    start.starting_directory = std::filesystem::current_path (error);
+    start.executable = executable_path ();
+    if (start.executable.empty ()) {
+        start.executable = absolute_path (program, start.starting_directory.string ());
+    }
+    const std::filesystem::path home = home_directory ();
+    // Where there is no home, or it cannot be entered, the process stays where it was.
+    if (!home.empty ()) std::filesystem::current_path (home, error);
+    return start;
+}
+
+int start (int argc, char** argv) {
+    const std::span<char*> words (argv, static_cast<std::size_t> (argc));
+    switch (choose_mode (words.subspan (argc > 0 ? 1 : 0))) {
+    case RunMode::simulator: argv[1] = argv[0]; return sim::simulator_main (argc - 1, argv + 1);
+    case RunMode::viewer: {
+        static char name[] = "Trivex";
+        argv[1] = name;
+        return viewer::viewer_main (argc - 1, argv + 1);
+    }
+    case RunMode::usage: std::fputs (general_usage (argv[0]).c_str (), stderr); return 0;
+    case RunMode::editor: break;
+    }
+    std::fputs ("The editor is not in this version: use -a to simulate, -v to show curves, and "
+                "ostrand-tool to convert and draw networks.\n",
+                stderr);
+    return 1;
+}
+
+} // namespace ostrand::startup

@@ -1,0 +1,32 @@
+// Which of the three programs a command line asks for, and how the process starts as that one.
+// Layer: startup.
+#pragma once
+#include <filesystem>
+#include <span>
+#include <string>
+
+namespace ostrand::startup {
+
+enum class RunMode { editor, simulator, viewer, usage };
+
+/// Looks at the words behind argv[0]: a first word that is exactly -a or -v chooses simulator or
+/// viewer; otherwise any word that begins with -h asks for the usage text; the rest is the
+/// editor's.
+RunMode choose_mode (std::span<const char* const> words);
+
+/// The usage text of the three modes, `name` being what the program was called by.
+std::string general_usage (const std::string& name);
+
+/// What the editor has to know of the process's start.
+struct EditorStart {
+    std::filesystem::path starting_directory; // file arguments are relative to it
+    std::filesystem::path executable;         // absolute; starts the viewer after a run
+};
+
+/// Notes where the process was started and by which file, then moves to the user's home.
+EditorStart prepare_editor (const char* program);
+
+/// The whole program; gives the exit status.
+int start (int argc, char** argv);
+
+} // namespace ostrand::startup

@@ -1,0 +1,78 @@
+// The viewer's window.
+#include "viewer/viewer_window.h"
+
+#include "viewer/curve_widget.h"
+#include "viewer/picture.h"
+#include "viewer/slider_panel.h"
+
+#include <FL/Fl.H>
+#include <FL/Fl_Group.H>
+#include <FL/Fl_Window.H>
+#include <FL/platform.H>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#ifdef FLTK_USE_X11
+#include <X11/Xlib.h>
+#endif
+
+namespace ostrand::viewer {
+namespace {
+
+constexpr int view_width = 900;
+constexpr int view_height = 600;
+
+/// Writes the view's picture to the file that the environment names, after it was drawn once.
+void take_picture (CurveWidget& view, Fl_Window& window, const std::string& path) {
+    view.on_drawn = [&view, &window, path] {
+        const ViewSize size = ViewSize::of (view.w (), view.h (), view.pixels_per_unit ());
+        std::string error;
+        if (!write_view_picture (path, static_cast<int> (size.w), static_cast<int> (size.hp),
+                                 error)) {
+            std::fprintf (stderr, "Cannot write '%s': %s\n", path.c_str (), error.c_str ());
+        }
+        window.hide ();
+    };
+}
+
+} // namespace
+
+bool display_is_there () {
+#ifdef FLTK_USE_X11
+    if (std::getenv ("WAYLAND_DISPLAY") != nullptr) return true;
+    Display* display = XOpenDisplay (nullptr);
+    if (display == nullptr) return false;
+    XCloseDisplay (display);
+#endif
+    return true;
+}
+
+bool run_viewer_window (ResultData& data, bool reverse_video) {
+    if (!display_is_there ()) {
+        std::fputs ("Cannot open a window: there is no display\n", stderr);
+        return false;
+    }
+    viewer_state ().reverse_video = reverse_video;
+    Fl::background (0, 75, 75);
+    const int room = slider_room (data);
+    const auto window = std::make_unique<Fl_Window> (view_width, view_height + room, "Stochora");
+    window->label ("Stochora");
+    auto* whole = new Fl_Group (0, 0, view_width, view_height + room); // the window owns it
+    auto* view = new CurveWidget (0, 0, view_width, view_height, &data);
+    view->end ();
+    view->state ().divisions = 5;
+    make_sliders (*view, 0, view_height);
+    whole->end ();
+    whole->resizable (view);
+    window->end ();
+    window->resizable (whole);
+    window->size_range (300, 200 + room);
+    const char* picture = std::getenv ("OSTRAND_PICTURE");
+    if (picture != nullptr) take_picture (*view, *window, picture);
+    window->show ();
+    view->take_focus ();
+    Fl::run ();
+    return true;
+}
+
+} // namespace ostrand::viewer

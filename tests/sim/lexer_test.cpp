@@ -1,0 +1,152 @@
+// Tokens of the model language and the table of names.
+#include "base/text.h"
+#include "sim/lexer.h"
+#include "sim/sim_support.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+namespace ostrand::sim {
+namespace {
+
+/// The tokens of a text as "name", 1.5, #rrggbb or the token's text, joined by blanks.
+std::string tokens_of (std::string_view text) {
+    ModelTables tables;
+    const testing::CaughtMessages messages;
+    Lexer lexer (text, tables);
+    std::string all;
+    for (Token token = lexer.next_token (); token.kind != TokenKind::eof;
+         token = lexer.next_token ()) {
+        if (!all.empty ()) all += ' ';
+        if (token.kind == TokenKind::ident) {
+            all += "'" + std::string (token.text) + "'";
+            if (token.species < 0) return all + "!";
+        } else if (token.kind == TokenKind::number) {
+            all += format_g (static_cast<double> (token.number));
+        } else if (token.kind == TokenKind::colour) {
+            all += format_text ("#%08x", token.colour);
+        } else {
+            all += token_text (token.kind);
+        }
+    }
+    return messages.all.empty () ? all : "error: " + messages.all[0];
+}
+
+TEST (lexer, single_characters_arrows_and_comments) {
+    EXPECT_EQ (tokens_of ("; : = [ ] | + , ( ) - ->"), "; : = [ ] | + , ( ) - ->");
+    EXPECT_EQ (tokens_of ("a // b c\nd"), "'a' 'd'");
+    EXPECT_EQ (tokens_of ("a//b"), "'a'");
+    EXPECT_EQ (tokens_of ("a\rb c"), "'a\rb' 'c'");
+    EXPECT_EQ (tokens_of ("\r\r a \r b"), "'a' 'b'");
+}
+
+TEST (lexer, a_lone_slash_is_a_name_of_no_length) {
+    EXPECT_EQ (tokens_of ("a / b"), "'a' ''!");
+    EXPECT_EQ (tokens_of ("\"\""), "''!");
+}
+
+TEST (lexer, units_need_what_may_follow_them) {
+    EXPECT_EQ (tokens_of ("mM uM \xb5M mM-"), "mM uM uM mM -");
+    EXPECT_EQ (tokens_of ("mM|uM+uM:mM;uM,"), "mM | uM + uM : mM ; uM ,");
+    EXPECT_EQ (tokens_of ("mMol mM"), "'mMol' 'mM'");
+    EXPECT_EQ (tokens_of ("mM/"), "'mM' ''!");
+}
+
+TEST (lexer, quoted_names_hold_anything_but_a_line_end) {
+    EXPECT_EQ (tokens_of ("\"a b;c\" d"), "'a b;c' 'd'");
+    EXPECT_EQ (tokens_of ("\"a\nb\""), "error: '\\n' inside a name: '\"a\nb\" ...'");
+    EXPECT_EQ (tokens_of ("\"abcdef\n\""), "error: '\\n' inside a name: '\"abcd ...'");
+    EXPECT_EQ (tokens_of ("\"ab\n"), "error: '\\n' inside a name: '\" ab\n ...'");
+}
+
+TEST (lexer, display_in_quotes_is_the_keyword_not_a_species) {
+    EXPECT_EQ (tokens_of ("\"display\" \"duration\" linked displays"),
+               "display duration linked 'displays'");
+}
+
+TEST (lexer, a_quoted_name_that_is_never_closed_is_not_caught_by_the_reader) {
+    EXPECT_EQ (tokens_of ("a \"b c"), "'a' 'b c'");
+    EXPECT_EQ (fault_of ("a -> \"b | 1;"), "'|' expected, got 'EOF'\n");
+}
+
+TEST (lexer, colours_have_six_or_three_digits) {
+    EXPECT_EQ (tokens_of ("#1a5, #A0b1C2"), "#11aa5500 , #a0b1c200");
+    EXPECT_EQ (tokens_of ("#1a5)"), "#11aa5500 )");
+    EXPECT_EQ (tokens_of ("#12345678"), "#34567800 '78'");
+    EXPECT_EQ (tokens_of ("#12"), "error: bad colour specification: '#    12'");
+    EXPECT_EQ (tokens_of ("#12345, x"), "error: bad colour specification: '#12345,'");
+    EXPECT_EQ (tokens_of ("#red, b"), "error: bad colour specification: '#red, b'");
+    EXPECT_EQ (tokens_of ("#1234 x"), "error: bad colour specification: '#1234 x'");
+}
+
+TEST (lexer, the_sixth_byte_behind_the_sign_is_looked_at_first) {
+    EXPECT_EQ (tokens_of ("#abc, d;"), "#000abc00 ;");
+}
+
+TEST (lexer, numbers_need_what_may_follow_them) {
+    EXPECT_EQ (tokens_of ("1 2.5; .5 1e3 2e 1-2 "), "1 2.5 ; 0.5 1000 2 1");
+    EXPECT_EQ (tokens_of ("1e-3 1..2 1.2.3 "), "0.001 '1..2' '1.2.3'");
+    EXPECT_EQ (tokens_of ("2PG 10"), "'2PG' '10'");
+    EXPECT_EQ (tokens_of ("10uM,10mM;10\xb5M-10mM:"), "10 uM , 10 mM ; 10 uM - 10 mM :");
+    EXPECT_EQ (tokens_of ("10mM|"), "'10mM' |");
+    EXPECT_EQ (tokens_of ("1\r2 "), "'1\r2'");
+    EXPECT_EQ (tokens_of ("1->2 "), "'1' -> 2");
+}
+
+TEST (lexer, a_number_before_a_comma_is_a_name) { EXPECT_EQ (tokens_of ("3,5 "), "'3' , 5"); }
+
+TEST (lexer, a_glued_unit_must_not_be_followed_by_plus) {
+    EXPECT_EQ (tokens_of ("[a] = 10uM+"), "[ 'a' ] = '10uM' +");
+}
+
+TEST (lexer, the_text_ends_at_a_nul) {
+    EXPECT_EQ (tokens_of (std::string_view ("a b\0c d", 7)), "'a' 'b'");
+}
+
+TEST (names, hash_keeps_the_sign_of_bytes_above_127) {
+    EXPECT_EQ (NameTable::hash (""), 11U);
+    EXPECT_EQ (NameTable::hash ("a"), ((11U * 19U) ^ 'a') % 4096U);
+    // 11 * 19 xor -75 is negative; its remainder is brought back by 4096.
+    EXPECT_EQ (NameTable::hash ("\xb5"), static_cast<unsigned> (4096 + (209 ^ -75)));
+}
+
+TEST (names, a_shorter_name_is_taken_for_a_longer_one_in_its_slot) {
+    // Two names whose hashes agree, one the beginning of the other.
+    std::string longer;
+    for (int i = 0; i < 4096 * 8 && longer.empty (); ++i) {
+        const std::string name = "a" + std::to_string (i);
+        if (NameTable::hash (name) == NameTable::hash ("a")) longer = name;
+    }
+    ASSERT_FALSE (longer.empty ());
+    ModelTables tables;
+    EXPECT_EQ (tables.intern_species (longer, false), 0);
+    EXPECT_EQ (tables.intern_species ("a", false), 0);
+    EXPECT_EQ (tables.n_species (), 1U);
+    // The other way round they stay apart.
+    ModelTables other;
+    EXPECT_EQ (other.intern_species ("a", false), 0);
+    EXPECT_EQ (other.intern_species (longer, false), 1);
+    EXPECT_EQ (other.species[1]->hash, (NameTable::hash ("a") + 41) & 4095);
+}
+
+TEST (names, looking_up_makes_nothing) {
+    ModelTables tables;
+    EXPECT_EQ (tables.intern_species ("x", true), 0);
+    EXPECT_EQ (tables.n_species (), 0U);
+    EXPECT_EQ (tables.intern_species ("x", false), 0);
+    EXPECT_EQ (tables.intern_species ("y", false), 1);
+    EXPECT_EQ (tables.intern_species ("y", true), 1);
+}
+
+TEST (names, a_full_table_gives_minus_two) {
+    ModelTables tables;
+    for (unsigned i = 0; i < max_species; ++i) {
+        ASSERT_EQ (tables.intern_species ("name" + std::to_string (i) + "x", false),
+                   static_cast<int> (i));
+    }
+    EXPECT_EQ (tables.intern_species ("one more", false), -2);
+    EXPECT_EQ (tables.intern_species ("name7x", false), 7);
+}
+
+} // namespace
+} // namespace ostrand::sim

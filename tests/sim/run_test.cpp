@@ -1,0 +1,176 @@
+// A whole run: driver, result file, background run.
+#include "sim/background.h"
+#include "sim/run.h"
+#include "sim/run_progress.h"
+#include "sim/sim_support.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+namespace ostrand::sim {
+namespace {
+
+using ::testing::HasSubstr;
+using testing::TemporaryFolder;
+
+constexpr const char* sweep = "duration = 2; [a] = 1 uM, 2 uM; [h] = 3 uM, 4 uM, 5 uM;\n"
+                              "a -> b | 0 ; display (b, a #102030);\n";
+
+/// The result of a text, run as the first of a process.
+std::string result_of (std::string_view text) {
+    const TemporaryFolder folder;
+    const std::string model = folder.write ("m.ssa", text);
+    const std::string out = (folder / "r.gz").string ();
+    simulator_state ().seeds = {};
+    EXPECT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
+    return testing::unzipped_file (out);
+}
+
+TEST (result, stands_line_by_line) {
+    const std::string block = "602\n602\n0\n0\n";
+    const std::string second = "1204\n1204\n0\n0\n";
+    EXPECT_EQ (result_of (sweep),
+               "6 2 2\na\n10203000\nb\ne50b0b00\n2\na\n2\n602\n1204\nh\n3\n1806\n"
+               "2409\n3011\n" +
+                   block + block + block + second + second + second);
+}
+
+TEST (result, a_species_that_is_not_displayed_takes_no_place_but_its_concentrations_are_listed) {
+    EXPECT_THAT (result_of (sweep), HasSubstr ("h\n3\n1806\n"));
+    EXPECT_EQ (result_of ("duration = 1; [h] = 3 uM, 4 uM;"), "2 0 1\n1\nh\n2\n1806\n2409\n");
+}
+
+TEST (result, a_series_of_only_equal_values_is_listed) {
+    EXPECT_EQ (result_of ("duration = 1; [h] = 3 uM, 3 uM;"), "2 0 1\n1\nh\n2\n1806\n1806\n");
+}
+
+TEST (result, no_display_statement_gives_a_valid_file_without_data) {
+    EXPECT_EQ (result_of ("duration = 3; a -> b | 1;"), "1 0 3\n0\n");
+}
+
+TEST (result, no_duration_gives_no_points) {
+    EXPECT_EQ (result_of ("display (a #000000);"), "1 1 0\na\n0\n0\n");
+}
+
+TEST (run, the_result_takes_the_place_of_an_old_file_and_keeps_its_permissions) {
+    const TemporaryFolder folder;
+    const std::string model = folder.write ("m.ssa", "duration = 1;");
+    const std::string out = folder.write ("r.gz", "old");
+    chmod (out.c_str (), 0640);
+    ASSERT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
+    EXPECT_EQ (testing::unzipped_file (out), "1 0 1\n0\n");
+    struct stat status {};
+    stat (out.c_str (), &status);
+    EXPECT_EQ (status.st_mode & 07777, 0640U);
+    EXPECT_THAT (folder.names (), ::testing::ElementsAre ("m.ssa", "r.gz"));
+}
+
+TEST (run, a_model_that_cannot_be_opened_fails_without_a_message) {
+    const testing::CaughtMessages messages;
+    EXPECT_FALSE (run_model ("/nowhere/model", "/tmp/never.gz", true, false, false, true));
+    EXPECT_TRUE (messages.all.empty ());
+}
+
+TEST (run, a_result_that_cannot_be_created_is_silent_and_counts_as_success) {
+    const TemporaryFolder folder;
+    const std::string model = folder.write ("m.ssa", "duration = 1;");
+    const testing::CaughtMessages messages;
+    EXPECT_TRUE (run_model (model.c_str (), "/nowhere/r.gz", true, false, false, true));
+    EXPECT_TRUE (run_model (model.c_str (), folder.path ().c_str (), true, false, false, true));
+    EXPECT_TRUE (messages.all.empty ());
+    EXPECT_THAT (folder.names (), ::testing::ElementsAre ("m.ssa"));
+}
+
+TEST (run, a_result_that_cannot_be_written_to_its_end_is_a_failure) {
+    const TemporaryFolder folder;
+    const std::string model = folder.write ("m.ssa", "duration = 1;");
+    const testing::CaughtMessages messages;
+    EXPECT_FALSE (run_model (model.c_str (), "/dev/full", true, false, false, true));
+    EXPECT_EQ (messages.joined (), "Cannot write '/dev/full': No space left on device\n");
+}
+
+TEST (run, the_complex_counter_runs_on_and_the_tables_are_reset) {
+    const TemporaryFolder folder;
+    const std::string model = folder.write ("m.ssa", "e : s -> p | 1 mM - 1;");
+    const std::string out = (folder / "r.gz").string ();
+    ModelTables& tables = simulator_state ().tables;
+    ASSERT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
+    const int before = tables.complex_counter;
+    ASSERT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
+    EXPECT_EQ (tables.complex_counter, before + 1);
+    EXPECT_EQ (tables.n_species (), 4U);
+    EXPECT_EQ (tables.species[3]->name, "Fcplx_" + std::to_string (before + 1));
+    // A fault leaves a later run whole.
+    const std::string bad = folder.write ("bad.ssa", "e : s -> p | 1 mM 1;");
+    {
+        const testing::CaughtMessages messages;
+        EXPECT_FALSE (run_model (bad.c_str (), out.c_str (), true, false, false, true));
+        EXPECT_EQ (messages.joined (), "Kcat missing\n");
+    }
+    EXPECT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
+}
+
+TEST (run, the_dump_lists_counts_and_steps) {
+    const ReadModel model ("[a] = 1 uM, 2 uM; a -> b | 0.5 ; a + b -> c + d | 1e-7 ;"
+                           "e : s -> p + q + r | 1 mM - 10;");
+    EXPECT_EQ (dump_tables (model.tables),
+               "init (a) = 602, 1204\ninit (b) = 0\ninit (c) = 0\ninit (d) = 0\ninit (e) = 0\n"
+               "init (s) = 0\ninit (p) = 0\ninit (q) = 0\ninit (r) = 0\ninit (Fcplx_3) = 0\n\n"
+               "a -> b [0.5];\na + b -> c + d [1e-07];\ne + s -> Fcplx_3 [0.00245535];\n"
+               "Fcplx_3 -> e + s [0.0001];\nFcplx_3 -> e + p + q + r [0.001];\n\n");
+}
+
+TEST (run, progress_is_the_part_of_all_time_steps) {
+    SimulatorState& state = simulator_state ();
+    state.progress_done = 0;
+    state.progress_total = 40000;
+    add_progress (10000);
+    EXPECT_EQ (progress_fraction (), 0.25F);
+    add_progress (10000);
+    EXPECT_EQ (progress_fraction (), 0.5F);
+}
+
+TEST (run, the_progress_line_tells_percent_speed_and_time_left) {
+    EXPECT_EQ (progress_text (0, 100, 0.1), "[------------------------]   0 %");
+    EXPECT_EQ (progress_text (25, 100, 5),
+               "[######------------------]  25 %  5 simulated s/s  15 s left");
+}
+
+/// What the background run calls when it is done.
+void note_done (void* argument) { *static_cast<bool*> (argument) = true; }
+
+TEST (background, runs_deletes_the_model_and_starts_the_viewer) {
+    const TemporaryFolder folder;
+    const std::string model = folder.write ("_tmp_.ssa", sweep);
+    const std::string out = (folder / "_data_.gz").string ();
+    // A stand-in for the viewer, which notes how it was called.
+    const std::string viewer =
+        folder.write ("viewer", "#!/bin/sh\necho \"$@\" >\"$(dirname \"$0\")/called\"\n");
+    chmod (viewer.c_str (), 0755);
+    bool done = false;
+    run_model_async (model.c_str (), out.c_str (), viewer.c_str (), note_done, &done, true, true)
+        .join ();
+    EXPECT_TRUE (done);
+    EXPECT_EQ (testing::file_text (folder / "called"), "-v " + out + " -d -r\n");
+    EXPECT_THAT (folder.names (), ::testing::ElementsAre ("_data_.gz", "called", "viewer"));
+}
+
+TEST (background, a_bad_model_is_deleted_too_and_no_viewer_starts) {
+    const TemporaryFolder folder;
+    const std::string model = folder.write ("_tmp_.ssa", "nonsense");
+    const std::string viewer =
+        folder.write ("viewer", "#!/bin/sh\necho \"$@\" >\"$(dirname \"$0\")/called\"\n");
+    chmod (viewer.c_str (), 0755);
+    const testing::CaughtMessages messages;
+    bool done = false;
+    run_model_async (model.c_str (), (folder / "r.gz").c_str (), viewer.c_str (), note_done, &done,
+                     false, false)
+        .join ();
+    EXPECT_TRUE (done);
+    EXPECT_EQ (messages.joined (), "'->' or '+' expected, got 'EOF'\n");
+    EXPECT_THAT (folder.names (), ::testing::ElementsAre ("viewer"));
+}
+
+} // namespace
+} // namespace ostrand::sim

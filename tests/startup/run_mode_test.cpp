@@ -1,0 +1,110 @@
+// Which of the three programs a command line asks for.
+#include "startup/run_mode.h"
+#include "support/support.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+namespace ostrand::startup {
+namespace {
+
+RunMode mode (std::vector<const char*> words) { return choose_mode (words); }
+
+TEST (run_mode, no_argument_is_the_editor) { EXPECT_EQ (mode ({}), RunMode::editor); }
+
+TEST (run_mode, only_the_first_word_chooses_a_mode) {
+    EXPECT_EQ (mode ({"-a", "model"}), RunMode::simulator);
+    EXPECT_EQ (mode ({"-v"}), RunMode::viewer);
+    EXPECT_EQ (mode ({"file.net", "-a", "model"}), RunMode::editor);
+    EXPECT_EQ (mode ({"-vx"}), RunMode::editor);
+    EXPECT_EQ (mode ({"-ab"}), RunMode::editor);
+    EXPECT_EQ (mode ({"-x", "file"}), RunMode::editor);
+}
+
+TEST (run_mode, a_word_that_begins_with_h_asks_for_the_usage) {
+    EXPECT_EQ (mode ({"-h"}), RunMode::usage);
+    EXPECT_EQ (mode ({"file", "-h"}), RunMode::usage);
+    EXPECT_EQ (mode ({"-help"}), RunMode::usage);
+    EXPECT_EQ (mode ({"-hxyz"}), RunMode::usage);
+    EXPECT_EQ (mode ({"-a", "-h"}), RunMode::simulator);
+    EXPECT_EQ (mode ({"-v", "-h"}), RunMode::viewer);
+}
+
+TEST (run_mode, the_usage_goes_to_standard_error_with_status_0) {
+    const std::string name = std::string (OSTRAND_BUILD_DIR) + "/ostrand";
+    for (const std::vector<std::string>& words :
+         {std::vector<std::string>{"-h"}, {"file", "-h"}, {"-help"}}) {
+        std::vector<std::string> line{"ostrand"};
+        line.insert (line.end (), words.begin (), words.end ());
+        const auto done = testing::run_program (line);
+        EXPECT_EQ (done.status, 0);
+        EXPECT_EQ (done.out, "");
+        EXPECT_EQ (done.error, general_usage (name));
+    }
+    EXPECT_EQ (
+        general_usage ("X"),
+        "Usage:\n 1. to run as Stochora:\tX -a model\n\t\t\t    [-v(erbose)]\n\t\t\t    "
+        "[-o(ut) output-file]\n\t\t\t    [-d(etrministic)]\n\t\t\t    [-s(equential)]\n\t\t\t"
+        "    [-npt (number of cores)]\n\n 2. to run as Trivex:\tX -v\n\t\t\t    [- / "
+        "data_file]\n\t\t\t    [-d(elete)]\n\t\t\t    [-r(everse video)]\n\n    . if no data "
+        "file is specified 'data.gz' is used\n    . '-' specifies the standard input\n    . "
+        "gzipped input data files are welcome\n    . '-d' removes the data file after "
+        "loading it\n\n 3. otherwise the editor is launched with one tab per file:\n        "
+        "X [file_1 [file_2 ... file_N]]\n    The files arguments are not mandatory: without "
+        "argument\n    an empty tab is created\n");
+}
+
+TEST (run_mode, the_viewer_answers_h_with_its_own_usage_line) {
+    const auto done = testing::run_program ({"ostrand", "-v", "-h"});
+    EXPECT_EQ (done.status, 1);
+    EXPECT_EQ (done.error, "Usage: Trivex [- / data_file] [-d][-r]\n");
+}
+
+/// Puts a variable of the environment and the folder back.
+struct Surroundings {
+    Surroundings () : folder (std::filesystem::current_path ()) {
+        for (const char* name : {"USERPROFILE", "HOME"}) {
+            const char* value = std::getenv (name);
+            values.emplace_back (name, value == nullptr ? "" : value);
+        }
+    }
+    ~Surroundings () {
+        std::filesystem::current_path (folder);
+        for (const auto& [name, value] : values) {
+            if (value.empty ()) {
+                unsetenv (name.c_str ());
+            } else {
+                setenv (name.c_str (), value.c_str (), 1);
+            }
+        }
+    }
+    std::filesystem::path folder;
+    std::vector<std::pair<std::string, std::string>> values;
+};
+
+TEST (run_mode, the_editor_notes_where_it_started_and_moves_to_the_home) {
+    const Surroundings surroundings;
+    const testing::TemporaryFolder home;
+    setenv ("USERPROFILE", home.path ().c_str (), 1);
+    const EditorStart start = prepare_editor ("build/ostrand");
+    EXPECT_EQ (start.starting_directory, surroundings.folder);
+    EXPECT_TRUE (start.executable.is_absolute ());
+    EXPECT_TRUE (std::filesystem::exists (start.executable));
+    EXPECT_EQ (std::filesystem::current_path (), std::filesystem::canonical (home.path ()));
+}
+
+TEST (run_mode, userprofile_unset_takes_the_home_and_without_a_home_the_start_stays) {
+    const Surroundings surroundings;
+    const testing::TemporaryFolder home;
+    unsetenv ("USERPROFILE");
+    setenv ("HOME", home.path ().c_str (), 1);
+    prepare_editor ("ostrand");
+    EXPECT_EQ (std::filesystem::current_path (), std::filesystem::canonical (home.path ()));
+    std::filesystem::current_path (surroundings.folder);
+    unsetenv ("HOME");
+    prepare_editor ("ostrand");
+    EXPECT_EQ (std::filesystem::current_path (), surroundings.folder);
+}
+
+} // namespace
+} // namespace ostrand::startup
