@@ -1,0 +1,73 @@
+// What an editor asks of gate extraction: the metabolites of a model, whether its gates on disk are
+// still good, and the extraction itself.
+// Layer: gates.
+#pragma once
+#include "base/platform.h"
+#include "gates/gate_extractor.h"
+#include "gates/reaction.h"
+#include "gates/reaction_table.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ostrand::gates {
+
+/// A metabolite of a reaction that has an enzyme.
+struct Metabolite {
+    std::string name;
+    bool can_be_input = false;  // a substrate, or either side of a reversible reaction
+    bool can_be_output = false; // a product, or either side of a reversible reaction
+};
+
+/// Name of the reaction table while an extraction runs; it stands in the current directory.
+inline constexpr const char* temporary_kinetics = "tmp_kinetics.csv";
+
+/// The reactions of a model's text, as the front end reads them: like the search's own reader, but
+/// the references of a list get their roles when the list is closed.
+std::vector<Reaction> read_front_end_reactions (std::string_view text);
+
+class GateFrontEnd {
+  public:
+    /// Reads the model. Where it cannot be opened, `parsed` tells so and all lists are empty.
+    explicit GateFrontEnd (std::string path);
+
+    bool parsed = false;
+    std::vector<Reaction> reactions;
+    std::vector<Metabolite> metabolites; // by name, in the order of the bytes
+    std::string model_path;
+    std::string base;       // the path without its extension
+    bool extracted = false; // the gates of this model are ready
+
+    /// Whether "<base>_gates.csv" exists and is not older than the model; sets `extracted` if so.
+    /// The depth it was made with is not looked at.
+    bool up_to_date ();
+
+    /// Writes the reaction table, extracts with the built-in catalogue and 8 jobs, deletes the
+    /// table. False with the reason in `error` when the gate file could not be written.
+    bool extract (int depth, std::string& error);
+
+    /// An extraction with all else at its defaults runs between these two. The table goes when the
+    /// scope ends, and when an interruption ends the process.
+    class TableScope {
+      public:
+        /// Writes the table; ok() tells whether that worked.
+        TableScope (const GateFrontEnd& front_end, const RandomNumbers& random);
+        ~TableScope ();
+        TableScope (const TableScope&) = delete;
+        TableScope& operator= (const TableScope&) = delete;
+        bool ok () const { return error_.empty (); }
+        const std::string& error () const { return error_; }
+
+      private:
+        std::string error_;
+        std::string path_; // absolute, so that it is the same file at the end
+        std::unique_ptr<InterruptionGuard> guard_;
+    };
+
+  private:
+    void gather_metabolites ();
+};
+
+} // namespace ostrand::gates

@@ -1,0 +1,40 @@
+// One circuit with one output, as a trial looks at it. Inside this folder's trial files only.
+// Layer: gates.
+#pragma once
+#include "gates/circuit_trial.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace ostrand::gates {
+
+/// An assignment is a bit set over the free elements: a set bit means held abundant, the others are
+/// not supplied. Elements that the output does not depend on are left out; they multiply counts.
+struct CircuitTrial::OutputView {
+    const Circuit& circuit;
+    int output;
+    std::vector<std::uint8_t> closure;
+    std::vector<int> upstream;  // candidate inputs, ascending
+    std::vector<double> levels; // by local column
+
+    std::vector<int> free;      // columns of the free elements, by rank
+    std::vector<int> choosable; // ranks of those that may be inputs; ascending, columns too
+    std::vector<int> held;      // columns that every assignment holds abundant, ascending
+    std::uint64_t weight = 1;   // assignments that one assignment stands for
+    int block_bits = 0;         // low ranks that one block of tables covers
+    std::size_t block_words = 1;
+    int most_inputs = 0; // of the groups that are tried by pattern
+};
+
+/// Ranks within one block of tables at most: a block of one set of fed inputs is 512 bytes.
+inline constexpr int most_block_bits = 12;
+/// Words of all tables of a block at most (where more than one word a table): 128 MiB.
+inline constexpr std::uint64_t most_table_words = std::uint64_t{1} << 24;
+/// Assignments are numbered in 64 bits. More free elements than this would outlast any patience.
+inline constexpr std::size_t most_free = 62;
+
+/// Fills the absent elements and the open forks from the needed ones.
+void complete_conditions (const Circuit& circuit, const std::vector<int>& upstream,
+                          const std::vector<int>& inputs, GateConditions& conditions);
+
+} // namespace ostrand::gates
