@@ -84,6 +84,10 @@ std::optional<std::string> read_standard_input (std::size_t bound) {
 OutputFile::OutputFile (const fs::path& path) : target_ (end_of_links (path)) {
     struct stat old {};
     const bool exists = ::stat (target_.c_str (), &old) == 0;
+    if (!exists && errno != ENOENT) { // a ring of links, a folder that may not be searched
+        fail ();
+        return;
+    }
     if (exists && !S_ISREG (old.st_mode)) {
         descriptor_ = S_ISDIR (old.st_mode) ? -1 : ::open (target_.c_str (), O_WRONLY | O_CLOEXEC);
         if (S_ISDIR (old.st_mode)) errno = EISDIR;

@@ -15,8 +15,8 @@ inline int to_int (double value) {
     return static_cast<int> (value);
 }
 
-/// A size or place in whole pixels: truncated, and so bounded that sums of the sizes of all that can
-/// be nested still fit an int.
+/// A size or place in whole pixels: truncated, and so bounded that sums of the sizes of all that
+/// can be nested still fit an int.
 inline int to_pixels (double value) {
     constexpr int most = 10000000;
     const int whole = to_int (value);

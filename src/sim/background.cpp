@@ -2,8 +2,10 @@
 #include "sim/background.h"
 
 #include "base/platform.h"
+#include "base/report.h"
 #include "sim/run.h"
 
+#include <exception>
 #include <filesystem>
 #include <vector>
 
@@ -21,8 +23,13 @@ struct BackgroundRun {
 };
 
 void run_in_background (const BackgroundRun& request) {
-    const bool went_well = run_model (request.model.c_str (), request.out.c_str (), false, false,
-                                      false, request.stochastic);
+    bool went_well = false;
+    try {
+        went_well = run_model (request.model.c_str (), request.out.c_str (), false, false, false,
+                               request.stochastic);
+    } catch (const std::exception& fault) { // memory ran out: the editor goes on
+        report_message ("The simulation ended early: %s", fault.what ());
+    }
     std::error_code ignored;
     std::filesystem::remove (request.model, ignored);
     if (request.done != nullptr) request.done (request.done_arg);

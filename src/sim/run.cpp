@@ -28,8 +28,8 @@ void add_progress (float steps) {
 
 float progress_fraction () {
     const SimulatorState& state = simulator_state ();
-    return state.progress_done.load (std::memory_order_relaxed) /
-           state.progress_total.load (std::memory_order_relaxed);
+    const float total = state.progress_total.load (std::memory_order_relaxed);
+    return total > 0 ? state.progress_done.load (std::memory_order_relaxed) / total : 0.0F;
 }
 
 std::string dump_tables (const ModelTables& tables) {

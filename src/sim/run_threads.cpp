@@ -3,7 +3,7 @@
 #include "sim/run.h"
 
 #include <algorithm>
-#include <system_error>
+#include <exception>
 #include <thread>
 
 namespace ostrand::sim {
@@ -22,8 +22,9 @@ void run_simulations (const EngineModel& model, std::vector<Simulation>& simulat
         sequential ? 1
                    : std::min (simulations.size (), static_cast<std::size_t> (processor_count ()));
     try {
+        helpers.reserve (wanted);
         while (helpers.size () + 1 < wanted) helpers.emplace_back (work);
-    } catch (const std::system_error&) {
+    } catch (const std::exception&) {
         // The threads that could be started, at the least this one, do it all.
     }
     work ();

@@ -114,7 +114,7 @@ class ChartScene {
 
 } // namespace
 
-float chart_height (const ViewSize& size) { return size.hp - below - above; }
+float chart_height (const ViewSize& size) { return std::max (size.hp - below - above, 10.0F); }
 
 Scene scene_of_chart (const ResultData& data, const ViewState& state, const ViewLayout& layout,
                       const TextWidth& text_width) {

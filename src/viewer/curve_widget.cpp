@@ -131,14 +131,15 @@ int CurveWidget::drag () {
 
 void CurveWidget::change_scale (bool outward) {
     state_.auto_scale = false;
-    state_.scale = outward ? state_.scale * 0.5F : doubled_scale (state_.scale, view_size ().h ());
+    state_.scale =
+        outward ? halved_scale (state_.scale) : doubled_scale (state_.scale, view_size ().h ());
 }
 
 int CurveWidget::wheel () {
     // With Shift the toolkit tells a sideways wheel.
     const int steps = Fl::event_dy () != 0 ? Fl::event_dy () : Fl::event_dx ();
     if (Fl::event_ctrl ()) {
-        if (steps != 0) change_scale (steps < 0);
+        if (Fl::event_dy () != 0) change_scale (Fl::event_dy () < 0);
     } else if (Fl::event_shift ()) {
         state_.fov += static_cast<float> (steps);
         if (state_.fov <= 0) state_.fov = 1;

@@ -30,22 +30,27 @@ bool LineReader::refill () {
         return false;
     }
     end_ += static_cast<std::size_t> (got);
-    taken_ = static_cast<std::uint64_t> (gzoffset (stream_));
+    // A pipe has no place of its own; there the unpacked bytes are told.
+    const z_off_t place = gzoffset (stream_);
+    taken_ = static_cast<std::uint64_t> (place < 0 ? gztell (stream_) : place);
     fresh_block_ = true;
     return true;
 }
 
 std::optional<std::string_view> LineReader::next () {
     for (;;) {
-        const std::size_t room = std::min (end_ - begin_, longest_line);
+        // The CR of a CR LF does not count.
+        const std::size_t room = std::min (end_ - begin_, longest_line + 1);
         char* line = block_.data () + begin_;
         auto* line_end = room == 0 ? nullptr : static_cast<char*> (std::memchr (line, '\n', room));
-        if (line_end == nullptr && room < longest_line && refill ()) continue;
-        if (line_end == nullptr && room == 0) return std::nullopt;
-        std::size_t length =
-            line_end == nullptr ? room : static_cast<std::size_t> (line_end - line) + 1;
+        if (line_end == nullptr && room <= longest_line && refill ()) continue;
+        if (room == 0) return std::nullopt;
+        std::size_t length = line_end == nullptr ? std::min (room, longest_line)
+                                                 : static_cast<std::size_t> (line_end - line) + 1;
+        const bool cr_lf = line_end != nullptr && length >= 2 && line[length - 2] == '\r';
+        if (length > longest_line && !cr_lf) length = longest_line;
         begin_ += length;
-        if (line_end != nullptr && length >= 2 && line[length - 2] == '\r') {
+        if (cr_lf) {
             line[length - 2] = '\n';
             --length;
         }

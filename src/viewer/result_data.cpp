@@ -1,6 +1,7 @@
 // The loader of result files.
 #include "viewer/result_data.h"
 
+#include "base/platform.h"
 #include "base/text.h"
 #include "base/units.h"
 #include "viewer/line_reader.h"
@@ -10,7 +11,6 @@
 #include <cstdio>
 #include <new>
 #include <optional>
-#include <stdexcept>
 
 namespace ostrand::viewer {
 namespace {
@@ -20,14 +20,20 @@ class Loader {
     Loader (ResultData& data, gzFile stream, const LoadProgress& progress)
         : data_ (data), lines_ (stream), progress_ (progress) {}
 
-    void load () { data_.error = !(load_head () && load_variables () && load_counts ()); }
+    void load () {
+        try {
+            data_.error = !(load_head () && load_variables () && load_counts ());
+        } catch (const std::bad_alloc&) {
+            miss_count (0, 0, 0); // there was less memory than the system told
+            data_.error = true;
+        }
+    }
 
   private:
     bool load_head ();
     bool load_variables ();
     bool load_variable (std::uint32_t v);
     bool load_counts ();
-    bool simulations_suffice () const;
 
     /// Reports the failure and gives false.
     static bool fail (const std::string& message) {
@@ -52,9 +58,27 @@ class Loader {
         return line ? scan_unsigned (*line) : std::nullopt;
     }
 
+    static bool miss_count (std::uint32_t simulation, std::uint32_t species, std::uint32_t point) {
+        return fail (format_text ("data error: <%u, %u, %u>\n", simulation, species, point));
+    }
+
+    /// Takes bytes off the memory that there is; false when they are not there.
+    bool fits (std::uint64_t bytes) {
+        if (bytes > memory_) return false;
+        memory_ -= bytes;
+        return true;
+    }
+
+    /// What a name, a colour or a label takes beside its letters.
+    static constexpr std::uint64_t small_record = 128;
+    /// Lines that are looked at, and not kept, of data that memory does not hold.
+    static constexpr std::uint64_t most_unkept = std::uint64_t{1} << 28;
+
     ResultData& data_;
     LineReader lines_;
     const LoadProgress& progress_;
+    std::uint64_t memory_ = available_memory ();
+    std::uint64_t combinations_ = 1; // of the variables' values so far
 };
 
 /// Three numbers with blanks between, anything behind.
@@ -82,7 +106,9 @@ bool Loader::load_head () {
     data_.n_points = (*numbers)[2];
     for (std::uint32_t c = 0; c < data_.n_displayed; ++c) {
         std::optional<std::string> name = next_name ();
-        if (!name) return fail (format_text ("Colour-name error: c = %u\n", c));
+        if (!name || !fits (name->size () + small_record)) {
+            return fail (format_text ("Colour-name error: c = %u\n", c));
+        }
         data_.names.push_back (std::move (*name));
         const auto colour_line = next_line ();
         const auto colour = colour_line ? scan_hexadecimal (*colour_line) : std::nullopt;
@@ -98,24 +124,30 @@ bool Loader::load_variables () {
     for (std::uint32_t v = 0; v < data_.n_var; ++v) {
         if (!load_variable (v)) return false;
     }
+    // Some combination of values has no simulation: the first one behind the last is missing.
+    if (combinations_ > data_.n_simul) return miss_count (data_.n_simul, 0, 0);
     return true;
 }
 
 bool Loader::load_variable (std::uint32_t v) {
     VarConc var;
     std::optional<std::string> name = next_name ();
-    if (!name) return fail ("Variable-concentration error 1\n");
+    if (!name || !fits (name->size () + small_record)) {
+        return fail ("Variable-concentration error 1\n");
+    }
     var.name = std::move (*name);
     const auto nb = next_unsigned ();
     if (!nb) return fail (format_text ("Variable concentrations error 1: v = %u\n", v));
     var.nb = *nb;
-    const auto missing = [v] (std::uint32_t i) {
-        return fail (format_text ("Variable concentrations error 2: v = %u, i = %u\n", v, i));
-    };
-    if (var.nb == 0) return missing (0);
-    for (std::uint32_t i = 0; i < var.nb; ++i) {
-        const auto value = next_unsigned ();
-        if (!value) return missing (i);
+    // Values that no simulation can have are read to see whether they are there, and not kept.
+    combinations_ = combinations_ > data_.n_simul ? combinations_ : combinations_ * var.nb;
+    const bool kept = combinations_ <= data_.n_simul;
+    for (std::uint32_t i = 0; i < std::max (var.nb, 1U); ++i) {
+        const auto value = var.nb > 0 && i < most_unkept ? next_unsigned () : std::nullopt;
+        if (!value || (kept && !fits (var.name.size () + small_record))) {
+            return fail (format_text ("Variable concentrations error 2: v = %u, i = %u\n", v, i));
+        }
+        if (!kept) continue;
         var.values.push_back (*value);
         var.labels.push_back (
             "  [" + var.name +
@@ -125,41 +157,29 @@ bool Loader::load_variable (std::uint32_t v) {
     return true;
 }
 
-/// True when every combination of values has its simulation.
-bool Loader::simulations_suffice () const {
-    std::uint64_t combinations = 1;
-    for (const VarConc& var : data_.vars) {
-        combinations *= var.nb;
-        if (combinations > data_.n_simul) return false;
-    }
-    return data_.n_simul > 0 || data_.vars.empty ();
-}
-
 bool Loader::load_counts () {
-    const auto missing = [] (std::uint32_t simulation, std::uint32_t species, std::uint32_t point) {
-        return fail (format_text ("data error: <%u, %u, %u>\n", simulation, species, point));
-    };
-    if (!simulations_suffice ()) return missing (data_.n_simul, 0, 0);
+    // Nothing to read for anybody: do not count through four thousand million simulations.
+    if (data_.n_displayed == 0 || data_.n_points == 0) return true;
+    std::uint64_t values = 0;
+    const bool countable =
+        !__builtin_mul_overflow (std::uint64_t{data_.n_simul} * data_.n_displayed,
+                                 std::uint64_t{data_.n_points}, &values) &&
+        values <= memory_ / sizeof (std::uint32_t);
+    // More than memory holds is not kept, only read up to where it ends.
+    if (countable) data_.counts.reserve (values);
+    std::uint64_t place = 0;
     for (std::uint32_t simulation = 0; simulation < data_.n_simul; ++simulation) {
         for (std::uint32_t species = 0; species < data_.n_displayed; ++species) {
-            for (std::uint32_t point = 0; point < data_.n_points; ++point) {
-                const auto value = next_unsigned ();
-                if (!value) return missing (simulation, species, point);
-                try {
-                    data_.counts.push_back (*value);
-                } catch (const std::bad_alloc&) {
-                    return missing (simulation, species, point);
-                } catch (const std::length_error&) {
-                    return missing (simulation, species, point);
-                }
+            for (std::uint32_t point = 0; point < data_.n_points; ++point, ++place) {
+                const auto value =
+                    countable || place < most_unkept ? next_unsigned () : std::nullopt;
+                if (!value) return miss_count (simulation, species, point);
+                if (countable) data_.counts.push_back (*value);
                 data_.max = std::max (data_.max, *value);
             }
         }
-        // Nothing to read for anybody: do not count through four thousand million simulations.
-        if (data_.n_displayed == 0 || data_.n_points == 0) break;
     }
-    data_.counts.shrink_to_fit ();
-    return true;
+    return countable || miss_count (0, 0, 0);
 }
 
 } // namespace

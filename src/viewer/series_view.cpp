@@ -61,6 +61,11 @@ std::uint32_t count_planes (const ResultData& data) {
     return last.nb;
 }
 
+float halved_scale (float scale) {
+    constexpr float least = 1e-20F; // far below one pixel for the largest count
+    return std::max (scale * 0.5F, least);
+}
+
 float fitting_scale (float height, std::uint32_t max) {
     return max == 0 ? 1.0F : height / static_cast<float> (max);
 }

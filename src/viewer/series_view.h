@@ -7,6 +7,7 @@
 #pragma once
 #include "viewer/result_data.h"
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <cstdint>
@@ -48,7 +49,7 @@ struct ViewSize {
     /// Sizes from toolkit units: times the unit, rounded.
     static ViewSize of (int width, int height, float unit);
     /// Height of the drawing.
-    float h () const { return hp - 30 - 10; }
+    float h () const { return std::max (hp - 30 - 10, 10.0F); }
 };
 
 /// Width of a text in device pixels, in one of the toolkit's fonts (0 upright, 1 bold).
@@ -97,6 +98,9 @@ float wrap_angle (float degrees);
 /// The scale after one notch outward; unchanged where that would leave less than one molecule for
 /// each fifth of the height.
 float doubled_scale (float scale, float height);
+
+/// The scale after one notch inward, never 0.
+float halved_scale (float scale);
 
 /// The values that the space key sets; the scale follows.
 void reset_view (ViewState& state, const ViewSize& size);

@@ -15,6 +15,7 @@ namespace {
 constexpr int row_height = 20;
 constexpr int spacing = 10;
 constexpr int left_edge = 10;
+constexpr long long tallest_panel = 20000; // windows end at 32767 pixels
 
 /// A slider whose label stands at its right and is cut to the window.
 class LabelledSlider : public Fl_Hor_Slider {
@@ -23,7 +24,7 @@ class LabelledSlider : public Fl_Hor_Slider {
         : Fl_Hor_Slider (x, y, w, row_height), view (shown) {
         align (FL_ALIGN_RIGHT);
         labelcolor (FL_WHITE);
-        color (fl_rgb_color (0, 50, 50));
+        color (fl_rgb_color (0, 20, 20));
         selection_color (fl_rgb_color (120, 190, 190));
         labelsize (12);
         clear_visible_focus (); // keys go to the view
@@ -62,7 +63,7 @@ void time_moved (Fl_Widget* widget, void*) {
 
 int slider_room (const ResultData& data) {
     const auto wanted = static_cast<long long> (data.n_var) * (row_height + spacing) - spacing;
-    return static_cast<int> (std::clamp (wanted, 0LL, 1LL << 20));
+    return static_cast<int> (std::clamp (wanted, 0LL, tallest_panel));
 }
 
 Fl_Group* make_sliders (CurveWidget& view, int x, int y) {

@@ -66,7 +66,7 @@ bool run_viewer_window (ResultData& data, bool reverse_video) {
     whole->resizable (view);
     window->end ();
     window->resizable (whole);
-    window->size_range (300, 200 + room);
+    window->size_range (300, 300 + room);
     const char* picture = std::getenv ("OSTRAND_PICTURE");
     if (picture != nullptr) take_picture (*view, *window, picture);
     window->show ();

@@ -99,6 +99,15 @@ TEST (disk, a_link_to_nothing_makes_what_it_points_to) {
     EXPECT_EQ (file_text (folder / "later"), "x");
 }
 
+TEST (disk, a_ring_of_links_stays) {
+    const TemporaryFolder folder;
+    fs::create_symlink ("ring", folder / "ring");
+    std::string error;
+    EXPECT_FALSE (write_file (folder / "ring", "x", error));
+    EXPECT_EQ (error, "Too many levels of symbolic links");
+    EXPECT_TRUE (fs::is_symlink (folder / "ring"));
+}
+
 TEST (disk, failures_tell_why_and_leave_nothing) {
     const TemporaryFolder folder;
     std::string error;

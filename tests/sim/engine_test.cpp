@@ -120,6 +120,22 @@ TEST (engine, a_monomolecular_constant_above_one_wraps_the_count) {
     EXPECT_THAT (after_a_second ("a -> b | 2 ;", {1, 0}), ElementsAre (4294967295U, 2));
 }
 
+TEST (engine, a_fraction_fires_only_when_it_is_above_the_number_drawn) {
+    // One molecule that fires with 1 / 4 a step: as many draws as until the first one below that.
+    const ReadModel model ("a -> b | 0.25 ;");
+    const RandomState seed{0x123456789ABCDEF, 0xFEDCBA9876543210};
+    std::vector<std::uint32_t> points (4);
+    std::vector<std::uint32_t> start_counts{1, 0, 0};
+    Simulation simulation{points, start_counts, seed};
+    run_stochastic ({model.tables.steps, 2, 2 * stats, 2, nullptr}, simulation);
+    EXPECT_EQ (points[3], 1U);
+    RandomState by_hand = seed;
+    int draws = 1;
+    while (!(0.25F > by_hand.draw ())) ++draws;
+    EXPECT_GT (draws, 1); // at first the number drawn was above the fraction, and n stayed 0
+    EXPECT_EQ (simulation.random.rd_state1, by_hand.rd_state1);
+}
+
 TEST (engine, a_dead_reaction_draws_no_random_number) {
     const std::string alive = start ("a", 4000) + "a -> b | 0.0001 ; duration = 4;";
     const FinishedRun without (alive);

@@ -121,6 +121,16 @@ TEST (run, the_dump_lists_counts_and_steps) {
                "Fcplx_3 -> e + s [0.0001];\nFcplx_3 -> e + p + q + r [0.001];\n\n");
 }
 
+TEST (run, report_tells_of_the_run_without_the_dump) {
+    const TemporaryFolder folder;
+    const std::string model = folder.write ("m.ssa", sweep);
+    ::testing::internal::CaptureStderr ();
+    ASSERT_TRUE (run_model (model.c_str (), (folder / "r.gz").c_str (), true, true, false, true));
+    EXPECT_THAT (::testing::internal::GetCapturedStderr (),
+                 ::testing::MatchesRegex ("#simulations = 6, #species = 3, #reactions = 1\n\n"
+                                          "Simulated time: 2 s, Simulation time: [-0-9.e]+ s\n"));
+}
+
 TEST (run, progress_is_the_part_of_all_time_steps) {
     SimulatorState& state = simulator_state ();
     state.progress_done = 0;
@@ -129,6 +139,8 @@ TEST (run, progress_is_the_part_of_all_time_steps) {
     EXPECT_EQ (progress_fraction (), 0.25F);
     add_progress (10000);
     EXPECT_EQ (progress_fraction (), 0.5F);
+    state.progress_total = 0;
+    EXPECT_EQ (progress_fraction (), 0.0F); // nothing to do is not yet done
 }
 
 TEST (run, the_progress_line_tells_percent_speed_and_time_left) {

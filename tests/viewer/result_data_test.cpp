@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <unistd.h>
 #include <zlib.h>
 
 namespace ostrand::viewer {
@@ -136,6 +137,7 @@ TEST (result_data, numbers_beyond_memory_end_at_the_first_that_is_missing) {
     EXPECT_EQ (Loaded ("4000000000 1 4000000000\na\nff\n0\n5\n").message,
                "data error: <0, 0, 1>\n");
     EXPECT_FALSE (Loaded ("4000000000 0 4000000000\n0\n").data.error);
+    EXPECT_TRUE (Loaded ("4000000000 1 4000000000\na\nff\n0\n5\n").data.counts.empty ());
 }
 
 TEST (result_data, more_places_than_simulations_are_data_that_are_missing) {
@@ -162,7 +164,24 @@ TEST (result_data, a_name_of_255_characters_with_its_end_of_line_loads) {
     const Loaded loaded ("1 1 0\n" + name + "\nff\n0\n");
     EXPECT_FALSE (loaded.data.error);
     EXPECT_THAT (loaded.data.names, ElementsAre (name));
+    EXPECT_FALSE (Loaded ("1 1 0\r\n" + name + "\r\nff\r\n0\r\n").data.error);
+    EXPECT_EQ (Loaded ("1 1 0\r\n" + name + "x\r\nff\r\n0\r\n").message,
+               "Colourmap-value error: c = 0\n");
     EXPECT_EQ (Loaded ("1 1 0\n" + name + "xx\nff\n0\n").message, "Colourmap-value error: c = 0\n");
+}
+
+TEST (line_reader, a_pipe_tells_the_bytes_that_came) {
+    int ends[2];
+    ASSERT_EQ (pipe (ends), 0);
+    ASSERT_EQ (write (ends[1], "a\nbc\n", 5), 5);
+    close (ends[1]);
+    gzFile stream = gzdopen (ends[0], "rb");
+    LineReader lines (stream);
+    EXPECT_EQ (lines.next (), "a\n");
+    std::uint64_t told = 0;
+    lines.on_block ([&told] (std::uint64_t bytes) { told = bytes; });
+    EXPECT_EQ (told, 5U);
+    gzclose (stream);
 }
 
 TEST (line_reader, lines_come_in_pieces_of_255_bytes) {

@@ -141,6 +141,16 @@ TEST (series_view, the_scale_is_never_enlarged_past_its_limit) {
     EXPECT_GT (scale, 70);
 }
 
+TEST (series_view, the_scale_never_reaches_0) {
+    float scale = 1;
+    for (int i = 0; i < 400; ++i) scale = halved_scale (scale);
+    EXPECT_GT (scale, 0);
+    EXPECT_GT (doubled_scale (scale, 560), scale);
+    const ViewSize tiny = ViewSize::of (300, 40, 1);
+    EXPECT_GT (tiny.h (), 0);
+    EXPECT_GT (chart_height (tiny), 0);
+}
+
 TEST (series_view, space_resets_the_view) {
     ViewState state;
     state.rot_x = 12;

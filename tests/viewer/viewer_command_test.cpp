@@ -2,6 +2,7 @@
 #include "support/support.h"
 
 #include <cstdlib>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace ostrand::viewer {
@@ -60,6 +61,18 @@ TEST_F (viewer_command, a_bad_file_is_told_and_no_window_opens) {
     folder.write ("short", "1 1 3\na\nff\n0\n1\n2\n");
     expect (run ({"short", "-d"}), "data error: <0, 0, 2>\n");
     EXPECT_TRUE (std::filesystem::exists (folder / "short"));
+}
+
+TEST_F (viewer_command, endless_data_beyond_memory_end_with_a_message) {
+#ifndef __SANITIZE_ADDRESS__ // it takes its address space in advance
+    const auto names = run_program (
+        {"bash", "-c", "ulimit -v 600000; { echo '1 4000000000 1'; yes ff; } | \"$0\" -v -",
+         std::string (OSTRAND_BUILD_DIR) + "/ostrand"},
+        folder.path ());
+    EXPECT_EQ (names.status, 1);
+    EXPECT_THAT (names.error, ::testing::MatchesRegex ("Colour-name error: c = [0-9]+\n"
+                                                       "|data error: <0, 0, 0>\n"));
+#endif
 }
 
 TEST_F (viewer_command, the_second_file_is_shown) {

@@ -204,6 +204,16 @@ TEST (window, the_wheel_changes_the_distance) {
     EXPECT_TRUE (viewer.shows (farther));
 }
 
+TEST (window, the_wheel_never_comes_nearer_than_its_limit) {
+    const Viewer viewer ({3});
+    viewer.input ({"mousemove", "450", "300", "click", "--repeat", "40", "--delay", "5", "5"});
+    ViewState nearest = viewer.state;
+    nearest.dist = -20000;
+    nearest.scale = fitting_scale (560, viewer.max);
+    // At this distance only the lower curves stand inside the window.
+    EXPECT_TRUE (viewer.wait_until ([&] { return viewer.sees (nearest, {red, 0, 1000}); }));
+}
+
 TEST (window, the_wheel_with_shift_changes_the_opening) {
     const Viewer viewer ({3});
     for (int i = 0; i < 4; ++i) viewer.wheel ("shift", "5");
@@ -274,6 +284,54 @@ TEST (window, digits_hide_and_show_species) {
     EXPECT_TRUE (viewer.shows (viewer.state));
     viewer.key ("7"); // no such species: nothing happens
     EXPECT_TRUE (viewer.shows (viewer.state));
+}
+
+TEST (window, only_the_first_ten_species_can_be_toggled_from_the_keyboard) {
+    const TemporaryFolder folder;
+    std::string text = "1 12 2\n";
+    for (int s = 0; s < 12; ++s) text += s == 11 ? "last\ne0000000\n" : "other\ne000\n";
+    text += "0\n";
+    for (int s = 0; s < 24; ++s) text += "5\n";
+    const VirtualDisplay display;
+    RunningProgram program ({"ostrand", "-v", folder.write ("data", text)});
+    display.place_window ("Stochora");
+    display.input ({"mousemove", "450", "500"});
+    for (char key = '0'; key <= '9'; ++key) display.input ({"key", std::string (1, key)});
+    // Ten rows are gone; what is left has closed up.
+    bool closed = false;
+    for (int i = 0; i < 200 && !closed; ++i) {
+        std::this_thread::sleep_for (std::chrono::milliseconds (30));
+        const Screenshot shot = display.screenshot ();
+        closed = shot.count (20, 19, 31, 3, blue) > 50 && shot.count (20, 39, 31, 3, red) > 50 &&
+                 shot.count (20, 50, 31, 300, blue) == 0;
+    }
+    EXPECT_TRUE (closed);
+}
+
+/// True when the slider panel's room holds a slider's trough.
+bool slider_at (const Screenshot& shot, int y) {
+    return shot.count (100, y, 60, 6, 0x001414) > 200;
+}
+
+TEST (window, leaving_and_entering_3d_shows_and_hides_the_sliders) {
+    const Viewer two ({3, 2});
+    const auto rows = [] (const Viewer& viewer, bool first, bool second) {
+        return viewer.wait_until ([&] {
+            const Screenshot shot = viewer.display.screenshot ();
+            return slider_at (shot, 607) == first && slider_at (shot, 637) == second;
+        });
+    };
+    EXPECT_TRUE (rows (two, true, false)); // a concentration, no time
+    two.key ("c");
+    EXPECT_TRUE (rows (two, true, true));
+    two.key ("c");
+    EXPECT_TRUE (rows (two, true, false));
+    const Viewer one ({3});
+    EXPECT_TRUE (rows (one, false, false));
+    one.key ("c");
+    EXPECT_TRUE (rows (one, true, false)); // time alone, in the first row
+    one.key ("c");
+    EXPECT_TRUE (rows (one, false, false));
 }
 
 TEST (window, r_reverses_the_ground) {
