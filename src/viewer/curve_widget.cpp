@@ -180,6 +180,8 @@ void CurveWidget::toggle_view () {
         show_if (slider_panel, sliders);
         show_if (time_group, !sliders);
     }
+    // The sliders' labels stand beside their group.
+    if (slider_panel != nullptr) slider_panel->parent ()->redraw ();
 }
 
 } // namespace ostrand::viewer

@@ -318,7 +318,9 @@ TEST (window, leaving_and_entering_3d_shows_and_hides_the_sliders) {
     const auto rows = [] (const Viewer& viewer, bool first, bool second) {
         return viewer.wait_until ([&] {
             const Screenshot shot = viewer.display.screenshot ();
-            return slider_at (shot, 607) == first && slider_at (shot, 637) == second;
+            // With one variable the window ends below the first row.
+            const bool below = viewer.planes == 2 && slider_at (shot, 637);
+            return slider_at (shot, 607) == first && below == second;
         });
     };
     EXPECT_TRUE (rows (two, true, false)); // a concentration, no time
