@@ -18,10 +18,11 @@ cmake --preset "$preset" -DOSTRAND_WARNINGS_AS_ERRORS=$strict >"/tmp/ostrand-con
 rm -f "/tmp/ostrand-configure.$$"
 cmake --build "$build" -j "$jobs" -- --quiet 2>&1 | grep -v '^\[' || [ "${PIPESTATUS[0]}" = 0 ]
 
+export LSAN_OPTIONS=${LSAN_OPTIONS:-suppressions=$PWD/scripts/leaks-of-others.txt:print_suppressions=0}
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1}
 log=$build/ctest.log
 status=0
-scripts/with-display.sh ctest --test-dir "$build" -j "$jobs" --output-on-failure "$@" >"$log" 2>&1 || status=$?
+ctest --test-dir "$build" -j "$jobs" --output-on-failure "$@" >"$log" 2>&1 || status=$?
 # Failed cases with what they printed; a run in which all passed needs no more than its count.
 [ $status = 0 ] || grep -vE '^ *Start +[0-9]+:|Passed +[0-9.]+ sec$' "$log" || true
 passed=$(grep -cE '\.+ +Passed +[0-9.]+ sec' "$log" || true)

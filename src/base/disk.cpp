@@ -1,6 +1,7 @@
 // Reading whole files and writing them beside their place.
 #include "base/disk.h"
 
+#include "base/report.h"
 #include "base/text.h"
 
 #include <array>
@@ -179,7 +180,9 @@ bool write_file (const fs::path& path, std::string_view bytes, std::string& erro
 
 bool write_standard_output (std::string_view bytes) {
     OutputFile file = OutputFile::standard_output ();
-    return file.write (bytes) && file.commit ();
+    const bool written = file.write (bytes) && file.commit ();
+    if (!written) report_message ("Cannot write standard output: %s", file.error ().c_str ());
+    return written;
 }
 
 } // namespace ostrand

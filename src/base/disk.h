@@ -73,7 +73,7 @@ class OutputFile {
 /// Writes a whole file through OutputFile. False with the reason in `error` when that fails.
 bool write_file (const std::filesystem::path& path, std::string_view bytes, std::string& error);
 
-/// Writes to standard output and flushes it; false when it is closed or full.
+/// Writes to standard output; false, and reported, when it is closed or full.
 bool write_standard_output (std::string_view bytes);
 
 } // namespace ostrand

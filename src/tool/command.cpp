@@ -2,6 +2,7 @@
 #include "tool/command.h"
 
 #include "base/disk.h"
+#include "base/platform.h"
 #include "base/text.h"
 
 #include <charconv>
@@ -89,6 +90,7 @@ std::optional<int> Arguments::number (std::string_view option, int fallback, int
 }
 
 int tool_main (int argc, char** argv) {
+    ignore_broken_pipes ();
     const std::span<char*> words (argv + 1, argc > 1 ? static_cast<std::size_t> (argc - 1) : 0);
     if (words.empty ()) {
         std::fputs (general_help ().c_str (), stderr);

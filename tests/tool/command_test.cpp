@@ -27,6 +27,16 @@ TEST (command, help_goes_to_standard_output) {
     }
 }
 
+TEST (command, results_that_cannot_be_written_are_a_failure) {
+    const std::string program = std::string (OSTRAND_BUILD_DIR) + "/ostrand-tool";
+    const auto full = run_program ({"bash", "-c", "exec \"$0\" man >/dev/full", program});
+    EXPECT_EQ (full.status, 1);
+    EXPECT_EQ (full.error, "Cannot write standard output: No space left on device\n");
+    const auto closed = run_program ({"bash", "-c", "exec \"$0\" man >&-", program});
+    EXPECT_EQ (closed.status, 1);
+    EXPECT_EQ (closed.error, "Cannot write standard output: Bad file descriptor\n");
+}
+
 TEST (command, unknown_commands_and_options_and_counts_of_words_are_wrong_usage) {
     EXPECT_EQ (run_program ({"ostrand-tool", "nothing"}).status, 2);
     EXPECT_EQ (run_program ({"ostrand-tool", "man", "--nothing"}).status, 2);
