@@ -47,9 +47,9 @@ OperatorPtr reduce_once (const OperatorPtr& tree) {
     }
     std::vector<OperatorPtr> children;
     for (const OperatorPtr& child : tree->children ()) children.push_back (reduce_once (child));
-    const OperatorPtr result = normal_operator (tree->type (), children);
+    OperatorPtr result = normal_operator (tree->type (), children);
     if (result->type () == OperatorType::and_gate) {
-        if (const OperatorPtr sum = expanded (result)) return sum;
+        if (OperatorPtr sum = expanded (result)) return sum;
     }
     return result;
 }

@@ -174,7 +174,8 @@ VariantSet grow (const OperatorPtr& normal, Budget& budget) {
     if (normal != nullptr) work.insert (normal);
     while (!work.empty ()) {
         const auto first = work.begin ();
-        const OperatorPtr tree = *first;
+        const OperatorPtr tree =
+            *first; // NOLINT(performance-unnecessary-copy-initialization): it moves
         result.insert (work.extract (first));
         if (tree->node_count () >= rewriting_bound) continue;
         for (const Rule rule : rules) {

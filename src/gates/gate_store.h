@@ -56,7 +56,8 @@ class GateStore {
     struct Key {
         std::vector<int> inputs;
         int output;
-        auto operator<=> (const Key&) const = default;
+        auto operator<=> (const Key&) const =
+            default; // NOLINT(modernize-use-nullptr): seen where none is
     };
     void add_to (std::vector<Circuit>& entry, Circuit circuit);
 
