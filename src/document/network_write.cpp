@@ -11,15 +11,17 @@ namespace ostrand::document {
 namespace {
 
 /// A text of an arc with its offset; "{}" when there is none.
-void print_field (PrintState& to, const Char* field) {
+/// reads_back  an empty text is read as one again, so its offset counts; otherwise it is read as
+///             none
+void print_field (PrintState& to, const Char* field, bool reads_back) {
     if (field == nullptr || field->kind () != CharKind::line) {
         to.out += "{}";
         return;
     }
     const std::size_t before = to.out.size ();
     field->fprint (to, -1);
-    const bool empty = to.out.compare (before, std::string::npos, "{}") == 0;
-    if (!empty && (field->x != 0 || field->y != 0)) {
+    const bool lost = !reads_back && to.out.compare (before, std::string::npos, "{}") == 0;
+    if (!lost && (field->x != 0 || field->y != 0)) {
         to.out += '(' + number_text (field->x) + ' ' + number_text (field->y) + ')';
     }
 }
@@ -125,11 +127,11 @@ void Arque::fprint (PrintState& to, int depth) const {
     to.out += format_text ("[A%d ", id) + color_text (color) +
               format_text (" %u %d %d %d", type, thickness, source_->id, dest_->id);
     if (foggy) to.out += 'F';
-    print_field (to, label.get ());
-    print_field (to, residu.get ());
+    print_field (to, label.get (), false);
+    print_field (to, residu.get (), false);
     // Without the first of them the second would be read in its place.
-    if (stoech_src || stoech_dest) print_field (to, stoech_src.get ());
-    if (stoech_dest) print_field (to, stoech_dest.get ());
+    if (stoech_src || stoech_dest) print_field (to, stoech_src.get (), true);
+    if (stoech_dest) print_field (to, stoech_dest.get (), true);
     to.out += ']';
 }
 

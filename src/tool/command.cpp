@@ -31,10 +31,6 @@ int usage_fault (const ToolCommand& command, const std::string& fault) {
     return status_usage;
 }
 
-int print_text (const std::string& text) {
-    return write_standard_output (text) ? status_success : status_failure;
-}
-
 /// Sorts the words behind the command's name into `arguments`; gives the fault, empty when none.
 std::string fit_words (const ToolCommand& command, std::span<char*> words, Arguments& arguments) {
     bool options_end = false;
@@ -70,6 +66,14 @@ std::string fit_words (const ToolCommand& command, std::span<char*> words, Argum
 
 } // namespace
 
+int print_result (std::string_view text) {
+    OutputFile file = OutputFile::standard_output ();
+    if (file.write (text) && file.commit ()) return status_success;
+    std::fprintf (stderr, "ostrand-tool: cannot write to standard output: %s\n",
+                  file.error ().c_str ());
+    return status_failure;
+}
+
 std::string Arguments::value (std::string_view option, std::string_view fallback) const {
     const auto found = options.find (option);
     return found == options.end () ? std::string (fallback) : found->second;
@@ -97,7 +101,7 @@ int tool_main (int argc, char** argv) {
         return status_usage;
     }
     const std::string_view name = words[0];
-    if (name == "--help" || name == "-h" || name == "help") return print_text (general_help ());
+    if (name == "--help" || name == "-h" || name == "help") return print_result (general_help ());
     const ToolCommand* command = find_command (name);
     if (command == nullptr) {
         std::fprintf (stderr, "ostrand-tool: unknown command '%s'\n%s", words[0],
@@ -106,7 +110,7 @@ int tool_main (int argc, char** argv) {
     }
     for (const char* word : words.subspan (1)) {
         if (std::string_view (word) == "--") break;
-        if (std::string_view (word) == "--help") return print_text (command_help (*command));
+        if (std::string_view (word) == "--help") return print_result (command_help (*command));
     }
     Arguments arguments;
     const std::string fault = fit_words (*command, words.subspan (1), arguments);

@@ -50,6 +50,10 @@ struct ToolCommand {
 /// All sub-commands, in the order in which help lists them.
 std::span<const ToolCommand* const> tool_commands ();
 
+/// Writes a command's result to standard output and gives the exit status. A result that could not
+/// be written whole (closed, full) is told.
+int print_result (std::string_view text);
+
 /// The companion's whole command line; gives the exit status. Results go to standard output,
 /// messages to standard error.
 int tool_main (int argc, char** argv);

@@ -1,5 +1,4 @@
 // ostrand-tool check: what a reader says about a file, and what the file holds.
-#include "base/disk.h"
 #include "base/report.h"
 #include "base/text.h"
 #include "tool/commands.h"
@@ -47,7 +46,7 @@ int run (const Arguments& arguments) {
     const std::string text = format_text (
         "nodes: %d\narcs: %d\ncompartments: %d\nspecies: %d\nreactions: %d\n", counts.nodes,
         counts.arcs, counts.compartments, counts.species, counts.reactions);
-    if (!write_standard_output (text)) return status_failure;
+    if (print_result (text) != status_success) return status_failure;
     return reported ? status_failure : status_success;
 }
 

@@ -1,13 +1,10 @@
 // ostrand-tool completion: the completion script for bash.
-#include "base/disk.h"
 #include "tool/commands.h"
 
 namespace ostrand::tool {
 namespace {
 
-int run (const Arguments&) {
-    return write_standard_output (bash_completion ()) ? status_success : status_failure;
-}
+int run (const Arguments&) { return print_result (bash_completion ()); }
 
 } // namespace
 

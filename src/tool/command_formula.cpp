@@ -1,5 +1,4 @@
 // ostrand-tool formula: all minimal networks that compute a formula.
-#include "base/disk.h"
 #include "base/text.h"
 #include "formula/network_text.h"
 #include "formula/tectrix.h"
@@ -29,7 +28,7 @@ bool print_list (const SearchResult& result, const std::string& formula,
     std::string text = formula::search_message (result, formula, output);
     if (!text.ends_with ('\n')) text += '\n';
     for (const auto& one : result.implementations) text += formula::reaction_line (one) + '\n';
-    return write_standard_output (text);
+    return print_result (text) == status_success;
 }
 
 bool print_text (SearchResult& result, int index, const std::string& formula,
@@ -44,8 +43,8 @@ bool print_text (SearchResult& result, int index, const std::string& formula,
                       index, count - 1);
         return false;
     }
-    return write_standard_output (
-        formula::implementation_text (result, static_cast<std::size_t> (index)));
+    return print_result (formula::implementation_text (result, static_cast<std::size_t> (index))) ==
+           status_success;
 }
 
 bool write_all (SearchResult& result, const std::string& folder) {

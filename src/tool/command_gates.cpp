@@ -130,7 +130,7 @@ int extract (const Arguments& arguments, const Numbers& numbers,
         "%s: %d gates, %d of them fork gates, %llu circuits\n", extractor.gate_csv_path ().c_str (),
         extractor.gate_count (), extractor.fork_gate_count (),
         static_cast<unsigned long long> (extractor.circuit_counter));
-    return write_standard_output (told) ? status_success : status_failure;
+    return print_result (told);
 }
 
 int run (const Arguments& arguments) {

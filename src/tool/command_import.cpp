@@ -50,7 +50,7 @@ int run (const Arguments& arguments) {
         std::fprintf (stderr, "ostrand-tool import: cannot read '%s'\n", path.c_str ());
         return status_failure;
     }
-    return write_standard_output (*native) ? status_success : status_failure;
+    return print_result (*native);
 }
 
 } // namespace

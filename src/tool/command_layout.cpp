@@ -1,5 +1,4 @@
 // ostrand-tool layout: what the geometry made of a file, as one JSON object.
-#include "base/disk.h"
 #include "base/text.h"
 #include "files/native.h"
 #include "tool/commands.h"
@@ -77,11 +76,20 @@ class Json {
         else
             out_ += "null";
     }
-    /// letters  UTF-8
+    /// letters  two bytes for each code from 128 on, as in native text. Codes from 256 on have a
+    ///          second byte there that no UTF-8 has, with which the whole would be no JSON.
     void append_quoted (std::string_view letters) {
         out_ += '"';
-        for (const char c : letters) {
+        for (std::size_t i = 0; i < letters.size (); ++i) {
+            const char c = letters[i];
             const auto code = static_cast<unsigned char> (c);
+            const auto next =
+                static_cast<unsigned char> (i + 1 < letters.size () ? letters[i + 1] : 0);
+            if (code == 0xC3 && next >= 0xC0) {
+                out_ += {'\xC4', static_cast<char> (next & 0xBFU)};
+                ++i;
+                continue;
+            }
             if (c == '"' || c == '\\')
                 out_ += {'\\', c};
             else if (code < 32)
@@ -202,8 +210,7 @@ int run (const Arguments& arguments) {
     files::Document document;
     if (!open_input ("layout", arguments.words[0], document)) return status_failure;
     if (arguments.has ("--align")) document.network->align_all ();
-    return write_standard_output (layout_text (*document.network)) ? status_success
-                                                                   : status_failure;
+    return print_result (layout_text (*document.network));
 }
 
 } // namespace

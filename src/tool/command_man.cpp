@@ -1,5 +1,4 @@
 // ostrand-tool man: the man page of either program.
-#include "base/disk.h"
 #include "tool/commands.h"
 
 #include <cstdio>
@@ -14,7 +13,7 @@ int run (const Arguments& arguments) {
         return status_failure;
     }
     const std::string text = page == "ostrand" ? man_page_ostrand () : man_page_tool ();
-    return write_standard_output (text) ? status_success : status_failure;
+    return print_result (text);
 }
 
 } // namespace

@@ -1,5 +1,4 @@
 // ostrand-tool metabolites: what a formula may use as input and output.
-#include "base/disk.h"
 #include "gates/front_end.h"
 #include "tool/commands.h"
 
@@ -19,7 +18,7 @@ int run (const Arguments& arguments) {
         text += metabolite.name + "\t" + (metabolite.can_be_input ? "1" : "0") + "\t" +
                 (metabolite.can_be_output ? "1" : "0") + "\n";
     }
-    return write_standard_output (text) ? status_success : status_failure;
+    return print_result (text);
 }
 
 } // namespace

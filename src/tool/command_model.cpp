@@ -1,5 +1,4 @@
 // ostrand-tool model: the model text of a document.
-#include "base/disk.h"
 #include "document/document_state.h"
 #include "files/model_write.h"
 #include "tool/commands.h"
@@ -21,7 +20,7 @@ int run (const Arguments& arguments) {
     tell_model_gaps (document);
     const std::string text = files::write_model (*document.network, document.duration,
                                                  document::document_state ().multi_name);
-    return write_standard_output (text) ? status_success : status_failure;
+    return print_result (text);
 }
 
 } // namespace

@@ -21,7 +21,7 @@ int run (const Arguments& arguments) {
                       path.c_str ());
         return status_failure;
     }
-    return write_standard_output (model) ? status_success : status_failure;
+    return print_result (model);
 }
 
 } // namespace

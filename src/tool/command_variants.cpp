@@ -1,5 +1,4 @@
 // ostrand-tool variants: the equivalent forms of a formula.
-#include "base/disk.h"
 #include "formula/parse.h"
 #include "formula/variants.h"
 #include "tool/commands.h"
@@ -27,7 +26,7 @@ int run (const Arguments& arguments) {
         std::fprintf (stderr, "The formula has more than %zu variants, the others are left out\n",
                       trees.size ());
     }
-    return write_standard_output (text) ? status_success : status_failure;
+    return print_result (text);
 }
 
 } // namespace

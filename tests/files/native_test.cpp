@@ -187,6 +187,18 @@ TEST (NativeText, stoichiometry_of_the_destination_alone_keeps_its_place) {
     EXPECT_EQ (read->all_arcs ()[0]->stoech_dest->chars_only (), "2");
 }
 
+TEST (NativeText, an_empty_stoichiometry_keeps_its_offset) {
+    const std::string fields = "{}{}{}(1 -2){}(0.5 0)]";
+    const auto network =
+        clean ("[N2 0 2 8 8" + two_nodes + "[A3 0 272 2 1 2{}(3 4){}(5 6){}(1 -2){}(0.5 0)]]");
+    const Arque& arc = *network->all_arcs ()[0];
+    EXPECT_FALSE (arc.label || arc.residu); // "{}" is none for these
+    EXPECT_EQ (arc.stoech_src->y, -2);
+    const std::string written = write_native (*network);
+    EXPECT_NE (written.find (fields), std::string::npos) << written;
+    EXPECT_EQ (write_native (*clean (written)), written);
+}
+
 TEST (NativeText, fog_reaches_the_texts) {
     const auto network = clean ("[N2 0 2 8 8[S1 0 10 10 0 7 13{a}{b}F]" + two_nodes.substr (23) +
                                 "[A3 0 272 2 1 2F{k}{r}{1}]]");

@@ -58,6 +58,31 @@ TEST (Layout, EverythingIsNumberedAsSavingDoes) {
         "}\n");
 }
 
+TEST (Layout, LettersBeyondLatin1AreUtf8) {
+    const TemporaryFolder folder;
+    const ProgramResult result = run_program (
+        {"ostrand-tool", "layout",
+         folder.write ("a.net", "[N1 0 2 8 8\n[S1 0 9 9 0 7 13{\xc3\xc0\xc3\xff\xc3\xbf}-]]\n")});
+    EXPECT_EQ (result.status, 0);
+    EXPECT_NE (result.out.find ("\"label\": \"\xc4\x80\xc4\xbf\xc3\xbf\""), std::string::npos)
+        << result.out;
+}
+
+TEST (Layout, AFullStandardOutputIsTold) {
+    if (!std::filesystem::exists ("/dev/full")) GTEST_SKIP () << "no device that is always full";
+    const TemporaryFolder folder;
+    const std::string path = folder.write ("a.net", drawing);
+    const std::string tool = std::string (OSTRAND_BUILD_DIR) + "/ostrand-tool";
+    for (const std::string command : {"layout", "check", "model"}) {
+        const ProgramResult result = run_program (
+            {"/bin/sh", "-c", "exec \"$0\" " + command + " \"$1\" >/dev/full", tool, path});
+        EXPECT_EQ (result.status, 1) << command;
+        EXPECT_NE (result.error.find ("ostrand-tool: cannot write to standard output: "),
+                   std::string::npos)
+            << command << ": " << result.error;
+    }
+}
+
 TEST (Layout, NumbersHaveNineDigits) {
     const TemporaryFolder folder;
     const ProgramResult result = run_program (
