@@ -67,11 +67,7 @@ std::string fit_words (const ToolCommand& command, std::span<char*> words, Argum
 } // namespace
 
 int print_result (std::string_view text) {
-    OutputFile file = OutputFile::standard_output ();
-    if (file.write (text) && file.commit ()) return status_success;
-    std::fprintf (stderr, "ostrand-tool: cannot write to standard output: %s\n",
-                  file.error ().c_str ());
-    return status_failure;
+    return write_standard_output (text) ? status_success : status_failure;
 }
 
 std::string Arguments::value (std::string_view option, std::string_view fallback) const {
