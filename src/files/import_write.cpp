@@ -63,8 +63,7 @@ std::string concentration_text (const ImportSpecies& species) {
         return out;
     }
     const float step = c[1] - c[0];
-    // Downwards it stays a list: the language has no negative step.
-    bool is_series = count >= 3 && step > 0;
+    bool is_series = count >= 3 && step != 0; // downwards too, with a negative step
     for (std::size_t i = 2; i < count && is_series; ++i) {
         is_series = c[i] - c[i - 1] == step;
     }

@@ -142,8 +142,9 @@ XmlTag XmlScanner::read_tag () {
             return tag;
         }
         if (c == '/') {
-            tag.is_empty = text_.substr (at_, 2) == "/>";
             move_to (at_ + 1);
+            skip_space (); // which separates tokens, also these two
+            tag.is_empty = at_ < text_.size () && text_[at_] == '>';
             continue;
         }
         std::size_t end = at_;

@@ -33,7 +33,8 @@ extern const ToolCommand model_command{
     .summary = "print a network as model text for 'ostrand -a'",
     .details =
         "What is not written is named on standard error, item by item: reactions without an\n"
-        "enzyme, inhibitors of an enzyme, nodes without label, labels that are no numbers.\n",
+        "enzyme, inhibitors of an enzyme, nodes without label, labels that are no numbers,\n"
+        "concentrations that the simulator does not read.\n",
     .options = {&duration_option, 1},
     .run = run,
 };

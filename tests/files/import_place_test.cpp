@@ -162,9 +162,11 @@ TEST (ImportPlacement, concentrations_are_lists_or_series) {
     EXPECT_EQ (user_data ("1 mM, 0 mM, 2 mM"), "1 mM");
 }
 
-TEST (ImportPlacement, a_falling_list_stays_a_list) {
-    // The language has no negative numbers, so a step downwards could not be read back.
-    EXPECT_THAT (native ("[a] = 3 mM, 2 mM, 1 mM; e : a -> b ;"), HasSubstr ("-3 mM, 2 mM, 1 mM]"));
+TEST (ImportPlacement, a_falling_list_is_a_series_of_negative_step) {
+    // A step is a quantity like any other: below 1 mM it is told in uM.
+    EXPECT_THAT (native ("[a] = 3 mM, 2 mM, 1 mM; e : a -> b ;"),
+                 HasSubstr ("-3 mM -> 1 mM : -1000 uM]"));
+    EXPECT_THAT (native ("[a] = 4 mM, 3 mM, 1 mM; e : a -> b ;"), HasSubstr ("-4 mM, 3 mM, 1 mM]"));
 }
 
 TEST (ImportPlacement, a_chain_runs_to_the_right) {

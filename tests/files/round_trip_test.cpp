@@ -353,6 +353,31 @@ TEST (ModelGaps, an_enzyme_without_name_is_told) {
                               "refuses"));
 }
 
+TEST (ModelGaps, concentrations_that_the_simulator_refuses_are_told) {
+    const auto gaps_of = [] (const char* text) {
+        Network network;
+        network.add_node (std::make_unique<Node> (10.F, 20.F, 13U, 3U, "A")).user_data = text;
+        return model_gaps (network);
+    };
+    for (const char* good : {"0 uM", "5 mM", "5uM", ".5 mM", "1 mM, 2 mM", "1 mM, 2 mM, 3 mM",
+                             "5 mM -> 1 mM : 500 uM", "(b, c) 1 uM , 2 uM", "1e-3 mM"}) {
+        EXPECT_THAT (gaps_of (good), IsEmpty ()) << good;
+    }
+    for (const char* bad : {"", "abc", "5", "5 M", "-5 mM", "1 mM -> 2 mM", "1 mM -> 2 mM : 0 uM",
+                            "1 mM,", "1 mM 2", "(b", "3 mM -> 1 mM : -1000 uM"}) {
+        EXPECT_THAT (gaps_of (bad), ElementsAre ("no concentration that the simulator reads: \"" +
+                                                 std::string (bad) + "\", of \"A\""));
+    }
+    // Written as series: downwards, and of equal values.
+    EXPECT_THAT (
+        gaps_of ("3 mM, 2 mM, 1 mM"),
+        ElementsAre ("no concentration that the simulator reads: \"3 mM -> 1 mM : -1 mM\", "
+                     "of \"A\""));
+    EXPECT_THAT (gaps_of ("1 uM, 1 uM, 1 uM"),
+                 ElementsAre ("no concentration that the simulator reads: \"1 uM -> 1 uM : 0 uM\", "
+                              "of \"A\""));
+}
+
 /// One line for each species of a result with its counts, whatever the order of species.
 std::multiset<std::string> counts_by_name (const std::string& result, std::size_t species) {
     std::istringstream in (result);

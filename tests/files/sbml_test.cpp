@@ -184,6 +184,13 @@ TEST (SbmlReader, unknown_elements_are_harmless) {
     EXPECT_EQ (model_of (text), "");
 }
 
+TEST (SbmlReader, white_space_may_separate_the_slash_of_an_empty_element) {
+    const std::string species = "<species id = \"a\" name=\"A\" / >\n<species id=\"b\" /\n>\n";
+    EXPECT_EQ (model_of (sbml (species, reaction ("<speciesReference species=\"a\" / >",
+                                                  "<speciesReference species=\"b\" /\t>"))),
+               "\"no-enz\" : \"A\" -> \"b\" ;\n");
+}
+
 TEST (SbmlReader, an_unknown_species_is_told_and_becomes_an_empty_name) {
     CaughtMessages messages;
     std::string out;
