@@ -22,10 +22,9 @@ class Builder {
   private:
     void number_enzymes () {
         for (const Reaction& reaction : reactions_) {
-            for (const std::string& enzyme : reaction.enzymes) {
-                add_enzyme (enzyme);
-                if (reaction.reversible) add_enzyme (enzyme + "_R");
-            }
+            for (const std::string& enzyme : reaction.enzymes) add_enzyme (enzyme);
+            if (!reaction.reversible) continue;
+            for (const std::string& enzyme : reaction.enzymes) add_enzyme (enzyme + "_R");
         }
         graph_.rows_of_enzyme.resize (graph_.enzymes.size ());
         graph_.partner.assign (graph_.enzymes.size (), -1);

@@ -55,9 +55,11 @@ TEST (equation_graph, two_reactions_with_one_enzyme_share_its_column) {
 
 TEST (equation_graph, reversible_reaction_with_two_enzymes_has_two_reverse_columns) {
     const EquationGraph graph = graph_of ({reaction ("r1", {"A"}, {"B"}, {"E", "F"}, {}, true)});
-    EXPECT_THAT (graph.names, ElementsAre ("E", "E_R", "F", "F_R", "A", "B"));
+    // All enzymes of the reaction are numbered before their reverse ones, like their rows.
+    EXPECT_THAT (graph.names, ElementsAre ("E", "F", "E_R", "F_R", "A", "B"));
     EXPECT_THAT (graph.rows_of_enzyme,
-                 ElementsAre (ElementsAre (0), ElementsAre (2), ElementsAre (1), ElementsAre (3)));
+                 ElementsAre (ElementsAre (0), ElementsAre (1), ElementsAre (2), ElementsAre (3)));
+    EXPECT_THAT (graph.partner, ElementsAre (2, 3, 0, 1));
     EXPECT_THAT (graph.equations, ElementsAre (0, 1, 2, 3));
 }
 

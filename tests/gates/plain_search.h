@@ -43,6 +43,8 @@ inline Graph build (const std::vector<Reaction>& reactions,
     for (const Reaction& reaction : reactions) {
         for (const std::string& enzyme : reaction.enzymes) {
             if (enzymes.emplace (enzyme, k).second) ++k;
+        }
+        for (const std::string& enzyme : reaction.enzymes) {
             if (reaction.reversible && enzymes.emplace (enzyme + "_R", k).second) ++k;
         }
     }
