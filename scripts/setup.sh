@@ -17,7 +17,6 @@ cmd:g++                         g++                     gcc-c++               gc
 cmd:cmake                       cmake                   cmake                 cmake
 cmd:make                        make                    make                  make
 cmd:pkg-config                  pkg-config              pkgconf-pkg-config    pkgconf
-cmd:python3                     python3                 python3               python
 cmd:clang-format                clang-format            clang-tools-extra     clang
 cmd:Xvfb                        xvfb                    xorg-x11-server-Xvfb  xorg-server-xvfb
 cmd:xdotool                     xdotool                 xdotool               xdotool
@@ -26,6 +25,7 @@ cmd:rsvg-convert                librsvg2-bin            librsvg2-tools        li
 cmd:pdftoppm                    poppler-utils           poppler-utils         poppler
 cmd:xmllint                     libxml2-utils           libxml2               libxml2
 inc:gtest/gtest.h               libgtest-dev            gtest-devel           gtest
+inc:gmock/gmock.h               libgmock-dev            gmock-devel           gtest
 inc:benchmark/benchmark.h       libbenchmark-dev        google-benchmark-devel benchmark
 inc:zlib.h                      zlib1g-dev              zlib-devel            zlib
 inc:png.h                       libpng-dev              libpng-devel          libpng
@@ -41,6 +41,8 @@ inc:X11/Xcursor/Xcursor.h       libxcursor-dev          libXcursor-devel      li
 inc:X11/extensions/Xrender.h    libxrender-dev          libXrender-devel      libxrender
 inc:X11/extensions/Xfixes.h     libxfixes-dev           libXfixes-devel       libxfixes
 lib:dri/swrast_dri.so           libgl1-mesa-dri         mesa-dri-drivers      mesa
+lib:libEGL.so.1                 libegl1                 libglvnd-egl          libglvnd
+lib:libEGL_mesa.so.0            libegl-mesa0            mesa-libEGL           mesa
 font:LiberationSans-Regular.ttf fonts-liberation        liberation-sans-fonts ttf-liberation
 font:DejaVuSans.ttf             fonts-dejavu-core       dejavu-sans-fonts     ttf-dejavu
 TABLE
