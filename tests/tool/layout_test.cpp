@@ -77,8 +77,7 @@ TEST (Layout, AFullStandardOutputIsTold) {
         const ProgramResult result = run_program (
             {"/bin/sh", "-c", "exec \"$0\" " + command + " \"$1\" >/dev/full", tool, path});
         EXPECT_EQ (result.status, 1) << command;
-        EXPECT_NE (result.error.find ("ostrand-tool: cannot write to standard output: "),
-                   std::string::npos)
+        EXPECT_NE (result.error.find ("Cannot write standard output: "), std::string::npos)
             << command << ": " << result.error;
     }
 }
