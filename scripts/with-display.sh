@@ -5,7 +5,7 @@ set -euo pipefail
 # A number that no other run uses: a server that ends takes its number's socket away, also from a
 # successor that was given the same number meanwhile.
 number=$((1000 + $$ % 50000))
-Xvfb ":$number" -screen 0 1920x1200x24 -nolisten tcp >/dev/null 2>&1 &
+Xvfb ":$number" -screen 0 1920x1200x24 -nolisten tcp -noreset >/dev/null 2>&1 &
 server=$!
 trap 'kill $server 2>/dev/null; wait $server 2>/dev/null || true' EXIT
 for _ in $(seq 400); do

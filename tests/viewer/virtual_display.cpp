@@ -75,7 +75,8 @@ VirtualDisplay::VirtualDisplay () {
     name_ = ":" + std::to_string (number);
     const char* outer = std::getenv ("DISPLAY");
     outer_ = outer == nullptr ? "" : outer;
-    server_ = start ({"Xvfb", name_, "-screen", "0", "1920x1200x24", "-nolisten", "tcp"}, true);
+    server_ = start (
+        {"Xvfb", name_, "-screen", "0", "1920x1200x24", "-nolisten", "tcp", "-noreset"}, true);
     setenv ("DISPLAY", name_.c_str (), 1);
     setenv ("LIBGL_ALWAYS_SOFTWARE", "1", 1);
     const auto end = Clock::now () + std::chrono::seconds (20);
