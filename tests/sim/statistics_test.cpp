@@ -51,7 +51,7 @@ int points_outside (const FinishedRun& run, std::string_view name, Expected expe
 }
 
 TEST (statistics, isomerisation_is_binomial) {
-    // 300 molecules, each with k = 2e-5 a time step.
+    // 602 molecules, each with k = 2e-5 a time step.
     constexpr double start = 602;
     constexpr double k = 0.00002;
     const FinishedRun run (repeated ("[a] = 1 uM; a -> b | 0.00002 ; duration = 10;"));
