@@ -55,8 +55,7 @@ class CircuitTrial {
     void play_block (const OutputView& view, std::uint64_t block);
     void test_group (const OutputView& view, std::size_t group, std::uint64_t block);
     void store_found (const OutputView& view);
-    GateConditions conditions_of (const OutputView& view, const std::vector<int>& inputs,
-                                  std::uint64_t assignment) const;
+    static std::vector<int> elements_of (const OutputView& view, std::uint64_t assignment);
     // Game by game (circuit_trial_single.cpp).
     void evaluate_singly (const OutputView& view, const PlannedGroup& group);
 

@@ -207,40 +207,40 @@ void CircuitTrial::test_group (const OutputView& view, std::size_t group_index,
 void CircuitTrial::store_found (const OutputView& view) {
     const int shift = first_candidate (view.choosable);
     const int candidates = static_cast<int> (view.choosable.size ());
+    std::shared_ptr<const GateSite> site;
+    std::vector<int> inputs;
     for (std::size_t g = 0; g < plan_.groups.size (); ++g) {
         const PlannedGroup& group = plan_.groups[g];
         std::size_t next = 0;
         if (found_[g].empty ()) continue;
         for_each_subset (candidates, group.arity, [&] (std::uint64_t set) {
+            inputs.clear ();
+            for (std::uint64_t rest = set << shift; rest != 0; rest &= rest - 1) {
+                inputs.push_back (view.free[static_cast<std::size_t> (std::countr_zero (rest))]);
+            }
             for (const PlannedGate& gate : group.gates) {
                 const std::vector<std::uint64_t>& least = found_[g][next++];
                 if (least.empty ()) continue;
-                std::vector<int> inputs;
-                for (std::uint64_t rest = set << shift; rest != 0; rest &= rest - 1) {
-                    inputs.push_back (
-                        view.free[static_cast<std::size_t> (std::countr_zero (rest))]);
-                }
-                std::vector<GateConditions> conditions;
+                GateStore& store = stores[static_cast<std::size_t> (gate.job)];
+                if (!store.wants (inputs, view.output, gate.type, view.circuit.enzymes)) continue;
+                NeededSets needed;
                 for (const std::uint64_t assignment : least) {
-                    conditions.push_back (conditions_of (view, inputs, assignment));
+                    needed.push_back (elements_of (view, assignment));
                 }
-                stores[static_cast<std::size_t> (gate.job)].add (
-                    inputs, view.output, gate.type, view.circuit.enzymes, std::move (conditions));
+                if (site == nullptr) site = view.site ();
+                store.add (inputs, view.output, gate.type, site, std::move (needed));
             }
         });
     }
 }
 
-GateConditions CircuitTrial::conditions_of (const OutputView& view, const std::vector<int>& inputs,
-                                            std::uint64_t assignment) const {
-    GateConditions conditions;
-    conditions.needed = view.held;
+std::vector<int> CircuitTrial::elements_of (const OutputView& view, std::uint64_t assignment) {
+    std::vector<int> elements = view.held;
     for (std::uint64_t rest = assignment; rest != 0; rest &= rest - 1) {
-        conditions.needed.push_back (view.free[static_cast<std::size_t> (std::countr_zero (rest))]);
+        elements.push_back (view.free[static_cast<std::size_t> (std::countr_zero (rest))]);
     }
-    std::sort (conditions.needed.begin (), conditions.needed.end ());
-    complete_conditions (view.circuit, view.upstream, inputs, conditions);
-    return conditions;
+    std::sort (elements.begin (), elements.end ());
+    return elements;
 }
 
 } // namespace ostrand::gates

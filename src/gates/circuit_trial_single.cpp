@@ -56,25 +56,11 @@ bool passes (const Circuit& circuit, const std::vector<double>& levels, const Ga
 
 } // namespace
 
-void complete_conditions (const Circuit& circuit, const std::vector<int>& upstream,
-                          const std::vector<int>& inputs, GateConditions& conditions) {
-    const auto is_in = [] (const std::vector<int>& sorted, int column) {
-        return std::binary_search (sorted.begin (), sorted.end (), column);
-    };
-    for (const int column : upstream) {
-        if (!is_in (conditions.needed, column) && !is_in (inputs, column)) {
-            conditions.absent.push_back (column);
-        }
-    }
-    for (const int column : circuit.forks) {
-        if (!is_in (conditions.needed, column)) conditions.open_forks.push_back (column);
-    }
-}
-
 void CircuitTrial::evaluate_singly (const OutputView& view, const PlannedGroup& group) {
     const Circuit& circuit = view.circuit;
     std::vector<std::size_t> choice (at (group.arity));
     for (std::size_t i = 0; i < choice.size (); ++i) choice[i] = i;
+    const std::shared_ptr<const GateSite> site = view.site ();
     do {
         std::vector<int> inputs;
         for (const std::size_t position : choice) inputs.push_back (view.upstream[position]);
@@ -83,27 +69,25 @@ void CircuitTrial::evaluate_singly (const OutputView& view, const PlannedGroup& 
                              inputs.begin (), inputs.end (), std::back_inserter (others));
         const std::uint64_t end = saturated_power_of_two (std::min (others.size (), most_free));
         for (std::uint64_t k = 0; k < end; ++k) {
-            GateConditions conditions;
+            std::vector<int> needed;
             for (std::size_t j = 0; j < others.size (); ++j) {
-                if (j < most_free && (k >> j & 1) != 0) conditions.needed.push_back (others[j]);
+                if (j < most_free && (k >> j & 1) != 0) needed.push_back (others[j]);
             }
-            complete_conditions (circuit, view.upstream, inputs, conditions);
-            if (!rules_.evaluate_forks && !conditions.open_forks.empty ()) continue;
+            if (!rules_.evaluate_forks && !site->open_forks (needed).empty ()) continue;
             for (const PlannedGate& gate : group.gates) {
                 const double start = now ();
-                const bool passed = passes (circuit, view.levels, *gate.definition, inputs,
-                                            view.output, conditions.needed, rules_.multiple_firing,
-                                            counts[at (gate.job)].evaluations);
+                const bool passed =
+                    passes (circuit, view.levels, *gate.definition, inputs, view.output, needed,
+                            rules_.multiple_firing, counts[at (gate.job)].evaluations);
                 const double played = now ();
                 times.model += played - start;
                 if (!passed) continue;
                 if (observer_) {
                     observer_ (gate.job, Gate{inputs, view.output, plan_.types[at (gate.type)],
-                                              conditions.needed, conditions.absent,
-                                              conditions.open_forks, circuit.enzymes});
+                                              needed, site->absent (inputs, needed),
+                                              site->open_forks (needed), circuit.enzymes});
                 }
-                stores[at (gate.job)].add (inputs, view.output, gate.type, circuit.enzymes,
-                                           {conditions});
+                stores[at (gate.job)].add (inputs, view.output, gate.type, site, {needed});
                 times.sort += now () - played;
             }
         }

@@ -2,6 +2,7 @@
 #include "gates/gate_store.h"
 
 #include <algorithm>
+#include <iterator>
 #include <tuple>
 
 namespace ostrand::gates {
@@ -12,13 +13,16 @@ bool is_part (const std::vector<int>& part, const std::vector<int>& whole) {
            std::includes (whole.begin (), whole.end (), part.begin (), part.end ());
 }
 
-/// Adds conditions to those of the same circuit.
-void add_conditions (std::vector<GateConditions>& all, GateConditions added) {
-    for (const GateConditions& one : all) {
-        if (is_part (one.needed, added.needed)) return;
+bool holds (const std::vector<int>& sorted, int column) {
+    return std::binary_search (sorted.begin (), sorted.end (), column);
+}
+
+/// Adds what a gate needs to the sets of the same site.
+void add_needed (NeededSets& all, std::vector<int> added) {
+    for (const std::vector<int>& one : all) {
+        if (is_part (one, added)) return;
     }
-    std::erase_if (all,
-                   [&] (const GateConditions& one) { return is_part (added.needed, one.needed); });
+    std::erase_if (all, [&] (const std::vector<int>& one) { return is_part (added, one); });
     all.push_back (std::move (added));
 }
 
@@ -33,28 +37,55 @@ std::string gate_key (const std::vector<int>& inputs, int output) {
     return key + "=" + std::to_string (output);
 }
 
+std::vector<int> GateSite::absent (const std::vector<int>& inputs,
+                                   const std::vector<int>& needed) const {
+    std::vector<int> found;
+    for (const int column : upstream) {
+        if (!holds (needed, column) && !holds (inputs, column)) found.push_back (column);
+    }
+    return found;
+}
+
+std::vector<int> GateSite::open_forks (const std::vector<int>& needed) const {
+    std::vector<int> found;
+    std::set_difference (forks.begin (), forks.end (), needed.begin (), needed.end (),
+                         std::back_inserter (found));
+    return found;
+}
+
+bool GateStore::wants (const std::vector<int>& inputs, int output, int type,
+                       const std::vector<int>& enzymes) const {
+    const auto entry = entries_.find (Key{inputs, output});
+    return entry == entries_.end () ||
+           std::none_of (entry->second.begin (), entry->second.end (), [&] (const Circuit& other) {
+               return other.type == type && other.site->enzymes.size () < enzymes.size () &&
+                      is_part (other.site->enzymes, enzymes);
+           });
+}
+
 void GateStore::add (const std::vector<int>& inputs, int output, int type,
-                     const std::vector<int>& enzymes, std::vector<GateConditions> conditions) {
-    add_to (entries_[Key{inputs, output}], Circuit{type, enzymes, std::move (conditions)});
+                     std::shared_ptr<const GateSite> site, NeededSets needed) {
+    add_to (entries_[Key{inputs, output}], Circuit{type, std::move (site), std::move (needed)});
 }
 
 void GateStore::add_to (std::vector<Circuit>& entry, Circuit circuit) {
+    const std::vector<int>& enzymes = circuit.site->enzymes;
     for (Circuit& other : entry) {
-        if (other.type != circuit.type || !is_part (other.enzymes, circuit.enzymes)) continue;
-        if (other.enzymes.size () < circuit.enzymes.size ()) return;
-        size_ -= other.conditions.size ();
-        for (GateConditions& one : circuit.conditions) {
-            add_conditions (other.conditions, std::move (one));
+        if (other.type != circuit.type || !is_part (other.site->enzymes, enzymes)) continue;
+        if (other.site->enzymes.size () < enzymes.size ()) return;
+        size_ -= other.needed.size ();
+        for (std::vector<int>& one : circuit.needed) {
+            add_needed (other.needed, std::move (one));
         }
-        size_ += other.conditions.size ();
+        size_ += other.needed.size ();
         return;
     }
     std::erase_if (entry, [&] (const Circuit& other) {
-        const bool larger = other.type == circuit.type && is_part (circuit.enzymes, other.enzymes);
-        if (larger) size_ -= other.conditions.size ();
+        const bool larger = other.type == circuit.type && is_part (enzymes, other.site->enzymes);
+        if (larger) size_ -= other.needed.size ();
         return larger;
     });
-    size_ += circuit.conditions.size ();
+    size_ += circuit.needed.size ();
     entry.push_back (std::move (circuit));
 }
 
@@ -78,11 +109,13 @@ std::vector<Gate> GateStore::gates (const std::vector<std::string>& type_names) 
     for (const auto& [key, circuits] : entries_) {
         const std::string text = gate_key (key.inputs, key.output);
         for (const Circuit& circuit : circuits) {
-            for (const GateConditions& one : circuit.conditions) {
+            const GateSite& site = *circuit.site;
+            for (const std::vector<int>& needed : circuit.needed) {
                 listed.push_back ({text, circuit.type,
                                    Gate{key.inputs, key.output,
-                                        type_names[static_cast<std::size_t> (circuit.type)],
-                                        one.needed, one.absent, one.open_forks, circuit.enzymes}});
+                                        type_names[static_cast<std::size_t> (circuit.type)], needed,
+                                        site.absent (key.inputs, needed), site.open_forks (needed),
+                                        site.enzymes}});
             }
         }
     }

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,12 +25,20 @@ struct Gate {
 /// "in1+in2=out", in column numbers.
 std::string gate_key (const std::vector<int>& inputs, int output);
 
-/// Elements that a gate asks for beside its inputs.
-struct GateConditions {
-    std::vector<int> needed;
-    std::vector<int> absent;
-    std::vector<int> open_forks;
+/// What all gates of one circuit and output have in common. All ascending.
+struct GateSite {
+    std::vector<int> enzymes;
+    std::vector<int> upstream; // metabolites that may be inputs
+    std::vector<int> forks;    // metabolites that more than one row consumes
+
+    /// What must be absent: candidate inputs that are neither inputs nor needed.
+    std::vector<int> absent (const std::vector<int>& inputs, const std::vector<int>& needed) const;
+    /// Forks that are not needed.
+    std::vector<int> open_forks (const std::vector<int>& needed) const;
 };
+
+/// The elements that each of several gates needs.
+using NeededSets = std::vector<std::vector<int>>;
 
 /// Keeps, of all gates of one key and one type, those with no other one below: a gate is below
 /// another when its enzymes are a true part of the other's, or are the same and its needed elements
@@ -37,9 +46,12 @@ struct GateConditions {
 /// which gates arrive, and stores filled by several threads can be merged.
 class GateStore {
   public:
-    /// Adds gates of one circuit that differ in their conditions only.
-    void add (const std::vector<int>& inputs, int output, int type, const std::vector<int>& enzymes,
-              std::vector<GateConditions> conditions);
+    /// False when a gate with fewer enzymes is already there, below any gate with these.
+    bool wants (const std::vector<int>& inputs, int output, int type,
+                const std::vector<int>& enzymes) const;
+    /// Adds gates of one site that differ in what they need only.
+    void add (const std::vector<int>& inputs, int output, int type,
+              std::shared_ptr<const GateSite> site, NeededSets needed);
     /// Takes over what another store holds.
     void merge (GateStore&& other);
 
@@ -50,8 +62,8 @@ class GateStore {
   private:
     struct Circuit {
         int type = 0;
-        std::vector<int> enzymes;
-        std::vector<GateConditions> conditions;
+        std::shared_ptr<const GateSite> site;
+        NeededSets needed;
     };
     struct Key {
         std::vector<int> inputs;

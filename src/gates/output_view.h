@@ -4,6 +4,7 @@
 #include "gates/circuit_trial.h"
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 namespace ostrand::gates {
@@ -24,6 +25,11 @@ struct CircuitTrial::OutputView {
     int block_bits = 0;         // low ranks that one block of tables covers
     std::size_t block_words = 1;
     int most_inputs = 0; // of the groups that are tried by pattern
+
+    std::shared_ptr<const GateSite> site () const {
+        return std::make_shared<const GateSite> (
+            GateSite{circuit.enzymes, upstream, circuit.forks});
+    }
 };
 
 /// Ranks within one block of tables at most: a block of one set of fed inputs is 512 bytes.
@@ -32,9 +38,5 @@ inline constexpr int most_block_bits = 12;
 inline constexpr std::uint64_t most_table_words = std::uint64_t{1} << 24;
 /// Assignments are numbered in 64 bits. More free elements than this would outlast any patience.
 inline constexpr std::size_t most_free = 62;
-
-/// Fills the absent elements and the open forks from the needed ones.
-void complete_conditions (const Circuit& circuit, const std::vector<int>& upstream,
-                          const std::vector<int>& inputs, GateConditions& conditions);
 
 } // namespace ostrand::gates

@@ -195,11 +195,15 @@ TEST (search, progress_ends_near_all_and_counts_rise) {
     }
 }
 
+std::shared_ptr<const GateSite> site_of (std::vector<int> enzymes) {
+    return std::make_shared<const GateSite> (GateSite{std::move (enzymes), {}, {}});
+}
+
 TEST (gate_store, smaller_reaction_sets_replace_larger_ones_in_either_order) {
     for (const bool small_first : {true, false}) {
         GateStore store;
         const auto add = [&] (const std::vector<int>& enzymes) {
-            store.add ({5}, 6, 0, enzymes, {{{7}, {}, {}}});
+            store.add ({5}, 6, 0, site_of (enzymes), {{7}});
         };
         if (small_first) add ({1});
         add ({1, 2});
@@ -216,7 +220,7 @@ TEST (gate_store, smaller_reaction_sets_replace_larger_ones_in_either_order) {
 TEST (gate_store, fewer_needed_elements_replace_more_on_the_same_rows) {
     GateStore store;
     const auto add = [&] (std::vector<int> needed, int type) {
-        store.add ({5}, 6, type, {1}, {{std::move (needed), {}, {}}});
+        store.add ({5}, 6, type, site_of ({1}), {std::move (needed)});
     };
     add ({7, 8}, 0);
     add ({8, 9}, 0);
