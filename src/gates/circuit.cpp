@@ -10,8 +10,11 @@ std::size_t at (int index) { return static_cast<std::size_t> (index); }
 
 } // namespace
 
-Circuit::Circuit (const EquationGraph& graph, std::span<const int> with_enzymes)
-    : enzymes (with_enzymes.begin (), with_enzymes.end ()), graph_ (&graph) {
+Circuit::Circuit (const EquationGraph& graph, std::span<const int> with_enzymes,
+                  std::pmr::memory_resource* memory)
+    : rows (memory), enzymes (with_enzymes.begin (), with_enzymes.end (), memory), touched (memory),
+      primary_substrates (memory), final_products (memory), all_substrates (memory), forks (memory),
+      graph_ (&graph), local_rows_ (memory) {
     for (const int enzyme : with_enzymes) {
         const std::vector<int>& more = graph.rows_of_enzyme[at (enzyme)];
         rows.insert (rows.end (), more.begin (), more.end ());
@@ -29,12 +32,13 @@ Circuit::Circuit (const EquationGraph& graph, std::span<const int> with_enzymes)
 }
 
 void Circuit::derive_sets () {
-    std::vector<int> consumers (touched.size ());
-    std::vector<std::uint8_t> made (touched.size ());
+    Columns consumers (touched.size (), memory ());
+    std::pmr::vector<std::uint8_t> made (touched.size (), memory ());
     local_rows_.reserve (rows.size ());
     for (const int number : rows) {
         const EquationRow& row = graph_->rows[at (number)];
-        LocalRow& compact = local_rows_.emplace_back ();
+        LocalRow& compact = local_rows_.emplace_back (
+            LocalRow{.needs = Columns (memory ()), .gains = Columns (memory ())});
         for (const EquationRow::Entry& entry : row.entries) {
             const int column = local (entry.column);
             if (entry.column == row.enzyme) {
@@ -63,9 +67,9 @@ int Circuit::local (int column) const {
                              touched.begin ());
 }
 
-std::vector<std::uint8_t> Circuit::backward_closure (int output) const {
-    std::vector<std::uint8_t> in (touched.size ());
-    std::vector<std::uint8_t> counted (local_rows_.size ());
+std::pmr::vector<std::uint8_t> Circuit::backward_closure (int output) const {
+    std::pmr::vector<std::uint8_t> in (touched.size (), memory ());
+    std::pmr::vector<std::uint8_t> counted (local_rows_.size (), memory ());
     in[at (local (output))] = 1;
     const auto is_in = [&] (int column) { return in[at (column)] != 0; };
     for (bool grown = true; grown;) {
@@ -86,9 +90,9 @@ std::vector<std::uint8_t> Circuit::backward_closure (int output) const {
     return in;
 }
 
-std::vector<int> Circuit::upstream (int output) const {
-    const std::vector<std::uint8_t> in = backward_closure (output);
-    std::vector<int> found;
+Columns Circuit::upstream (int output) const {
+    const std::pmr::vector<std::uint8_t> in = backward_closure (output);
+    Columns found (memory ());
     for (const int column : primary_substrates) {
         if (in[at (local (column))] != 0) found.push_back (column);
     }

@@ -5,6 +5,7 @@
 #include "gates/equation_graph.h"
 
 #include <cstdint>
+#include <memory_resource>
 #include <span>
 #include <vector>
 
@@ -17,32 +18,38 @@ inline constexpr int abundant_level = 1000000;
 /// Bound of the tokens that a truth table of odd values can ask for, either sign.
 inline constexpr int most_tokens = 1000000000;
 
+/// Columns of a circuit, in the circuit's memory.
+using Columns = std::pmr::vector<int>;
+
 /// The rows of some enzymes over the columns that they touch. Inside, columns are numbered by their
 /// rank among the touched ones ("local"), which keeps their order; the named sets hold columns of
 /// the graph.
 class Circuit {
   public:
     /// enzymes  their columns, in the order in which their rows are added
-    Circuit (const EquationGraph& graph, std::span<const int> enzymes);
+    /// memory   for the circuit and all that it answers; a search tries millions of circuits
+    Circuit (const EquationGraph& graph, std::span<const int> enzymes,
+             std::pmr::memory_resource* memory = std::pmr::get_default_resource ());
 
     const EquationGraph& graph () const { return *graph_; }
+    std::pmr::memory_resource* memory () const { return rows.get_allocator ().resource (); }
 
-    std::vector<int> rows;               // row numbers of the graph, in order of addition
-    std::vector<int> enzymes;            // ascending
-    std::vector<int> touched;            // every column that takes part, ascending
-    std::vector<int> primary_substrates; // consumed, made by none of the rows; ascending
-    std::vector<int> final_products;     // made, consumed by none; ascending
-    std::vector<int> all_substrates;     // every column with -1 in a row; ascending
-    std::vector<int> forks;              // consumed by more than one row; ascending
-    int firing_limit = 0;                // how often a row may fire
+    Columns rows;               // row numbers of the graph, in order of addition
+    Columns enzymes;            // ascending
+    Columns touched;            // every column that takes part, ascending
+    Columns primary_substrates; // consumed, made by none of the rows; ascending
+    Columns final_products;     // made, consumed by none; ascending
+    Columns all_substrates;     // every column with -1 in a row; ascending
+    Columns forks;              // consumed by more than one row; ascending
+    int firing_limit = 0;       // how often a row may fire
 
     /// Candidate inputs of a final product: the primary substrates that it depends on, ascending.
-    std::vector<int> upstream (int output) const;
+    Columns upstream (int output) const;
     /// What the tokens of `output` depend on in a game, by local column: 1 where they do. Rows that
     /// touch none of these columns by 1, -1 or -2 cannot change the output.
-    std::vector<std::uint8_t> backward_closure (int output) const;
+    std::pmr::vector<std::uint8_t> backward_closure (int output) const;
     /// Tokens that each column must bring for `output` to reach the target, by local column.
-    std::vector<double> required_levels (int output) const;
+    std::pmr::vector<double> required_levels (int output) const;
 
     /// Fires the rows until nothing can fire.
     /// tokens    start state, one per column of the graph; gives the end state
@@ -53,10 +60,10 @@ class Circuit {
     struct LocalRow {
         int enzyme = 0;          // local
         bool inhibition = false; // consumes its enzyme, where the others need it at its mark
-        std::vector<int> needs;  // columns with -1
-        std::vector<int> gains;  // columns with 1
+        Columns needs;           // columns with -1
+        Columns gains;           // columns with 1
     };
-    const std::vector<LocalRow>& local_rows () const { return local_rows_; }
+    const std::pmr::vector<LocalRow>& local_rows () const { return local_rows_; }
     /// Rank of a column that is touched.
     int local (int column) const;
     int local_count () const { return static_cast<int> (touched.size ()); }
@@ -65,7 +72,7 @@ class Circuit {
     void derive_sets ();
 
     const EquationGraph* graph_;
-    std::vector<LocalRow> local_rows_;
+    std::pmr::vector<LocalRow> local_rows_;
 };
 
 } // namespace ostrand::gates

@@ -9,7 +9,7 @@
 namespace ostrand::gates {
 namespace {
 
-bool holds (const std::vector<int>& sorted, int column) {
+bool holds (std::span<const int> sorted, int column) {
     return std::binary_search (sorted.begin (), sorted.end (), column);
 }
 
@@ -34,14 +34,7 @@ std::size_t CircuitTrial::stored () const {
 void CircuitTrial::evaluate (const Circuit& circuit) {
     const double start = now ();
     for (const int output : circuit.final_products) {
-        OutputView view{.circuit = circuit,
-                        .output = output,
-                        .closure = circuit.backward_closure (output),
-                        .upstream = {},
-                        .levels = {},
-                        .free = {},
-                        .choosable = {},
-                        .held = {}};
+        OutputView view{.circuit = circuit, .output = output};
         for (const int column : circuit.primary_substrates) {
             if (view.closure[static_cast<std::size_t> (circuit.local (column))] != 0) {
                 view.upstream.push_back (column);
@@ -80,7 +73,7 @@ void CircuitTrial::evaluate_output (OutputView& view) {
     if (view.most_inputs == 0) return;
 
     // Without fork gates every fork has to be held abundant, so it is neither free nor an input.
-    std::vector<int> candidates;
+    Columns candidates (view.circuit.memory ());
     std::uint64_t beside = 0; // free elements that the output does not depend on
     for (const int column : view.circuit.all_substrates) {
         if (!rules_.evaluate_forks && holds (view.circuit.forks, column)) {
@@ -115,7 +108,7 @@ void CircuitTrial::evaluate_output (OutputView& view) {
 
     const double start = now ();
     LaneProgram program (view.circuit, view.closure, view.output, rules_.multiple_firing);
-    std::vector<LaneElement> elements;
+    std::pmr::vector<LaneElement> elements (view.circuit.memory ());
     for (const int column : view.free) {
         const int local = view.circuit.local (column);
         const double level =
@@ -123,14 +116,16 @@ void CircuitTrial::evaluate_output (OutputView& view) {
         elements.push_back ({program.state_column[static_cast<std::size_t> (local)],
                              static_cast<std::int64_t> (level)});
     }
-    std::vector<int> abundant;
+    Columns abundant (view.circuit.memory ());
     for (const int column : view.held) {
         const int state =
             program.state_column[static_cast<std::size_t> (view.circuit.local (column))];
         if (state >= 0) abundant.push_back (state);
     }
     player_.set_program (program, elements, abundant);
-    for (std::vector<std::vector<std::uint64_t>>& group : found_) group.clear ();
+    for (std::vector<std::vector<std::uint64_t>>& group : found_) {
+        for (std::vector<std::uint64_t>& least : group) least.clear ();
+    }
     const std::uint64_t blocks = std::uint64_t{1} << (free_count - view.block_bits);
     for (std::uint64_t block = 0; block < blocks; ++block) {
         play_block (view, block);

@@ -45,6 +45,9 @@ class CircuitTrial {
 
     std::vector<TrialCounts> counts; // by job
     std::vector<GateStore> stores;   // by job
+    /// By job: stores that hold all gates with fewer enzymes than the circuits that come now have.
+    /// Null where there are none yet; then the trial's own stores tell what is not worth storing.
+    const std::vector<GateStore>* smaller = nullptr;
     TrialTimes times;
     std::size_t stored () const; // gates in all stores
 

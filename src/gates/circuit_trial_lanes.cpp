@@ -90,7 +90,7 @@ class SubsetRank {
 };
 
 /// A set over the candidate inputs as a set over the free elements. Candidates hold the last ranks.
-int first_candidate (const std::vector<int>& choosable) {
+int first_candidate (std::span<const int> choosable) {
     return choosable.empty () ? 0 : choosable.front ();
 }
 
@@ -159,16 +159,18 @@ void CircuitTrial::test_group (const OutputView& view, std::size_t group_index,
     const std::uint64_t lanes_of_block =
         view.block_bits < 6 ? (std::uint64_t{1} << (1U << view.block_bits)) - 1 : all_lanes;
     std::vector<std::vector<std::uint64_t>>& found = found_[group_index];
-    found.resize (subset_count (view.choosable.size (), static_cast<std::uint64_t> (group.arity)) *
-                  group.gates.size ());
+    const std::size_t choices =
+        subset_count (view.choosable.size (), static_cast<std::uint64_t> (group.arity));
+    if (found.size () < choices * group.gates.size ()) found.resize (choices * group.gates.size ());
     std::size_t choice = 0;
-    std::vector<const std::uint64_t*> tables (std::size_t{1} << group.arity);
+    std::array<const std::uint64_t*, std::size_t{1} << most_pattern_inputs> tables{};
+    const std::size_t patterns = std::size_t{1} << group.arity;
 
     for_each_subset (candidates, group.arity, [&] (std::uint64_t set) {
         const std::size_t first_gate = choice++ * group.gates.size ();
         const std::uint64_t inputs = set << shift;
         if ((inputs & block_base) != 0) return;
-        for (std::size_t pattern = 0; pattern < tables.size (); ++pattern) {
+        for (std::size_t pattern = 0; pattern < patterns; ++pattern) {
             std::uint64_t fed = 0;
             std::uint64_t rest = set;
             for (std::size_t bit = pattern; bit != 0; bit >>= 1, rest &= rest - 1) {
@@ -212,7 +214,7 @@ void CircuitTrial::store_found (const OutputView& view) {
     for (std::size_t g = 0; g < plan_.groups.size (); ++g) {
         const PlannedGroup& group = plan_.groups[g];
         std::size_t next = 0;
-        if (found_[g].empty ()) continue;
+        if (!group.by_pattern || found_[g].empty ()) continue;
         for_each_subset (candidates, group.arity, [&] (std::uint64_t set) {
             inputs.clear ();
             for (std::uint64_t rest = set << shift; rest != 0; rest &= rest - 1) {
@@ -221,21 +223,22 @@ void CircuitTrial::store_found (const OutputView& view) {
             for (const PlannedGate& gate : group.gates) {
                 const std::vector<std::uint64_t>& least = found_[g][next++];
                 if (least.empty ()) continue;
-                GateStore& store = stores[static_cast<std::size_t> (gate.job)];
-                if (!store.wants (inputs, view.output, gate.type, view.circuit.enzymes)) continue;
+                const auto job = static_cast<std::size_t> (gate.job);
+                const GateStore& known = smaller != nullptr ? (*smaller)[job] : stores[job];
+                if (!known.wants (inputs, view.output, gate.type, view.circuit.enzymes)) continue;
                 NeededSets needed;
                 for (const std::uint64_t assignment : least) {
                     needed.push_back (elements_of (view, assignment));
                 }
                 if (site == nullptr) site = view.site ();
-                store.add (inputs, view.output, gate.type, site, std::move (needed));
+                stores[job].add (inputs, view.output, gate.type, site, std::move (needed));
             }
         });
     }
 }
 
 std::vector<int> CircuitTrial::elements_of (const OutputView& view, std::uint64_t assignment) {
-    std::vector<int> elements = view.held;
+    std::vector<int> elements (view.held.begin (), view.held.end ());
     for (std::uint64_t rest = assignment; rest != 0; rest &= rest - 1) {
         elements.push_back (view.free[static_cast<std::size_t> (std::countr_zero (rest))]);
     }

@@ -30,7 +30,7 @@ bool next_choice (std::vector<std::size_t>& choice, std::size_t count) {
 }
 
 /// Plays the rows of a table until one is wrong; adds the games to `games`.
-bool passes (const Circuit& circuit, const std::vector<double>& levels, const GateDefinition& gate,
+bool passes (const Circuit& circuit, std::span<const double> levels, const GateDefinition& gate,
              const std::vector<int>& inputs, int output, const std::vector<int>& needed,
              bool multiple, std::uint64_t& games) {
     const std::uint64_t rows = saturated_power_of_two (inputs.size ());
@@ -85,7 +85,7 @@ void CircuitTrial::evaluate_singly (const OutputView& view, const PlannedGroup& 
                 if (observer_) {
                     observer_ (gate.job, Gate{inputs, view.output, plan_.types[at (gate.type)],
                                               needed, site->absent (inputs, needed),
-                                              site->open_forks (needed), circuit.enzymes});
+                                              site->open_forks (needed), site->enzymes});
                 }
                 stores[at (gate.job)].add (inputs, view.output, gate.type, site, {needed});
                 times.sort += now () - played;

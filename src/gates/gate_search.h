@@ -29,7 +29,7 @@ struct SearchSettings {
 
 /// One job's result.
 struct SearchResult {
-    std::vector<Gate> gates; // in the order of GateStore::gates
+    std::vector<Gate> gates; // in the order of GateStore::take_gates
     TrialCounts counts;
 };
 

@@ -8,7 +8,7 @@
 namespace ostrand::gates {
 namespace {
 
-bool is_part (const std::vector<int>& part, const std::vector<int>& whole) {
+bool is_part (std::span<const int> part, std::span<const int> whole) {
     return part.size () <= whole.size () &&
            std::includes (whole.begin (), whole.end (), part.begin (), part.end ());
 }
@@ -54,7 +54,7 @@ std::vector<int> GateSite::open_forks (const std::vector<int>& needed) const {
 }
 
 bool GateStore::wants (const std::vector<int>& inputs, int output, int type,
-                       const std::vector<int>& enzymes) const {
+                       std::span<const int> enzymes) const {
     const auto entry = entries_.find (Key{inputs, output});
     return entry == entries_.end () ||
            std::none_of (entry->second.begin (), entry->second.end (), [&] (const Circuit& other) {
@@ -90,42 +90,55 @@ void GateStore::add_to (std::vector<Circuit>& entry, Circuit circuit) {
 }
 
 void GateStore::merge (GateStore&& other) {
+    size_ += other.size_;
+    entries_.merge (other.entries_); // leaves those whose keys are in both
     for (auto& [key, circuits] : other.entries_) {
         std::vector<Circuit>& entry = entries_[key];
-        for (Circuit& circuit : circuits) add_to (entry, std::move (circuit));
+        for (Circuit& circuit : circuits) {
+            size_ -= circuit.needed.size ();
+            add_to (entry, std::move (circuit));
+        }
     }
-    other.entries_.clear ();
-    other.size_ = 0;
+    other = {};
 }
 
-std::vector<Gate> GateStore::gates (const std::vector<std::string>& type_names) const {
-    struct Listed {
+std::vector<Gate> GateStore::take_gates (const std::vector<std::string>& type_names) {
+    struct Entry {
         std::string key;
-        int type;
-        Gate gate;
+        decltype (entries_)::iterator place;
     };
-    std::vector<Listed> listed;
-    listed.reserve (size_);
-    for (const auto& [key, circuits] : entries_) {
-        const std::string text = gate_key (key.inputs, key.output);
-        for (const Circuit& circuit : circuits) {
+    std::vector<Entry> by_text;
+    by_text.reserve (entries_.size ());
+    for (auto entry = entries_.begin (); entry != entries_.end (); ++entry) {
+        by_text.push_back ({gate_key (entry->first.inputs, entry->first.output), entry});
+    }
+    std::sort (by_text.begin (), by_text.end (),
+               [] (const Entry& a, const Entry& b) { return a.key < b.key; });
+    std::vector<Gate> all;
+    all.reserve (size ());
+    for (const Entry& entry : by_text) {
+        const Key& key = entry.place->first;
+        std::vector<Circuit>& circuits = entry.place->second;
+        std::sort (circuits.begin (), circuits.end (), [] (const Circuit& a, const Circuit& b) {
+            return std::tie (a.type, a.site->enzymes) < std::tie (b.type, b.site->enzymes);
+        });
+        for (Circuit& circuit : circuits) {
             const GateSite& site = *circuit.site;
-            for (const std::vector<int>& needed : circuit.needed) {
-                listed.push_back ({text, circuit.type,
-                                   Gate{key.inputs, key.output,
-                                        type_names[static_cast<std::size_t> (circuit.type)], needed,
-                                        site.absent (key.inputs, needed), site.open_forks (needed),
-                                        site.enzymes}});
+            std::sort (circuit.needed.begin (), circuit.needed.end ());
+            for (std::vector<int>& needed : circuit.needed) {
+                Gate& gate = all.emplace_back ();
+                gate.inputs = key.inputs;
+                gate.output = key.output;
+                gate.type = type_names[static_cast<std::size_t> (circuit.type)];
+                gate.absent = site.absent (key.inputs, needed);
+                gate.open_forks = site.open_forks (needed);
+                gate.enzymes = site.enzymes;
+                gate.needed = std::move (needed);
             }
         }
     }
-    std::sort (listed.begin (), listed.end (), [] (const Listed& a, const Listed& b) {
-        return std::tie (a.key, a.type, a.gate.enzymes, a.gate.needed) <
-               std::tie (b.key, b.type, b.gate.enzymes, b.gate.needed);
-    });
-    std::vector<Gate> all;
-    all.reserve (listed.size ());
-    for (Listed& one : listed) all.push_back (std::move (one.gate));
+    entries_.clear ();
+    size_ = 0;
     return all;
 }
 

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <map>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -43,12 +44,12 @@ using NeededSets = std::vector<std::vector<int>>;
 /// Keeps, of all gates of one key and one type, those with no other one below: a gate is below
 /// another when its enzymes are a true part of the other's, or are the same and its needed elements
 /// are among the other's. That order is transitive, so what remains does not depend on the order in
-/// which gates arrive, and stores filled by several threads can be merged.
+/// which gates arrive, and stores that several threads filled can be merged.
 class GateStore {
   public:
     /// False when a gate with fewer enzymes is already there, below any gate with these.
     bool wants (const std::vector<int>& inputs, int output, int type,
-                const std::vector<int>& enzymes) const;
+                std::span<const int> enzymes) const;
     /// Adds gates of one site that differ in what they need only.
     void add (const std::vector<int>& inputs, int output, int type,
               std::shared_ptr<const GateSite> site, NeededSets needed);
@@ -56,8 +57,9 @@ class GateStore {
     void merge (GateStore&& other);
 
     std::size_t size () const { return size_; }
-    /// All gates: keys in the order of their texts; within a key by type, enzymes, needed elements.
-    std::vector<Gate> gates (const std::vector<std::string>& type_names) const;
+    /// Empties the store. Gates come with keys in the order of their texts; within a key by type,
+    /// enzymes, needed elements.
+    std::vector<Gate> take_gates (const std::vector<std::string>& type_names);
 
   private:
     struct Circuit {

@@ -48,7 +48,7 @@ std::string joined (const std::vector<std::string>& names, const char* joint) {
     return text;
 }
 
-std::string listed (const std::vector<int>& numbers) {
+std::string listed (std::span<const int> numbers) {
     std::string text;
     for (const int number : numbers) text += std::to_string (number) + ", ";
     return text;
@@ -181,8 +181,7 @@ std::uint64_t JobTrace::write_search (const GateExtractor& extractor, GateJob& j
     };
     const auto extend = [&] (int level, std::uint64_t counter, std::span<const int> free) {
         put ("profondeur récursive : " + std::to_string (level) + "\ncompteur de circuit " +
-             std::to_string (counter) + "\nEq disp " + listed ({free.begin (), free.end ()}) +
-             "\n");
+             std::to_string (counter) + "\nEq disp " + listed (free) + "\n");
     };
     const auto seed_done = [&] (int seed) {
         put ("\nEquation primaires utilisées : " + std::to_string (seed + 1) + "/" +
@@ -191,7 +190,7 @@ std::uint64_t JobTrace::write_search (const GateExtractor& extractor, GateJob& j
     const std::uint64_t extended =
         walk_circuits (extractor.graph, extractor.depth,
                        {.circuit = take, .extend = extend, .seed_done = seed_done});
-    job.result.gates = trial.stores[0].gates (plan.types);
+    job.result.gates = trial.stores[0].take_gates (plan.types);
     job.result.counts = trial.counts[0];
     times = trial.times;
     return extended;

@@ -46,9 +46,9 @@ inline constexpr int width = static_cast<int> (sizeof (Lanes) / sizeof (Count<La
 std::size_t at (int index) { return static_cast<std::size_t> (index); }
 
 /// Sorts pairs (list, item) into one array with the place where each list begins.
-void flatten (const std::vector<std::vector<int>>& lists, std::vector<std::uint32_t>& begin,
-              std::vector<std::uint32_t>& items) {
-    for (const std::vector<int>& list : lists) {
+void flatten (const std::pmr::vector<Columns>& lists, LaneProgram::Indices& begin,
+              LaneProgram::Indices& items) {
+    for (const Columns& list : lists) {
         begin.push_back (static_cast<std::uint32_t> (items.size ()));
         for (const int item : list) items.push_back (static_cast<std::uint32_t> (item));
     }
@@ -249,7 +249,7 @@ bool has_avx2 () { return false; }
 #endif
 
 template <class Lanes>
-void prepare (Tracks<Lanes>& tracks, const LaneProgram& program, const std::vector<int>& abundant) {
+void prepare (Tracks<Lanes>& tracks, const LaneProgram& program, std::span<const int> abundant) {
     const Lanes none{};
     tracks.state.assign (at (program.column_count), {none, none});
     tracks.fixed.assign (at (program.column_count), {none, none});
@@ -277,13 +277,18 @@ void prepare (Tracks<Lanes>& tracks, const LaneProgram& program, const std::vect
 
 } // namespace
 
-LaneProgram::LaneProgram (const Circuit& circuit, const std::vector<std::uint8_t>& closure,
+LaneProgram::LaneProgram (const Circuit& circuit, const std::pmr::vector<std::uint8_t>& closure,
                           int output_column, bool multiple_firing)
     : firing_limit (circuit.firing_limit), multiple (multiple_firing),
-      state_column (at (circuit.local_count ()), -1) {
+      state_column (at (circuit.local_count ()), -1, circuit.memory ()),
+      need_begin (circuit.memory ()), needs (circuit.memory ()), mark (circuit.memory ()),
+      loss_begin (circuit.memory ()), losses (circuit.memory ()), gain_begin (circuit.memory ()),
+      gains (circuit.memory ()), marked (circuit.memory ()) {
     const auto in_closure = [&] (int column) { return closure[at (column)] != 0; };
-    std::vector<const Circuit::LocalRow*> rows;
-    std::vector<std::uint8_t> can_lose (closure.size ()); // enzymes that an inhibitor disables
+    std::pmr::memory_resource* const memory = circuit.memory ();
+    std::pmr::vector<const Circuit::LocalRow*> rows (memory);
+    std::pmr::vector<std::uint8_t> can_lose (closure.size (),
+                                             memory); // enzymes that an inhibitor disables
     for (const Circuit::LocalRow& row : circuit.local_rows ()) {
         // The closure holds all that a row needs when it holds anything that the row changes.
         const bool counts = std::any_of (row.needs.begin (), row.needs.end (), in_closure) ||
@@ -299,12 +304,12 @@ LaneProgram::LaneProgram (const Circuit& circuit, const std::vector<std::uint8_t
         return state_column[at (column)];
     };
     output = place (circuit.local (output_column));
-    std::vector<std::vector<int>> row_needs;
-    std::vector<std::vector<int>> column_losses (closure.size ());
-    std::vector<std::vector<int>> column_gains (closure.size ());
+    std::pmr::vector<Columns> row_needs (memory);
+    std::pmr::vector<Columns> column_losses (closure.size (), memory);
+    std::pmr::vector<Columns> column_gains (closure.size (), memory);
     for (int r = 0; r < row_count; ++r) {
         const Circuit::LocalRow& row = *rows[at (r)];
-        std::vector<int>& need = row_needs.emplace_back ();
+        Columns& need = row_needs.emplace_back ();
         for (const int column : row.needs) {
             need.push_back (place (column));
             column_losses[at (place (column))].push_back (r);
@@ -358,10 +363,10 @@ struct LanePlayer::Buffers {
 LanePlayer::LanePlayer () : buffers_ (std::make_unique<Buffers> ()) {}
 LanePlayer::~LanePlayer () = default;
 
-void LanePlayer::set_program (const LaneProgram& program, const std::vector<LaneElement>& elements,
-                              const std::vector<int>& abundant) {
+void LanePlayer::set_program (const LaneProgram& program, std::span<const LaneElement> elements,
+                              std::span<const int> abundant) {
     buffers_->program = &program;
-    buffers_->elements = elements;
+    buffers_->elements.assign (elements.begin (), elements.end ());
     for (LaneElement& element : buffers_->elements) {
         element.level = std::min (element.level, program.most_level);
     }

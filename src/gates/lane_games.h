@@ -14,9 +14,12 @@ namespace ostrand::gates {
 inline constexpr int lane_count = 32;
 
 /// The part of a circuit that decides about one output, as index lists that a run walks. State
-/// columns are the circuit's local columns of that part, numbered anew.
+/// columns are the circuit's local columns of that part, numbered anew. Lives in the circuit's
+/// memory.
 struct LaneProgram {
-    LaneProgram (const Circuit& circuit, const std::vector<std::uint8_t>& closure, int output,
+    using Indices = std::pmr::vector<std::uint32_t>;
+
+    LaneProgram (const Circuit& circuit, const std::pmr::vector<std::uint8_t>& closure, int output,
                  bool multiple);
 
     int column_count = 0;
@@ -31,15 +34,15 @@ struct LaneProgram {
     std::int64_t most_level = 0;
     /// Whether every count fits 16 bits.
     bool narrow = false;
-    std::vector<int> state_column;         // by local column; -1 where it plays no part
-    std::vector<std::uint32_t> need_begin; // by row, and the end of the last
-    std::vector<std::uint32_t> needs;      // state columns that must hold a token
-    std::vector<int> mark; // by row: state column that must stand at the mark, or -1
-    std::vector<std::uint32_t> loss_begin; // by state column, and the end of the last
-    std::vector<std::uint32_t> losses;     // rows that take from it
-    std::vector<std::uint32_t> gain_begin;
-    std::vector<std::uint32_t> gains;  // rows that add to it
-    std::vector<std::uint32_t> marked; // state columns that are enzymes
+    Columns state_column; // by local column; -1 where it plays no part
+    Indices need_begin;   // by row, and the end of the last
+    Indices needs;        // state columns that must hold a token
+    Columns mark;         // by row: state column that must stand at the mark, or -1
+    Indices loss_begin;   // by state column, and the end of the last
+    Indices losses;       // rows that take from it
+    Indices gain_begin;
+    Indices gains;  // rows that add to it
+    Indices marked; // state columns that are enzymes
 };
 
 /// A start column whose tokens differ between lanes: `plenty` where bit `rank` of the lane's
@@ -68,8 +71,8 @@ class LanePlayer {
 
     /// Makes ready for a program, which must outlive the runs. `abundant` are state columns that
     /// always hold plenty.
-    void set_program (const LaneProgram& program, const std::vector<LaneElement>& elements,
-                      const std::vector<int>& abundant);
+    void set_program (const LaneProgram& program, std::span<const LaneElement> elements,
+                      std::span<const int> abundant);
     /// Bit l: the output of lane l reached its target.
     std::uint32_t play (const LaneRun& run);
 

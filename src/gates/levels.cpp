@@ -18,9 +18,11 @@ std::size_t at (int index) { return static_cast<std::size_t> (index); }
 class LevelWalk {
   public:
     LevelWalk (const Circuit& circuit, int output)
-        : rows_ (circuit.local_rows ()), ancestor_ (at (circuit.local_count ())),
-          done_ (ancestor_.size ()), required_ (ancestor_.size ()), extra_ (ancestor_.size ()),
-          producers_ (ancestor_.size ()), consumers_ (ancestor_.size ()) {
+        : rows_ (circuit.local_rows ()), memory_ (circuit.memory ()),
+          ancestor_ (at (circuit.local_count ()), memory_), done_ (ancestor_.size (), memory_),
+          required_ (ancestor_.size (), memory_), extra_ (ancestor_.size (), memory_),
+          producers_ (ancestor_.size (), memory_), consumers_ (ancestor_.size (), memory_),
+          frontier_ (memory_), next_ (memory_) {
         for (const LocalRow& row : rows_) {
             for (const int column : row.needs) consumers_[at (column)].push_back (&row);
             for (const int column : row.gains) producers_[at (column)].push_back (&row);
@@ -35,7 +37,7 @@ class LevelWalk {
         }
     }
 
-    std::vector<double> walk () {
+    std::pmr::vector<double> walk () {
         int forced = -1; // a column that is handled out of turn, to break a ring
         while (!frontier_.empty ()) {
             bool progress = false;
@@ -52,7 +54,7 @@ class LevelWalk {
             frontier_ = next_;
             if (!progress) forced = most_wanted ();
         }
-        return required_;
+        return std::move (required_);
     }
 
   private:
@@ -95,7 +97,7 @@ class LevelWalk {
             }
             sum = std::trunc (sum + greatest);
         }
-        std::vector<int> partners; // a list: one that shares two rows inherits twice
+        Columns partners (memory_); // a list: one that shares two rows inherits twice
         for (const LocalRow* row : consumers_[at (column)]) {
             for (const int other : row->needs) {
                 if (other == column || done_[at (other)] != 0 || frontier_.contains (other)) {
@@ -133,20 +135,23 @@ class LevelWalk {
         return found;
     }
 
-    const std::vector<LocalRow>& rows_;
-    std::vector<std::uint8_t> ancestor_;
-    std::vector<std::uint8_t> done_;
-    std::vector<double> required_;
-    std::vector<double> extra_; // what a co-substrate inherits
-    std::vector<std::vector<const LocalRow*>> producers_;
-    std::vector<std::vector<const LocalRow*>> consumers_;
-    std::set<int> frontier_;
-    std::set<int> next_;
+    using RowLists = std::pmr::vector<std::pmr::vector<const LocalRow*>>;
+
+    const std::pmr::vector<LocalRow>& rows_;
+    std::pmr::memory_resource* memory_;
+    std::pmr::vector<std::uint8_t> ancestor_;
+    std::pmr::vector<std::uint8_t> done_;
+    std::pmr::vector<double> required_;
+    std::pmr::vector<double> extra_; // what a co-substrate inherits
+    RowLists producers_;
+    RowLists consumers_;
+    std::pmr::set<int> frontier_;
+    std::pmr::set<int> next_;
 };
 
 } // namespace
 
-std::vector<double> Circuit::required_levels (int output) const {
+std::pmr::vector<double> Circuit::required_levels (int output) const {
     return LevelWalk (*this, local (output)).walk ();
 }
 

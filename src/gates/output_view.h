@@ -14,21 +14,25 @@ namespace ostrand::gates {
 struct CircuitTrial::OutputView {
     const Circuit& circuit;
     int output;
-    std::vector<std::uint8_t> closure;
-    std::vector<int> upstream;  // candidate inputs, ascending
-    std::vector<double> levels; // by local column
+    std::pmr::vector<std::uint8_t> closure = circuit.backward_closure (output);
+    Columns upstream{circuit.memory ()};                // candidate inputs, ascending
+    std::pmr::vector<double> levels{circuit.memory ()}; // by local column
 
-    std::vector<int> free;      // columns of the free elements, by rank
-    std::vector<int> choosable; // ranks of those that may be inputs; ascending, columns too
-    std::vector<int> held;      // columns that every assignment holds abundant, ascending
-    std::uint64_t weight = 1;   // assignments that one assignment stands for
-    int block_bits = 0;         // low ranks that one block of tables covers
+    Columns free{circuit.memory ()}; // columns of the free elements, by rank
+    Columns choosable{
+        circuit.memory ()};          // ranks of those that may be inputs; ascending, columns too
+    Columns held{circuit.memory ()}; // columns that every assignment holds abundant, ascending
+    std::uint64_t weight = 1;        // assignments that one assignment stands for
+    int block_bits = 0;              // low ranks that one block of tables covers
     std::size_t block_words = 1;
     int most_inputs = 0; // of the groups that are tried by pattern
 
     std::shared_ptr<const GateSite> site () const {
+        const auto copy = [] (const Columns& columns) {
+            return std::vector<int> (columns.begin (), columns.end ());
+        };
         return std::make_shared<const GateSite> (
-            GateSite{circuit.enzymes, upstream, circuit.forks});
+            GateSite{copy (circuit.enzymes), copy (upstream), copy (circuit.forks)});
     }
 };
 

@@ -56,7 +56,7 @@ inline Circuit whole_circuit (const EquationGraph& graph) {
     return {graph, enzymes};
 }
 
-inline Names names_of (const EquationGraph& graph, const std::vector<int>& columns) {
+inline Names names_of (const EquationGraph& graph, std::span<const int> columns) {
     Names names;
     for (const int one : columns) names.push_back (graph.names[static_cast<std::size_t> (one)]);
     return names;
