@@ -83,9 +83,10 @@ void CircuitTrial::evaluate_singly (const OutputView& view, const PlannedGroup& 
                 times.model += played - start;
                 if (!passed) continue;
                 if (observer_) {
-                    observer_ (gate.job, Gate{inputs, view.output, plan_.types[at (gate.type)],
-                                              needed, site->absent (inputs, needed),
-                                              site->open_forks (needed), site->enzymes});
+                    observer_ (gate.job,
+                               Gate{inputs, view.output, plan_.types[at (gate.job)][at (gate.type)],
+                                    needed, site->absent (inputs, needed),
+                                    site->open_forks (needed), site->enzymes});
                 }
                 stores[at (gate.job)].add (inputs, view.output, gate.type, site, {needed});
                 times.sort += now () - played;

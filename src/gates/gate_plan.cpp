@@ -10,11 +10,11 @@ namespace {
 
 constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max ();
 
-int type_index (GatePlan& plan, const std::string& name) {
-    const auto found = std::find (plan.types.begin (), plan.types.end (), name);
-    if (found == plan.types.end ()) plan.types.push_back (name);
-    return static_cast<int> (std::find (plan.types.begin (), plan.types.end (), name) -
-                             plan.types.begin ());
+int type_index (std::vector<std::string>& types, const std::string& name) {
+    const auto found = std::find (types.begin (), types.end (), name);
+    const auto index = static_cast<int> (found - types.begin ());
+    if (found == types.end ()) types.push_back (name);
+    return index;
 }
 
 PlannedGroup& group_of_arity (GatePlan& plan, int arity) {
@@ -50,6 +50,7 @@ GatePlan make_gate_plan (const std::vector<const Catalogue*>& shares) {
     GatePlan plan;
     plan.job_count = static_cast<int> (shares.size ());
     for (int job = 0; job < plan.job_count; ++job) {
+        std::vector<std::string>& types = plan.types.emplace_back ();
         for (const GateGroup& share : *shares[static_cast<std::size_t> (job)]) {
             if (share.arity < 1) continue;
             PlannedGroup& group = group_of_arity (plan, share.arity);
@@ -57,7 +58,7 @@ GatePlan make_gate_plan (const std::vector<const Catalogue*>& shares) {
             for (const GateDefinition& definition : share.gates) {
                 PlannedGate gate;
                 gate.job = job;
-                gate.type = type_index (plan, definition.name);
+                gate.type = type_index (types, definition.name);
                 gate.definition = &definition;
                 add_gate (group, std::move (gate));
             }

@@ -12,7 +12,7 @@ namespace ostrand::gates {
 /// A catalogue gate with its table as patterns: bit u of a pattern is input u.
 struct PlannedGate {
     int job = 0;  // index, from 0
-    int type = 0; // index into GatePlan::types
+    int type = 0; // index into the job's GatePlan::types
     const GateDefinition* definition = nullptr;
     struct Row {
         std::uint32_t pattern;
@@ -33,7 +33,8 @@ struct PlannedGroup {
 
 struct GatePlan {
     std::vector<PlannedGroup> groups; // only those with 1 input or more
-    std::vector<std::string> types;   // distinct type names, in the order of jobs and catalogues
+    std::vector<std::vector<std::string>>
+        types; // by job: distinct type names, in its share's order
     int job_count = 0;
 };
 

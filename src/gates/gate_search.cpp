@@ -123,7 +123,7 @@ class Search {
             sum.evaluated_gates = saturated_sum (sum.evaluated_gates, more.evaluated_gates);
             sum.evaluations = saturated_sum (sum.evaluations, more.evaluations);
         }
-        result.gates = stores_[job].take_gates (plan_.types);
+        result.gates = stores_[job].take_gates (plan_.types[job]);
     }
 
     Draws& draws_of (Phase phase) { return draws_[phase == Phase::smaller ? 0 : 1]; }

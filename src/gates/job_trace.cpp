@@ -190,7 +190,7 @@ std::uint64_t JobTrace::write_search (const GateExtractor& extractor, GateJob& j
     const std::uint64_t extended =
         walk_circuits (extractor.graph, extractor.depth,
                        {.circuit = take, .extend = extend, .seed_done = seed_done});
-    job.result.gates = trial.stores[0].take_gates (plan.types);
+    job.result.gates = trial.stores[0].take_gates (plan.types[0]);
     job.result.counts = trial.counts[0];
     times = trial.times;
     return extended;

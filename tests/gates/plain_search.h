@@ -23,6 +23,7 @@ using RowNumber = std::size_t; // stands for a row's address: rows are ordered b
 
 struct Graph {
     std::size_t columns = 0;
+    std::map<int, std::string> names;
     std::vector<Row> rows;
     std::map<int, std::vector<RowNumber>> rows_of_enzyme;
     std::map<RowNumber, int> enzyme_of_row;
@@ -49,6 +50,8 @@ inline Graph build (const std::vector<Reaction>& reactions,
         }
     }
     for (const auto& [name, index] : elements) metabolites[name] = k++;
+    for (const auto& [name, number] : enzymes) graph.names[number] = name;
+    for (const auto& [name, number] : metabolites) graph.names[number] = name;
     graph.columns = at (k);
     graph.enzyme_count = enzymes.size ();
     const auto add = [&] (Row row, int enzyme, bool seed) {

@@ -4,6 +4,7 @@
 #include "base/text.h"
 #include "gates/builders.h"
 #include "gates/gate_csv.h"
+#include "gates/plain_gate_file.h"
 #include "gates/plain_search.h"
 #include "gates/reaction_table.h"
 #include "gates/summary_report.h"
@@ -39,7 +40,7 @@ std::vector<std::string> described (const std::vector<Gate>& gates) {
     return all;
 }
 
-/// Compares both searches job by job; gives the number of gates.
+/// Compares both searches job by job and the gate files byte by byte; gives the number of gates.
 std::size_t expect_equal (const std::vector<Reaction>& reactions,
                           const std::map<std::string, int>& elements, const Setting& setting) {
     const EquationGraph graph = build_equation_graph (reactions, elements);
@@ -55,6 +56,15 @@ std::size_t expect_equal (const std::vector<Reaction>& reactions,
                                               .rules = setting.rules,
                                               .threads = setting.threads,
                                               .progress = {}});
+    GateExtractor extractor; // as the writer of the gate file sees it
+    extractor.input_path = "m.xml";
+    extractor.model.reactions = reactions;
+    extractor.graph = graph;
+    // Of the reactions with several enzymes the table keeps one, so these find no partner.
+    const std::vector<Reaction> table =
+        read_reaction_table (reaction_table_text ("m.xml", reactions, seeded_numbers (3)));
+    const plain::GateFile plain_file{plain_graph, reactions, table};
+    std::string plain_text = plain::GateFile::head ("m.xml");
     std::size_t gates = 0;
     for (std::size_t job = 0; job < catalogues.size (); ++job) {
         plain::Search slow (plain_graph, catalogues[job], setting.depth,
@@ -65,7 +75,10 @@ std::size_t expect_equal (const std::vector<Reaction>& reactions,
         EXPECT_EQ (fast.jobs[job].counts.evaluations, slow.evaluations);
         EXPECT_EQ (described (fast.jobs[job].gates), plain::described_gates (slow, plain_graph));
         gates += fast.jobs[job].gates.size ();
+        extractor.jobs.emplace_back ().result = fast.jobs[job];
+        plain_text += plain_file.lines (slow, catalogues[job]);
     }
+    EXPECT_EQ (gate_csv_text (extractor, table), plain_text);
     return gates;
 }
 
@@ -200,6 +213,21 @@ TEST (search_against_plain, measured_networks_give_the_known_counters) {
     }
 }
 
+TEST (search_against_plain, measured_networks_give_the_same_gate_file) {
+    // The plain search of the large one takes a minute.
+    for (const std::string name : {"small", "medium"}) {
+        if (name == "medium" && random_networks < 3000) continue; // slower here
+        const auto path = testing::source_path ("../shared/data/gates-" + name + ".xml");
+        const auto text = read_text_file (path);
+        if (!text) GTEST_SKIP () << "no " << path;
+        SbmlModel model = read_sbml_lines (*text);
+        add_stand_in_enzymes (model.reactions);
+        EXPECT_GT (expect_equal (model.reactions, model.elements,
+                                 {.depth = 3, .partitions = 8, .rules = {}, .threads = 2}),
+                   60U);
+    }
+}
+
 /// Every file of an extraction, by name; lines that tell seconds are taken out.
 std::map<std::string, std::string> files_of (const std::string& model, GateExtractor extractor) {
     const testing::TemporaryFolder folder;
@@ -226,10 +254,30 @@ std::map<std::string, std::string> files_of (const std::string& model, GateExtra
     return files;
 }
 
+/// The gate file of a model text as the plain search gives it, with the table of files_of.
+std::string plain_gate_file (const std::string& model_text, const GateExtractor& settings) {
+    SbmlModel model = read_sbml_lines (model_text);
+    const std::vector<Reaction> table =
+        read_reaction_table (reaction_table_text ("m.xml", model.reactions, seeded_numbers (3)));
+    add_stand_in_enzymes (model.reactions);
+    const plain::Graph graph = plain::build (model.reactions, model.elements);
+    const plain::GateFile file{graph, model.reactions, table};
+    std::string text = plain::GateFile::head ("/m.xml");
+    for (int job = 1; job <= settings.partition_count; ++job) {
+        const Catalogue share =
+            load_catalogue (builtin_catalogue_text (), settings.partition_count, job);
+        plain::Search search (graph, share, settings.depth, settings.evaluate_forks,
+                              settings.multiple_firing);
+        search.run ();
+        text += file.lines (search, share);
+    }
+    return text;
+}
+
 TEST (search_against_plain, traced_and_threaded_extractions_write_the_same_files) {
     std::mt19937 random (99);
     int gates_seen = 0;
-    for (int i = 0; i < 15; ++i) {
+    for (int i = 0; i < 60; ++i) {
         const std::vector<Reaction> reactions = random_network (random);
         if (!is_small (graph_of (reactions))) continue;
         const std::string model = model_text (reactions);
@@ -240,6 +288,7 @@ TEST (search_against_plain, traced_and_threaded_extractions_write_the_same_files
         extractor.multiple_firing = random () % 2 == 0;
         extractor.verbose = true;
         const auto files = files_of (model, extractor);
+        EXPECT_EQ (files.at ("m_gates.csv"), plain_gate_file (model, extractor));
         extractor.threads = 2;
         EXPECT_EQ (files, files_of (model, extractor));
         extractor.trace = true;
