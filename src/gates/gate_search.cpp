@@ -9,6 +9,7 @@
 #include <chrono>
 #include <cmath>
 #include <memory>
+#include <system_error>
 #include <thread>
 
 namespace ostrand::gates {
@@ -39,12 +40,20 @@ class Search {
 
     SearchOutcome run () {
         std::vector<std::jthread> threads;
-        for (std::size_t w = 1; w < workers_.size (); ++w) {
-            threads.emplace_back ([this, w] { work (w); });
+        try {
+            for (std::size_t w = 1; w < workers_.size (); ++w) {
+                threads.emplace_back ([this, w] { work (w); });
+            }
+        } catch (const std::system_error&) {
+            // The threads that could be started, at the least this one, do it all.
+            for (std::size_t w = threads.size () + 1; w < workers_.size (); ++w) {
+                all_there_.arrive_and_drop ();
+            }
         }
         work (0);
         threads.clear (); // joins
         for (const std::unique_ptr<CircuitTrial>& worker : workers_) {
+            if (worker == nullptr) continue;
             outcome_.times.gate += worker->times.gate;
             outcome_.times.model += worker->times.model;
             outcome_.times.sort += worker->times.sort;
@@ -76,7 +85,7 @@ class Search {
                 const std::size_t job = draws.job.fetch_add (1, std::memory_order_relaxed);
                 if (job >= stores_.size ()) break;
                 for (const std::unique_ptr<CircuitTrial>& other : workers_) {
-                    stores_[job].merge (std::move (other->stores[job]));
+                    if (other != nullptr) stores_[job].merge (std::move (other->stores[job]));
                 }
                 if (phase == Phase::largest) finish_job (job);
             }
@@ -118,6 +127,7 @@ class Search {
     void finish_job (std::size_t job) {
         SearchResult& result = outcome_.jobs[job];
         for (const std::unique_ptr<CircuitTrial>& worker : workers_) {
+            if (worker == nullptr) continue;
             const TrialCounts& more = worker->counts[job];
             TrialCounts& sum = result.counts;
             sum.evaluated_gates = saturated_sum (sum.evaluated_gates, more.evaluated_gates);
@@ -163,7 +173,7 @@ class Search {
     const EquationGraph& graph_;
     const GatePlan& plan_;
     const SearchSettings& settings_;
-    std::vector<std::unique_ptr<CircuitTrial>> workers_; // by thread
+    std::vector<std::unique_ptr<CircuitTrial>> workers_; // by thread; null where none could start
     SearchOutcome outcome_;
     std::vector<GateStore> stores_; // by job: what has been put together
     std::size_t largest_size_;      // enzymes of the largest circuits
