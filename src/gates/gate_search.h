@@ -12,7 +12,9 @@
 namespace ostrand::gates {
 
 struct SearchProgress {
-    int seeds_done = 0;
+    int size = 0;       // enzymes of the circuits that are tried now; 0 when they come mixed
+    int largest = 0;    // enzymes of a circuit at most
+    int seeds_done = 0; // for circuits of this size
     int seeds = 0;
     std::uint64_t circuits = 0; // tried so far
     std::size_t gates = 0;      // in the stores now

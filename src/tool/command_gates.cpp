@@ -54,11 +54,14 @@ class SearchLine {
         if (progress.fraction > 0) {
             left = format_duration (passed / progress.fraction * (1 - progress.fraction));
         }
-        line_.show (progress_bar (progress.fraction, 20) +
-                    format_text (" seeds %d/%d, circuits %llu, gates %zu, %s left",
-                                 progress.seeds_done, progress.seeds,
+        const std::string size =
+            progress.size > 0 ? format_text (" enzymes %d/%d,", progress.size, progress.largest)
+                              : "";
+        line_.show (progress_bar (progress.fraction, 10) +
+                    format_text (" %s left,%s seeds %d/%d, circuits %llu, gates %zu", left.c_str (),
+                                 size.c_str (), progress.seeds_done, progress.seeds,
                                  static_cast<unsigned long long> (progress.circuits),
-                                 progress.gates, left.c_str ()));
+                                 progress.gates));
     }
     void clear () { line_.clear (); }
 

@@ -169,7 +169,7 @@ TEST (search, keys_are_ordered_as_texts) {
     EXPECT_TRUE (std::is_sorted (keys.begin (), keys.end ()));
 }
 
-TEST (search, progress_ends_near_all_and_counts_rise) {
+TEST (search, progress_tells_sizes_and_a_rising_part) {
     std::vector<Reaction> reactions;
     for (int i = 0; i < 40; ++i) {
         reactions.push_back (reaction ("r" + std::to_string (i), {"M" + std::to_string (i)},
@@ -180,6 +180,7 @@ TEST (search, progress_ends_near_all_and_counts_rise) {
     for (const int threads : {1, 2}) {
         int calls = 0;
         double last = 0;
+        int size = 2;
         search_gates (graph, {&catalogue},
                       {.limit = 4,
                        .rules = {},
@@ -189,7 +190,11 @@ TEST (search, progress_ends_near_all_and_counts_rise) {
                            EXPECT_GE (now.fraction, 0.0);
                            EXPECT_LE (now.fraction, 1.0);
                            EXPECT_EQ (now.seeds, 40);
+                           EXPECT_GE (now.size, size);
+                           EXPECT_EQ (now.largest, 4);
+                           EXPECT_GE (now.fraction, last);
                            last = now.fraction;
+                           size = now.size;
                        }});
         EXPECT_GE (calls, 1);
     }
