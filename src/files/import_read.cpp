@@ -1,8 +1,7 @@
 // What do the statements of a model text say? Keeps what a drawing needs.
 #include "base/report.h"
-#include "base/text.h"
-#include "files/import_lexer.h"
 #include "files/import_steps.h"
+#include "sim/lexer.h"
 
 #include <algorithm>
 #include <limits>
@@ -10,10 +9,21 @@
 namespace ostrand::files {
 namespace {
 
+using sim::Token;
+using sim::token_text;
+using sim::TokenKind;
+
 class StatementReader {
   public:
     StatementReader (std::string_view text, ImportTables& tables)
-        : lexer_ (text, tables), tables_ (tables) {}
+        : lexer_ (
+              text,
+              [&tables] (std::string_view name) {
+                  const ImportSpecies* species = tables.intern (name);
+                  return species == nullptr ? -1 : species->slot;
+              },
+              "Species hashtable full"),
+          tables_ (tables) {}
 
     bool read_all ();
 
@@ -34,32 +44,26 @@ class StatementReader {
     bool number (float& value);
     bool quantity (float& millimolar);
     bool names_to_parenthesis ();
+    /// The species of a name that is not empty.
+    ImportSpecies* species_of (const Token& token) {
+        return tables_.names[static_cast<std::size_t> (token.species)].get ();
+    }
     bool add (std::vector<ImportSpecies*>& list, ImportSpecies* species, const char* what);
     bool append (std::vector<float>& values, float value);
     bool unexpected (TokenKind wanted, const Token& got);
 
-    ImportLexer lexer_;
+    sim::Lexer lexer_;
     ImportTables& tables_;
 };
 
-/// What a message shows of a token.
-std::string shown (const Token& token) {
-    if (token.kind == TokenKind::name) {
-        return std::string (token.name);
-    }
-    if (token.kind == TokenKind::number) {
-        return format_g (token.number);
-    }
-    return token_text (token.kind);
-}
-
 bool StatementReader::unexpected (TokenKind wanted, const Token& got) {
-    return lexer_.fail ("'%s' expected, got: '%s'", token_text (wanted), shown (got).c_str ());
+    return lexer_.model_error ("'%s' expected, got: '%s'", token_text (wanted),
+                               sim::shown (got).c_str ());
 }
 
 bool StatementReader::expect (TokenKind kind, Token* token) {
-    const Token got = lexer_.next ();
-    if (got.kind != kind || (kind == TokenKind::name && got.species == nullptr)) {
+    const Token got = lexer_.next_token ();
+    if (got.kind != kind || (kind == TokenKind::ident && got.species < 0)) {
         return unexpected (kind, got);
     }
     if (token != nullptr) {
@@ -70,10 +74,10 @@ bool StatementReader::expect (TokenKind kind, Token* token) {
 
 bool StatementReader::name (ImportSpecies*& species) {
     Token token;
-    if (!expect (TokenKind::name, &token)) {
+    if (!expect (TokenKind::ident, &token)) {
         return false;
     }
-    species = token.species;
+    species = species_of (token);
     return true;
 }
 
@@ -90,64 +94,64 @@ bool StatementReader::quantity (float& millimolar) {
     if (!number (millimolar)) {
         return false;
     }
-    const Token unit = lexer_.next ();
-    if (unit.kind == TokenKind::micromolar) {
+    const Token unit = lexer_.next_token ();
+    if (unit.kind == TokenKind::micro_molar) {
         millimolar = millimolar / 1000.0F;
         return true;
     }
-    if (unit.kind == TokenKind::millimolar) {
+    if (unit.kind == TokenKind::milli_molar) {
         return true;
     }
-    return lexer_.fail ("%s or %s expected, got %s", token_text (TokenKind::micromolar),
-                        token_text (TokenKind::millimolar), token_text (unit.kind));
+    return lexer_.model_error ("%s or %s expected, got %s", token_text (TokenKind::micro_molar),
+                               token_text (TokenKind::milli_molar), token_text (unit.kind));
 }
 
 bool StatementReader::read_all () {
     for (;;) {
-        const Token token = lexer_.next ();
+        const Token token = lexer_.next_token ();
         if (lexer_.failed ()) {
             return false;
         }
-        if (token.kind == TokenKind::end) {
+        if (token.kind == TokenKind::eof) {
             return true;
         }
-        lexer_.unget (token);
+        lexer_.unget_token (token);
         if (!statement () || !expect (TokenKind::semicolon)) {
             return false;
         }
         if (tables_.reactions.size () > most_read_reactions) {
-            return lexer_.fail ("Too many reactions.");
+            return lexer_.model_error ("Too many reactions.");
         }
     }
 }
 
 bool StatementReader::statement () {
-    const Token first = lexer_.next ();
+    const Token first = lexer_.next_token ();
     switch (first.kind) {
     case TokenKind::duration: return duration_statement ();
     case TokenKind::display: return display_statement ();
     case TokenKind::linked: return linked_statement ();
-    case TokenKind::left_bracket:
-        lexer_.unget (first);
+    case TokenKind::open_bracket:
+        lexer_.unget_token (first);
         return concentration_statement (SpeciesRole::neither, false);
     case TokenKind::input: return concentration_statement (SpeciesRole::input, true);
     case TokenKind::output: return concentration_statement (SpeciesRole::output, true);
     case TokenKind::excess: return concentration_statement (SpeciesRole::excess, true);
     default: break;
     }
-    if (first.kind != TokenKind::name || first.species == nullptr) {
-        return lexer_.fail ("syntax error: enzyme name expected");
+    if (first.kind != TokenKind::ident || first.species < 0) {
+        return lexer_.model_error ("syntax error: enzyme name expected");
     }
-    const Token second = lexer_.next ();
+    const Token second = lexer_.next_token ();
     if (second.kind == TokenKind::colon) {
-        return enzyme_statement (first.species);
+        return enzyme_statement (species_of (first));
     }
     if (second.kind == TokenKind::plus || second.kind == TokenKind::arrow) {
-        lexer_.unget (second);
-        return mass_action (first.species);
+        lexer_.unget_token (second);
+        return mass_action (species_of (first));
     }
-    return lexer_.fail ("'%s' or '%s' expected, got '%s'", token_text (TokenKind::arrow),
-                        token_text (TokenKind::plus), token_text (second.kind));
+    return lexer_.model_error ("'%s' or '%s' expected, got '%s'", token_text (TokenKind::arrow),
+                               token_text (TokenKind::plus), token_text (second.kind));
 }
 
 bool StatementReader::duration_statement () {
@@ -162,7 +166,7 @@ bool StatementReader::duration_statement () {
 }
 
 bool StatementReader::display_statement () {
-    if (!expect (TokenKind::left_parenthesis)) {
+    if (!expect (TokenKind::open_paren)) {
         return false;
     }
     for (;;) {
@@ -171,17 +175,17 @@ bool StatementReader::display_statement () {
             return false;
         }
         species->displayed = true;
-        Token token = lexer_.next ();
+        Token token = lexer_.next_token ();
         while (token.kind == TokenKind::colour) {
-            token = lexer_.next ();
+            token = lexer_.next_token ();
         }
-        if (token.kind == TokenKind::right_parenthesis) {
+        if (token.kind == TokenKind::close_paren) {
             return true;
         }
         if (token.kind != TokenKind::comma) {
-            return lexer_.fail ("'%s', '%s', #rrggbb or #rgb expected, got '%s'",
-                                token_text (TokenKind::comma),
-                                token_text (TokenKind::right_parenthesis), token_text (token.kind));
+            return lexer_.model_error (
+                "'%s', '%s', #rrggbb or #rgb expected, got '%s'", token_text (TokenKind::comma),
+                token_text (TokenKind::close_paren), token_text (token.kind));
         }
     }
 }
@@ -193,33 +197,34 @@ bool StatementReader::names_to_parenthesis () {
         if (!name (species)) {
             return false;
         }
-        const Token token = lexer_.next ();
-        if (token.kind == TokenKind::right_parenthesis) {
+        const Token token = lexer_.next_token ();
+        if (token.kind == TokenKind::close_paren) {
             return true;
         }
         if (token.kind != TokenKind::comma) {
-            return lexer_.fail ("'%s' or '%s' expected, got '%s'", token_text (TokenKind::comma),
-                                token_text (TokenKind::right_parenthesis), token_text (token.kind));
+            return lexer_.model_error (
+                "'%s' or '%s' expected, got '%s'", token_text (TokenKind::comma),
+                token_text (TokenKind::close_paren), token_text (token.kind));
         }
     }
 }
 
 bool StatementReader::linked_statement () {
-    return expect (TokenKind::left_parenthesis) && names_to_parenthesis ();
+    return expect (TokenKind::open_paren) && names_to_parenthesis ();
 }
 
 bool StatementReader::concentration_statement (SpeciesRole role, bool value_optional) {
     ImportSpecies* species = nullptr;
-    if (!expect (TokenKind::left_bracket) || !name (species) ||
-        !expect (TokenKind::right_bracket)) {
+    if (!expect (TokenKind::open_bracket) || !name (species) ||
+        !expect (TokenKind::close_bracket)) {
         return false;
     }
     if (role != SpeciesRole::neither) {
         species->role = role;
     }
-    const Token token = lexer_.next ();
+    const Token token = lexer_.next_token ();
     if (value_optional && token.kind == TokenKind::semicolon) {
-        lexer_.unget (token);
+        lexer_.unget_token (token);
         return true;
     }
     if (token.kind != TokenKind::equals) {
@@ -230,8 +235,8 @@ bool StatementReader::concentration_statement (SpeciesRole role, bool value_opti
 
 bool StatementReader::append (std::vector<float>& values, float value) {
     if (values.size () >= most_import_concentrations) {
-        return lexer_.fail ("too much initial concentrations (max = %d)",
-                            static_cast<int> (most_import_concentrations));
+        return lexer_.model_error ("too much initial concentrations (max = %d)",
+                                   static_cast<int> (most_import_concentrations));
     }
     values.push_back (value);
     return true;
@@ -256,20 +261,20 @@ bool StatementReader::series (std::vector<float>& values, float end, float step)
 }
 
 bool StatementReader::concentration_values (ImportSpecies& species) {
-    Token token = lexer_.next ();
-    if (token.kind == TokenKind::left_parenthesis) {
+    Token token = lexer_.next_token ();
+    if (token.kind == TokenKind::open_paren) {
         if (!names_to_parenthesis ()) {
             return false;
         }
     } else {
-        lexer_.unget (token);
+        lexer_.unget_token (token);
     }
     std::vector<float> values (1);
     if (!quantity (values[0])) {
         return false;
     }
     for (;;) {
-        token = lexer_.next ();
+        token = lexer_.next_token ();
         float value = 0;
         if (token.kind == TokenKind::comma) {
             if (!quantity (value) || !append (values, value)) {
@@ -282,7 +287,7 @@ bool StatementReader::concentration_values (ImportSpecies& species) {
                 return false;
             }
         } else {
-            lexer_.unget (token);
+            lexer_.unget_token (token);
             break;
         }
     }
@@ -302,7 +307,8 @@ bool StatementReader::concentration_values (ImportSpecies& species) {
 bool StatementReader::add (std::vector<ImportSpecies*>& list, ImportSpecies* species,
                            const char* what) {
     if (list.size () >= most_participants) {
-        return lexer_.fail ("Too many %s (max = %d).", what, static_cast<int> (most_participants));
+        return lexer_.model_error ("Too many %s (max = %d).", what,
+                                   static_cast<int> (most_participants));
     }
     list.push_back (species);
     return true;
@@ -311,7 +317,7 @@ bool StatementReader::add (std::vector<ImportSpecies*>& list, ImportSpecies* spe
 bool StatementReader::mass_action (ImportSpecies* first) {
     ImportReaction r;
     r.substrates.push_back (first);
-    Token token = lexer_.next ();
+    Token token = lexer_.next_token ();
     ImportSpecies* species = nullptr;
     if (token.kind == TokenKind::plus) {
         if (!name (species) || !expect (TokenKind::arrow)) {
@@ -323,15 +329,15 @@ bool StatementReader::mass_action (ImportSpecies* first) {
         return false;
     }
     r.products.push_back (species);
-    token = lexer_.next ();
+    token = lexer_.next_token ();
     if (token.kind == TokenKind::plus) {
         if (!name (species) || !expect (TokenKind::bar)) {
             return false;
         }
         r.products.push_back (species);
     } else if (token.kind != TokenKind::bar) {
-        return lexer_.fail ("'%s' expected, got '%s'", token_text (TokenKind::bar),
-                            token_text (token.kind));
+        return lexer_.model_error ("'%s' expected, got '%s'", token_text (TokenKind::bar),
+                                   token_text (token.kind));
     }
     if (!number (r.kcat)) {
         return false;
@@ -352,12 +358,12 @@ bool StatementReader::enzyme_statement (ImportSpecies* enzyme) {
         return false;
     }
     r.substrates.push_back (species);
-    Token token = lexer_.next ();
+    Token token = lexer_.next_token ();
     if (token.kind == TokenKind::bar || token.kind == TokenKind::semicolon) {
         // The name in front is the enzyme, the one behind the colon its inhibitor.
         float rate = 0;
         if (token.kind == TokenKind::semicolon) {
-            lexer_.unget (token);
+            lexer_.unget_token (token);
         } else if (!quantity (rate)) {
             return false;
         }
@@ -368,18 +374,18 @@ bool StatementReader::enzyme_statement (ImportSpecies* enzyme) {
         if (!name (species) || !add (r.substrates, species, "substrates")) {
             return false;
         }
-        token = lexer_.next ();
+        token = lexer_.next_token ();
     }
     if (token.kind != TokenKind::arrow) {
-        return lexer_.fail ("arrow expected, got %s", token_text (token.kind));
+        return lexer_.model_error ("arrow expected, got %s", token_text (token.kind));
     }
     do {
         if (!name (species) || !add (r.products, species, "products")) {
             return false;
         }
-        token = lexer_.next ();
+        token = lexer_.next_token ();
     } while (token.kind == TokenKind::plus);
-    lexer_.unget (token);
+    lexer_.unget_token (token);
     if (!kinetics (r)) {
         return false;
     }
@@ -391,33 +397,34 @@ bool StatementReader::enzyme_statement (ImportSpecies* enzyme) {
 
 /// | Km, Km - Kcat; nothing at all directly before ";".
 bool StatementReader::kinetics (ImportReaction& r) {
-    Token token = lexer_.next ();
+    Token token = lexer_.next_token ();
     if (token.kind == TokenKind::semicolon) {
-        lexer_.unget (token);
+        lexer_.unget_token (token);
         return true;
     }
     if (token.kind != TokenKind::bar) {
-        return lexer_.fail ("vertical bar expected, got %s", token_text (token.kind));
+        return lexer_.model_error ("vertical bar expected, got %s", token_text (token.kind));
     }
     const int substrates = static_cast<int> (r.substrates.size ());
     do {
         const int count = static_cast<int> (r.km.size ());
         if (count == substrates) {
-            return lexer_.fail ("more KM's (%d) than substrates (%d)", count + 1, substrates);
+            return lexer_.model_error ("more KM's (%d) than substrates (%d)", count + 1,
+                                       substrates);
         }
         float km = 0;
         if (!quantity (km)) {
             return false;
         }
         r.km.push_back (km);
-        token = lexer_.next ();
+        token = lexer_.next_token ();
     } while (token.kind == TokenKind::comma);
     if (token.kind != TokenKind::minus) {
-        return lexer_.fail ("Kcat missing");
+        return lexer_.model_error ("Kcat missing");
     }
     if (static_cast<int> (r.km.size ()) < substrates) {
-        return lexer_.fail ("more substrates (%d) than KM's (%d)", substrates,
-                            static_cast<int> (r.km.size ()));
+        return lexer_.model_error ("more substrates (%d) than KM's (%d)", substrates,
+                                   static_cast<int> (r.km.size ()));
     }
     return number (r.kcat);
 }

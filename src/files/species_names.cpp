@@ -2,7 +2,7 @@
 #include "files/species_names.h"
 
 #include "base/text.h"
-#include "files/import_lexer.h"
+#include "sim/lexer.h"
 
 #include <array>
 
@@ -95,20 +95,10 @@ void append_latin (std::string& out, unsigned long code) {
     }
 }
 
-bool is_keyword (std::string_view name) {
-    for (TokenKind kind : {TokenKind::duration, TokenKind::display, TokenKind::linked,
-                           TokenKind::input, TokenKind::output, TokenKind::excess}) {
-        if (name == token_text (kind)) {
-            return true;
-        }
-    }
-    return false;
-}
-
 } // namespace
 
 std::string model_name (std::string_view name) {
-    if (is_keyword (name)) {
+    if (sim::keyword_of (name) != sim::TokenKind::none) {
         return "\\" + std::string (name);
     }
     std::string out;

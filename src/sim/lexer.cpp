@@ -4,6 +4,7 @@
 #include "base/report.h"
 #include "base/text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdarg>
 #include <cstdio>
@@ -18,15 +19,6 @@ constexpr std::array token_texts{
     "-",      "->",    "=",       "[",       "]",        "(",  ")",
 };
 static_assert (token_texts.size () == static_cast<std::size_t> (TokenKind::close_paren) + 1);
-
-constexpr std::array<std::pair<std::string_view, TokenKind>, 6> keywords{{
-    {"duration", TokenKind::duration},
-    {"display", TokenKind::display},
-    {"linked", TokenKind::linked},
-    {"input", TokenKind::input},
-    {"output", TokenKind::output},
-    {"excess", TokenKind::excess},
-}};
 
 constexpr std::string_view name_ends = " \t\n:;,|/+-=[]()";
 constexpr std::string_view unit_ends = " \t\n-+|:;,";
@@ -63,24 +55,41 @@ Token plain_token (TokenKind kind) {
 
 const char* token_text (TokenKind kind) { return token_texts[static_cast<std::size_t> (kind)]; }
 
-Lexer::Lexer (std::string_view text, ModelTables& tables)
-    : text_ (text.substr (0, text.find ('\0'))), tables_ (tables) {}
+TokenKind keyword_of (std::string_view word) {
+    for (const TokenKind kind : {TokenKind::duration, TokenKind::display, TokenKind::linked,
+                                 TokenKind::input, TokenKind::output, TokenKind::excess}) {
+        if (word == token_text (kind)) return kind;
+    }
+    return TokenKind::none;
+}
 
-void Lexer::model_error (const char* format, ...) {
-    if (std::exchange (failed_, true)) return;
+std::string shown (const Token& token) {
+    switch (token.kind) {
+    case TokenKind::ident: return std::string (token.text);
+    case TokenKind::number: return format_g (static_cast<double> (token.number));
+    default: return token_text (token.kind);
+    }
+}
+
+Lexer::Lexer (std::string_view text, NameIndex name_index, std::string table_full)
+    : text_ (text.substr (0, text.find ('\0'))), name_index_ (std::move (name_index)),
+      table_full_ (std::move (table_full)) {}
+
+bool Lexer::model_error (const char* format, ...) {
+    if (std::exchange (failed_, true)) return false;
     va_list arguments;
     va_start (arguments, format);
     const std::string message = format_text_v (format, arguments);
     va_end (arguments);
     report_message ("%s", message.c_str ());
+    return false;
 }
 
 int Lexer::intern (std::string_view name) {
     if (failed_) return 0;
-    const int index = tables_.intern_species (name, false);
-    if (index >= 0) return index;
-    model_error ("too many species (max = %d)", static_cast<int> (max_species));
-    return 0;
+    const int index = name_index_ (name);
+    if (index < 0) model_error ("%s", table_full_.c_str ());
+    return std::max (index, 0);
 }
 
 Token Lexer::next_token () {
@@ -137,9 +146,8 @@ Token Lexer::read_name (std::string_view name, std::size_t after) {
     Token token = plain_token (TokenKind::ident);
     if (name.empty ()) return token; // names nothing: whoever wants a name reports it
     cursor_ = after;
-    for (const auto& [word, kind] : keywords) {
-        if (name == word) return plain_token (kind);
-    }
+    const TokenKind keyword = keyword_of (name);
+    if (keyword != TokenKind::none) return plain_token (keyword);
     token.text = name;
     token.species = intern (name);
     return token;
@@ -159,6 +167,7 @@ Token Lexer::read_quoted_name () {
 
 Token Lexer::read_colour () {
     const std::size_t first = cursor_ + 1;
+    // All digits make the value, up to 64 bits, and the low 24 are taken: scan_hexadecimal has 32.
     const std::string digits (text_.substr (first, 64));
     unsigned long value = 0;
     const bool read = std::sscanf (digits.c_str (), "%lx", &value) == 1; // NOLINT(cert-err34-c)

@@ -1,9 +1,8 @@
-// Tokens of the model language.
+// Tokens of the model language, for every reader of models: each brings its own table of names.
 // Layer: sim.
 #pragma once
-#include "sim/model.h"
-
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -40,30 +39,43 @@ enum class TokenKind {
 /// The text that stands for a kind of token in messages.
 const char* token_text (TokenKind kind);
 
+/// The keyword that a word is; none for any other word.
+TokenKind keyword_of (std::string_view word);
+
 struct Token {
     TokenKind kind = TokenKind::none;
-    int species = -1;         // of a name; -1 for a name of no length
+    int species = -1;         // index of a name; -1 for a name of no length
     float number = 0;         // of a number
     std::uint32_t colour = 0; // of a colour, 0xRRGGBB00
     std::string_view text;    // bytes of a name
 };
 
+/// What messages show of a token: the bytes of a name, the value of a number, else its kind's text.
+std::string shown (const Token& token);
+
+/// The index of a name in the reader's table, which takes it in on its first mention; negative when
+/// the table is full.
+using NameIndex = std::function<int (std::string_view name)>;
+
 /// Reads tokens off a text and keeps the first failure: it is reported at once, and from then on
 /// each token reads as the end of the text, so that a reader returns by its ordinary ways.
 class Lexer {
   public:
-    /// `text` must stay until the lexer is gone; it ends at its first NUL. Names go into `tables`.
-    Lexer (std::string_view text, ModelTables& tables);
+    /// text        must stay until the lexer is gone; it ends at its first NUL
+    /// name_index  is asked for each name as it is read
+    /// table_full  the message when there is no room for one
+    Lexer (std::string_view text, NameIndex name_index, std::string table_full);
 
     Token next_token ();
     /// The next call of next_token gives this one again.
     void unget_token (const Token& token) { pushback_ = token; }
 
-    /// Reports the fault, formatted as printf does, unless there was one before.
-    void model_error (const char* format, ...) __attribute__ ((format (printf, 2, 3)));
+    /// Reports the fault, formatted as printf does, unless there was one before. Gives false for
+    /// the caller to hand on.
+    bool model_error (const char* format, ...) __attribute__ ((format (printf, 2, 3)));
     bool failed () const { return failed_; }
 
-    /// A species' index by name; a full table is a fault (and gives 0).
+    /// A name's index in the table; a full table is a fault (and gives 0).
     int intern (std::string_view name);
 
   private:
@@ -80,7 +92,8 @@ class Lexer {
 
     std::string_view text_;
     std::size_t cursor_ = 0;
-    ModelTables& tables_;
+    NameIndex name_index_;
+    std::string table_full_;
     Token pushback_;
     bool failed_ = false;
 };

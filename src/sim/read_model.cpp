@@ -1,6 +1,7 @@
 // The grammar of the model language.
 #include "sim/read_model.h"
 
+#include "base/text.h"
 #include "base/units.h"
 #include "sim/expansion.h"
 #include "sim/lexer.h"
@@ -17,7 +18,12 @@ constexpr double longest_duration = 429496;  // seconds whose time steps fit 32 
 
 class Reader {
   public:
-    Reader (std::string_view text, ModelTables& tables) : lexer_ (text, tables), tables_ (tables) {}
+    Reader (std::string_view text, ModelTables& tables)
+        : lexer_ (
+              text,
+              [&tables] (std::string_view name) { return tables.intern_species (name, false); },
+              format_text ("too many species (max = %d)", static_cast<int> (max_species))),
+          tables_ (tables) {}
 
     bool read () {
         for (Token token = lexer_.next_token (); token.kind != TokenKind::eof;
@@ -106,15 +112,7 @@ Token Reader::expect (TokenKind kind) {
     const Token token = lexer_.next_token ();
     const bool nameless = kind == TokenKind::ident && token.species < 0;
     if (token.kind == kind && !nameless) return token;
-    const char* wanted = token_text (kind);
-    if (token.kind == TokenKind::number) {
-        lexer_.model_error ("'%s' expected, got: '%g'", wanted, static_cast<double> (token.number));
-    } else if (token.kind == TokenKind::ident) {
-        const std::string name (token.text);
-        lexer_.model_error ("'%s' expected, got: '%s'", wanted, name.c_str ());
-    } else {
-        lexer_.model_error ("'%s' expected, got: '%s'", wanted, token_text (token.kind));
-    }
+    lexer_.model_error ("'%s' expected, got: '%s'", token_text (kind), shown (token).c_str ());
     return {};
 }
 

@@ -6,14 +6,37 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 namespace ostrand::sim {
 namespace {
 
+using testing::CaughtMessages;
+using ::testing::ElementsAre;
+
+/// A table of names for a lexer: a row of at most `room`.
+struct Names {
+    explicit Names (std::size_t most = 100) : room (most) {}
+    Lexer lexer (std::string_view text) {
+        return {text, [this] (std::string_view name) { return index (name); }, "no 100% room"};
+    }
+    int index (std::string_view name) {
+        const auto place = std::ranges::find (all, name);
+        const auto found = static_cast<int> (place - all.begin ());
+        if (place != all.end ()) return found;
+        if (all.size () == room) return -1;
+        all.emplace_back (name);
+        return found;
+    }
+    std::vector<std::string> all;
+    std::size_t room;
+};
+
 /// The tokens of a text as "name", 1.5, #rrggbb or the token's text, joined by blanks.
 std::string tokens_of (std::string_view text) {
-    ModelTables tables;
-    const testing::CaughtMessages messages;
-    Lexer lexer (text, tables);
+    Names names;
+    const CaughtMessages messages;
+    Lexer lexer = names.lexer (text);
     std::string all;
     for (Token token = lexer.next_token (); token.kind != TokenKind::eof;
          token = lexer.next_token ()) {
@@ -21,12 +44,10 @@ std::string tokens_of (std::string_view text) {
         if (token.kind == TokenKind::ident) {
             all += "'" + std::string (token.text) + "'";
             if (token.species < 0) return all + "!";
-        } else if (token.kind == TokenKind::number) {
-            all += format_g (static_cast<double> (token.number));
         } else if (token.kind == TokenKind::colour) {
             all += format_text ("#%08x", token.colour);
         } else {
-            all += token_text (token.kind);
+            all += shown (token);
         }
     }
     return messages.all.empty () ? all : "error: " + messages.all[0];
@@ -73,6 +94,8 @@ TEST (lexer, colours_have_six_or_three_digits) {
     EXPECT_EQ (tokens_of ("#1a5, #A0b1C2"), "#11aa5500 , #a0b1c200");
     EXPECT_EQ (tokens_of ("#1a5)"), "#11aa5500 )");
     EXPECT_EQ (tokens_of ("#12345678"), "#34567800 '78'");
+    EXPECT_EQ (tokens_of ("#123456789abc"), "#789abc00 '789abc'");
+    EXPECT_EQ (tokens_of ("#12345678912345678"), "#ffffff00 '78912345678'");
     EXPECT_EQ (tokens_of ("#12"), "error: bad colour specification: '#    12'");
     EXPECT_EQ (tokens_of ("#12345, x"), "error: bad colour specification: '#12345,'");
     EXPECT_EQ (tokens_of ("#red, b"), "error: bad colour specification: '#red, b'");
@@ -87,6 +110,7 @@ TEST (lexer, numbers_need_what_may_follow_them) {
     EXPECT_EQ (tokens_of ("1 2.5; .5 1e3 2e 1-2 "), "1 2.5 ; 0.5 1000 2 1");
     EXPECT_EQ (tokens_of ("1e-3 1..2 1.2.3 "), "0.001 '1..2' '1.2.3'");
     EXPECT_EQ (tokens_of ("2PG 10"), "'2PG' '10'");
+    EXPECT_EQ (tokens_of ("5;5\t5\n5"), "5 ; 5 5 '5'");
     EXPECT_EQ (tokens_of ("10uM,10mM;10\xb5M-10mM:"), "10 uM , 10 mM ; 10 uM - 10 mM :");
     EXPECT_EQ (tokens_of ("10mM|"), "'10mM' |");
     EXPECT_EQ (tokens_of ("1\r2 "), "'1\r2'");
@@ -101,6 +125,67 @@ TEST (lexer, a_glued_unit_must_not_be_followed_by_plus) {
 
 TEST (lexer, the_text_ends_at_a_nul) {
     EXPECT_EQ (tokens_of (std::string_view ("a b\0c d", 7)), "'a' 'b'");
+}
+
+TEST (lexer, each_name_has_the_index_that_the_table_gives) {
+    Names names;
+    Lexer lexer = names.lexer ("a \"b c\" a display 5 \"\"");
+    EXPECT_EQ (lexer.next_token ().species, 0);
+    EXPECT_EQ (lexer.next_token ().species, 1);
+    EXPECT_EQ (lexer.next_token ().species, 0);
+    EXPECT_EQ (lexer.next_token ().species, -1);
+    EXPECT_EQ (lexer.next_token ().species, -1);
+    EXPECT_EQ (lexer.next_token ().species, -1);
+    EXPECT_EQ (lexer.intern ("d"), 2);
+    EXPECT_THAT (names.all, ElementsAre ("a", "b c", "d"));
+}
+
+TEST (lexer, a_full_table_ends_the_text) {
+    Names names (2);
+    const CaughtMessages messages;
+    Lexer lexer = names.lexer ("a b a c a");
+    for (const int index : {0, 1, 0}) EXPECT_EQ (lexer.next_token ().species, index);
+    EXPECT_FALSE (lexer.failed ());
+    EXPECT_EQ (lexer.next_token ().kind, TokenKind::eof);
+    EXPECT_TRUE (lexer.failed ());
+    EXPECT_EQ (lexer.next_token ().kind, TokenKind::eof);
+    EXPECT_EQ (lexer.intern ("b"), 0);
+    EXPECT_THAT (messages.all, ElementsAre ("no 100% room"));
+}
+
+TEST (lexer, only_the_first_failure_is_told_and_the_text_ends_there) {
+    Names names;
+    const CaughtMessages messages;
+    Lexer lexer = names.lexer ("a b #zz");
+    const Token first = lexer.next_token ();
+    lexer.unget_token (first);
+    EXPECT_FALSE (lexer.model_error ("%s is %d", "a", 1));
+    EXPECT_FALSE (lexer.model_error ("another"));
+    EXPECT_TRUE (lexer.failed ());
+    EXPECT_EQ (lexer.next_token ().kind, TokenKind::eof);
+    EXPECT_EQ (lexer.next_token ().kind, TokenKind::eof);
+    EXPECT_THAT (names.all, ElementsAre ("a"));
+    EXPECT_THAT (messages.all, ElementsAre ("a is 1"));
+}
+
+TEST (lexer, a_token_that_was_put_back_comes_once_more) {
+    Names names;
+    Lexer lexer = names.lexer ("a b");
+    const Token first = lexer.next_token ();
+    lexer.unget_token (first);
+    EXPECT_EQ (lexer.next_token ().text, "a");
+    EXPECT_EQ (lexer.next_token ().text, "b");
+    lexer.unget_token (lexer.next_token ());
+    EXPECT_EQ (lexer.next_token ().kind, TokenKind::eof);
+    EXPECT_EQ (lexer.next_token ().kind, TokenKind::eof);
+}
+
+TEST (lexer, keywords_are_known_by_the_whole_word) {
+    EXPECT_EQ (keyword_of ("excess"), TokenKind::excess);
+    EXPECT_EQ (keyword_of ("Excess"), TokenKind::none);
+    EXPECT_EQ (keyword_of ("inputs"), TokenKind::none);
+    EXPECT_EQ (keyword_of ("mM"), TokenKind::none);
+    EXPECT_EQ (keyword_of (""), TokenKind::none);
 }
 
 TEST (names, hash_keeps_the_sign_of_bytes_above_127) {
