@@ -54,9 +54,10 @@ void formula_search (benchmark::State& state) {
     for (auto _ : state) {
         const auto begin = std::chrono::steady_clock::now ();
         FormCreator creator;
-        const VariantSet trees = variants (creator.parse (task.formula));
+        const OperatorPtr root = creator.parse (task.formula);
         Growner search (gates, task.output, creator.variables ());
-        for (const OperatorPtr& tree : trees) search.try_variant (*tree);
+        const VariantSet trees = variants (root, {}, nullptr, search.tree_use ());
+        for (const OperatorPtr& tree : trees) search.try_variant (tree);
         answers = search.implementations ().size ();
         fast_seconds += seconds_since (begin);
         variant_count = trees.size ();

@@ -20,10 +20,12 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
     library.read (text);
     for (const char* formula : {"A", "A . B", "!A + B", "A + B + C"}) {
         FormCreator creator;
-        const VariantSet trees = variants (creator.parse (formula));
+        const OperatorPtr root = creator.parse (formula);
         int left = 20;
         Growner search (library, "out", creator.variables (), [&] { return --left < 0; });
-        for (const OperatorPtr& tree : trees) search.try_variant (*tree);
+        for (const OperatorPtr& tree : variants (root, {}, nullptr, search.tree_use ())) {
+            search.try_variant (tree);
+        }
         for (Implementation& one : search.implementations ()) {
             set_thresholds (one, low_threshold, high_threshold);
             write_network (one);

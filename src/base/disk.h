@@ -24,6 +24,12 @@ std::optional<std::string> read_file (const std::filesystem::path& path,
 std::optional<std::string> read_text_file (const std::filesystem::path& path,
                                            std::size_t bound = input_bound);
 
+/// A text file that has been read, so that several readers can have it though it may be a pipe.
+struct TextFile {
+    explicit TextFile (const std::filesystem::path& path) : text (read_text_file (path)) {}
+    std::optional<std::string> text; // nothing when it could not be read
+};
+
 /// The whole of standard input.
 std::optional<std::string> read_standard_input (std::size_t bound = input_bound);
 

@@ -59,11 +59,32 @@ Growner::Growner (const Library& library, std::string output, std::set<std::stri
     }
 }
 
-void Growner::try_variant (const Operator& tree) {
+TreeUse Growner::tree_use () {
+    std::vector<std::size_t> most (operator_type_count);
+    for (int type = 0; type < operator_type_count; ++type) {
+        for (const int gate : index_.of_type (type)) {
+            std::size_t& inputs = most[static_cast<std::size_t> (type)];
+            inputs = std::max (inputs, index_.gate (gate).inputs.size ());
+        }
+    }
+    const auto useful = [this] (const OperatorPtr& part) {
+        LeafParents parents;
+        if (!uses_names_once (*part, parents)) return false;
+        const SpeciesBits& wishes = feasible_[static_cast<std::size_t> (shape_of (part))];
+        if (std::find (wishes.begin (), wishes.end (), true) != wishes.end ()) return true;
+        shape_of_tree_.erase (part);
+        return false;
+    };
+    return {.useful = useful, .most_operands = [most] (OperatorType type) {
+                return most[static_cast<std::size_t> (type)];
+            }};
+}
+
+void Growner::try_variant (const OperatorPtr& tree) {
     if (++variants_ % 64 == 0 && stop_ && stop_ ()) stopped_ = true;
-    if (stopped_ || !tree.complete ()) return;
+    if (stopped_ || !tree->complete ()) return;
     LeafParents parents;
-    if (!uses_names_once (tree, parents)) return;
+    if (!uses_names_once (*tree, parents)) return;
     const int shape = shape_of (tree);
     const int wanted = index_.species (output_);
     if (wanted < 0) return;
@@ -80,18 +101,18 @@ void Growner::try_variant (const Operator& tree) {
 }
 
 /// Number of the tree's shape; on first sight its feasible wishes are found.
-int Growner::shape_of (const Operator& tree) {
-    const auto known = shape_of_tree_.find (&tree);
+int Growner::shape_of (const OperatorPtr& tree) {
+    const auto known = shape_of_tree_.find (tree);
     if (known != shape_of_tree_.end ()) return known->second;
-    std::vector<int> key{static_cast<int> (tree.type ())};
-    if (tree.type () == OperatorType::leaf) key.push_back (index_.species (tree.name ()));
-    for (const OperatorPtr& child : tree.children ()) key.push_back (shape_of (*child));
+    std::vector<int> key{static_cast<int> (tree->type ())};
+    if (tree->type () == OperatorType::leaf) key.push_back (index_.species (tree->name ()));
+    for (const OperatorPtr& child : tree->children ()) key.push_back (shape_of (child));
     const auto [place, fresh] = shapes_.emplace (key, static_cast<int> (feasible_.size ()));
     if (fresh) {
         key.erase (key.begin ());
-        feasible_.push_back (feasible_wishes (tree, key));
+        feasible_.push_back (feasible_wishes (*tree, key));
     }
-    shape_of_tree_.emplace (&tree, place->second);
+    shape_of_tree_.emplace (tree, place->second);
     return place->second;
 }
 
@@ -135,20 +156,20 @@ void Growner::spread_by_yes (SpeciesBits& wishes) const {
     }
 }
 
-void Growner::flatten (const Operator& tree, int parent, std::size_t position) {
+void Growner::flatten (const OperatorPtr& tree, int parent, std::size_t position) {
     const auto index = places_.size ();
     Place place;
-    place.type = tree.type ();
+    place.type = tree->type ();
     place.parent = parent;
     place.position = position;
-    if (tree.type () == OperatorType::leaf) place.species = index_.species (tree.name ());
+    if (place.type == OperatorType::leaf) place.species = index_.species (tree->name ());
     place.feasible = &feasible_[static_cast<std::size_t> (shape_of (tree))];
     places_.push_back (std::move (place));
     if (parent >= 0) {
         places_[static_cast<std::size_t> (parent)].children.push_back (static_cast<int> (index));
     }
-    for (std::size_t i = 0; i < tree.children ().size (); ++i) {
-        flatten (*tree.children ()[i], static_cast<int> (index), i);
+    for (std::size_t i = 0; i < tree->children ().size (); ++i) {
+        flatten (tree->children ()[i], static_cast<int> (index), i);
     }
 }
 

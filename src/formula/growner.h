@@ -1,6 +1,7 @@
 // The search itself: which sets of gates compute one tree without getting in each other's way?
 // Layer: formula.
 #pragma once
+#include "formula/alternatives.h"
 #include "formula/gate_index.h"
 #include "formula/implementation.h"
 #include "formula/minimal.h"
@@ -10,6 +11,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 namespace ostrand::formula {
@@ -37,8 +39,10 @@ class Growner {
              std::function<bool ()> stop = {});
     virtual ~Growner () = default;
 
-    /// Walks one variant. The trees must stay alive as long as the search.
-    void try_variant (const Operator& tree);
+    /// What the search can do with parts of trees, for the growing of variants.
+    TreeUse tree_use ();
+    /// Walks one variant.
+    void try_variant (const OperatorPtr& tree);
     /// Minimal answers so far.
     std::size_t found_count () const { return found_.size (); }
     /// Ends the walk as soon as there are so many minimal answers; 0 never.
@@ -67,10 +71,10 @@ class Growner {
         std::uint8_t sets;
     };
 
-    int shape_of (const Operator& tree);
+    int shape_of (const OperatorPtr& tree);
     SpeciesBits feasible_wishes (const Operator& tree, const std::vector<int>& shapes) const;
     void spread_by_yes (SpeciesBits& wishes) const;
-    void flatten (const Operator& tree, int parent, std::size_t position);
+    void flatten (const OperatorPtr& tree, int parent, std::size_t position);
     void try_node (std::size_t index, int wanted);
     void try_leaf (std::size_t index, int wanted);
     void try_operator (std::size_t index, int wanted);
@@ -94,7 +98,7 @@ class Growner {
 
     // Trees seen, by shape: type and either a leaf's species or the operands' shapes.
     std::map<std::vector<int>, int> shapes_;
-    std::map<const Operator*, int> shape_of_tree_;
+    std::unordered_map<OperatorPtr, int> shape_of_tree_; // keeps the trees, so that each is itself
     std::vector<SpeciesBits> feasible_;          // for each shape: species that it can be asked for
     std::vector<std::vector<int>> bridged_from_; // for each species: what YES gates make of it
     SpeciesBits asked_at_root_;                  // the output and what YES gates make of it

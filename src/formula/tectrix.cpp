@@ -41,13 +41,13 @@ SearchResult search (std::unique_ptr<Library> library, const std::string& formul
     const OperatorPtr root = creator.parse (formula);
     Growth growth = Growth::complete;
     // Trees that nobody has time to search are of no use.
-    const VariantSet trees = variants (
-        root, [&] { return late (0.5); }, &growth);
-    result.variant_count = trees.size ();
     Growner growner (*result.library, output, creator.variables (), [&] { return late (1); });
     growner.set_limit (limits.implementations);
+    const VariantSet trees = variants (
+        root, [&] { return late (0.5); }, &growth, growner.tree_use ());
+    result.variant_count = trees.size ();
     for (const OperatorPtr& tree : trees) {
-        if (!growner.stopped ()) growner.try_variant (*tree);
+        if (!growner.stopped ()) growner.try_variant (tree);
     }
     result.implementations = growner.implementations ();
     if (growner.stopped ()) {

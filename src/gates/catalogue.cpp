@@ -96,14 +96,12 @@ Catalogue load_catalogue (std::string_view text, int partitions, int job) {
     return catalogue;
 }
 
-Catalogue gateNoticeReader (const std::string& path, int partitions, int job, bool* opened) {
-    const std::optional<std::string> text = read_text_file (path);
-    if (opened != nullptr) *opened = text.has_value ();
-    if (!text) {
+Catalogue gateNoticeReader (const TextFile& file, int partitions, int job) {
+    if (!file.text) {
         write_standard_output ("gateNoticeReader: Impossible d'ouvrir le fichier en lecture.\n");
         return {};
     }
-    return load_catalogue (*text, partitions, job);
+    return load_catalogue (*file.text, partitions, job);
 }
 
 std::span<const std::string_view> gate_type_names () { return type_names; }

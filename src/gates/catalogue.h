@@ -1,6 +1,8 @@
 // The gate catalogue: which boolean functions are looked for, as named truth tables.
 // Layer: gates.
 #pragma once
+#include "base/disk.h"
+
 #include <cstddef>
 #include <span>
 #include <string>
@@ -39,10 +41,9 @@ std::string_view builtin_catalogue_text ();
 /// is job - 1. Lines that are no header and no row are ignored.
 Catalogue load_catalogue (std::string_view text, int partitions, int job);
 
-/// The same from a file; "builtin" is a file name like any other here. A file that cannot be opened
-/// is told on standard output and gives an empty catalogue; `opened`, when given, tells which.
-Catalogue gateNoticeReader (const std::string& path, int partitions, int job,
-                            bool* opened = nullptr);
+/// The same from a gate file. One that could not be opened is told on standard output and gives an
+/// empty catalogue.
+Catalogue gateNoticeReader (const TextFile& file, int partitions, int job);
 
 /// Type names by position, as the side that builds formulas numbers them; XOR, NAND and NOR have
 /// no place.

@@ -6,18 +6,16 @@
 
 #include <filesystem>
 #include <map>
-#include <optional>
 
 namespace ostrand::gates {
 
 namespace fs = std::filesystem;
 
-GateFrontEnd::GateFrontEnd (std::string path) : model_path (std::move (path)) {
-    const std::optional<std::string> text = read_text_file (model_path);
-    base = base_of_model (model_path);
-    parsed = text.has_value ();
+GateFrontEnd::GateFrontEnd (std::string path)
+    : model_path (std::move (path)), model_file (model_path), base (base_of_model (model_path)) {
+    parsed = model_file.text.has_value ();
     if (!parsed) return;
-    reactions = read_front_end_reactions (*text);
+    reactions = read_front_end_reactions (*model_file.text);
     gather_metabolites ();
 }
 

@@ -2,6 +2,7 @@
 // still good, and the extraction itself.
 // Layer: gates.
 #pragma once
+#include "base/disk.h"
 #include "base/platform.h"
 #include "gates/gate_extractor.h"
 #include "gates/reaction.h"
@@ -37,6 +38,7 @@ class GateFrontEnd {
     std::vector<Reaction> reactions;
     std::vector<Metabolite> metabolites; // by name, in the order of the bytes
     std::string model_path;
+    TextFile model_file;
     std::string base;       // the path without its extension
     bool extracted = false; // the gates of this model are ready
 

@@ -60,17 +60,19 @@ bool GateExtractor::run (std::string& error) {
 }
 
 void GateExtractor::prepare_jobs () {
-    model = sbmlReader (input_path);
+    model = sbmlReader (model_file ? *model_file : TextFile (input_path));
+    std::optional<TextFile> catalogue_file;
+    if (gate_file != builtin_gate_file) catalogue_file.emplace (gate_file);
+    gate_file_opened = !catalogue_file || catalogue_file->text;
     jobs.clear ();
     for (int number = 1; number <= partition_count; ++number) {
         GateJob& job = jobs.emplace_back ();
         job.number = number;
         job.stem =
             output_base + "_N" + std::to_string (partition_count) + "_N" + std::to_string (number);
-        job.catalogue =
-            gate_file == builtin_gate_file
-                ? load_catalogue (builtin_catalogue_text (), partition_count, number)
-                : gateNoticeReader (gate_file, partition_count, number, &gate_file_opened);
+        job.catalogue = catalogue_file
+                            ? gateNoticeReader (*catalogue_file, partition_count, number)
+                            : load_catalogue (builtin_catalogue_text (), partition_count, number);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "gates/sbml_reader.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -25,8 +26,9 @@ struct GateJob {
 class GateExtractor {
   public:
     // What to do; set before run.
-    std::string input_path;  // the model
-    std::string output_base; // stem of all files that are written
+    std::string input_path;             // the model
+    std::optional<TextFile> model_file; // as read, when somebody has done so
+    std::string output_base;            // stem of all files that are written
     std::string gate_file{builtin_gate_file};
     std::string kinetics_path; // the reaction table
     int partition_count = 8;   // P, the number of jobs

@@ -175,13 +175,12 @@ SbmlModel read_sbml_lines (std::string_view text) {
     return model;
 }
 
-SbmlModel sbmlReader (const std::string& path) {
-    const std::optional<std::string> text = read_text_file (path);
-    if (!text) {
+SbmlModel sbmlReader (const TextFile& file) {
+    if (!file.text) {
         write_standard_output ("sbmlReader: Impossible d'ouvrir le fichier en lecture.\n");
         return {};
     }
-    return read_sbml_lines (*text);
+    return read_sbml_lines (*file.text);
 }
 
 } // namespace ostrand::gates

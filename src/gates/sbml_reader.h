@@ -2,6 +2,7 @@
 // inhibitors: roles by sboTerm on the references, or by CellDesigner's modification lines.
 // Layer: gates.
 #pragma once
+#include "base/disk.h"
 #include "gates/reaction.h"
 
 #include <map>
@@ -38,7 +39,8 @@ struct SbmlModel {
 /// outside a reaction, or without a species, is ignored.
 SbmlModel read_sbml_lines (std::string_view text);
 
-/// Reads a model file. One that cannot be opened is told on standard output and gives empty lists.
-SbmlModel sbmlReader (const std::string& path);
+/// Reads a model file. One that could not be opened is told on standard output and gives empty
+/// lists.
+SbmlModel sbmlReader (const TextFile& file);
 
 } // namespace ostrand::gates

@@ -262,12 +262,12 @@ std::string summary_text (const GateExtractor& extractor) {
 std::string console_summary (const GateExtractor& extractor, const GateJob& job) {
     std::string text = "Portes : ";
     for (const GateGroup& group : job.catalogue) {
-        std::string names;
+        const char* joint = "[";
         for (const GateDefinition& gate : group.gates) {
-            if (!names.empty ()) names += " , ";
-            names += gate.name;
+            text += joint + gate.name;
+            joint = " , ";
         }
-        text += "[" + names + "]";
+        text += "]";
     }
     text += "\nNb Circuits\t\t: " + std::to_string (extractor.circuit_counter);
     text += "\nNb Portes Evaluées\t: " + std::to_string (job.result.counts.evaluated_gates);

@@ -95,6 +95,7 @@ int extract (const Arguments& arguments, const Numbers& numbers,
              const gates::GateFrontEnd& front_end) {
     gates::GateExtractor extractor;
     extractor.input_path = front_end.model_path;
+    extractor.model_file = front_end.model_file;
     extractor.output_base = arguments.value ("--output", front_end.base);
     extractor.gate_file = arguments.value ("--gate-file", gates::builtin_gate_file);
     extractor.kinetics_path = arguments.value ("--kinetics", gates::temporary_kinetics);
@@ -133,7 +134,8 @@ int extract (const Arguments& arguments, const Numbers& numbers,
         "%s: %d gates, %d of them fork gates, %llu circuits\n", extractor.gate_csv_path ().c_str (),
         extractor.gate_count (), extractor.fork_gate_count (),
         static_cast<unsigned long long> (extractor.circuit_counter));
-    return print_result (told);
+    const int printed = print_result (told);
+    return table != nullptr && !table->ok () ? status_failure : printed;
 }
 
 int run (const Arguments& arguments) {

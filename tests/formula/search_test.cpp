@@ -132,7 +132,7 @@ TEST (search, a_demultiplicator_computes_an_or_of_one) {
     EXPECT_EQ (result.implementations[0].gates.size (), 1U);
     Growner search (*result.library, "x", {"b"});
     FormCreator creator;
-    search.try_variant (*creator.parse ("b +"));
+    search.try_variant (creator.parse ("b +"));
     const auto found = search.implementations ();
     ASSERT_EQ (found.size (), 1U);
     ASSERT_EQ (found[0].gates.size (), 2U);
@@ -460,12 +460,14 @@ void compare_with_plain (std::uint64_t seed, Comparison& so_far) {
     const OperatorPtr root = creator.parse (formula);
     const VariantSet trees = variants (root);
     Growner fast (library, output, creator.variables ());
+    for (const OperatorPtr& tree : variants (root, {}, nullptr, fast.tree_use ())) {
+        fast.try_variant (tree);
+    }
     plain::Search plain (library, output, creator.variables (), false);
     plain::Search whole (library, output, creator.variables (), true);
     plain.set_step_bound (100'000);
     whole.set_step_bound (100'000);
     for (const OperatorPtr& tree : trees) {
-        fast.try_variant (*tree);
         plain.try_variant (*tree);
         whole.try_variant (*tree);
     }

@@ -128,25 +128,31 @@ TEST (rules, work_at_every_node) {
                       "( !( !c + !d ) + ( a . b ) )"}));
 }
 
-TEST (nestings, are_all_groupings_of_the_operands) {
+std::vector<OperatorPtr> alternatives (const OperatorPtr& tree) {
+    const std::function<bool ()> no_stop;
+    GrowthBudget budget (no_stop);
+    return Alternatives (budget).of (tree);
+}
+
+TEST (alternatives, are_all_groupings_of_the_operands) {
     EXPECT_EQ (
-        texts (nestings (parsed ("a + b + c"))),
+        texts (alternatives (parsed ("a + b + c"))),
         (Texts{"( ( a + b ) + c )", "( ( a + c ) + b )", "( ( b + c ) + a )", "( a + b + c )"}));
     // Series-reduced trees with labelled leaves, of 2, 3, ... leaves.
     const std::size_t counts[] = {1, 4, 26, 236, 2752};
     std::string formula = "a";
     for (int i = 0; i < 5; ++i) {
         formula += std::string (" . ") + static_cast<char> ('b' + i);
-        auto all = texts (nestings (parsed (formula)));
+        auto all = texts (alternatives (parsed (formula)));
         EXPECT_EQ (all.size (), counts[i]);
         all.erase (std::unique (all.begin (), all.end ()), all.end ());
         EXPECT_EQ (all.size (), counts[i]);
     }
 }
 
-TEST (mixed_gates, take_a_not_into_a_gate_of_two) {
+TEST (alternatives, take_a_not_into_a_gate_of_two) {
     const auto one = [] (const std::string& formula) {
-        const auto all = mixed_gates (parsed (formula));
+        const auto all = alternatives (parsed (formula));
         return all.size () == 2 ? all[1] : nullptr;
     };
     const OperatorPtr and_not = one ("a . !b");
@@ -157,9 +163,10 @@ TEST (mixed_gates, take_a_not_into_a_gate_of_two) {
     EXPECT_EQ (one ("b . !a")->ordered_text (), "( b !.! a )");
     EXPECT_EQ (one ("b . !a")->text (), "( a !.! b )");
     EXPECT_EQ (one ("a + !b")->type (), OperatorType::or_not);
-    EXPECT_EQ (mixed_gates (parsed ("!a . !b")).size (), 1U);
-    EXPECT_EQ (mixed_gates (parsed ("a . !b . c")).size (), 1U);
-    EXPECT_EQ (mixed_gates (parsed ("(a . !b) + !(c + !d)")).size (), 8U);
+    EXPECT_EQ (alternatives (parsed ("!a . !b")).size (), 1U);
+    // The three of them, (a . !b) . c, (a . c) . !b and (c . !b) . a, and a mixed gate in each.
+    EXPECT_EQ (alternatives (parsed ("a . !b . c")).size (), 7U);
+    EXPECT_EQ (alternatives (parsed ("(a . !b) + !(c + !d)")).size (), 8U);
 }
 
 TEST (variants, small_families_are_known) {
@@ -189,7 +196,7 @@ TEST (variants, trees_of_twelve_nodes_are_kept_and_not_rewritten) {
     const OperatorPtr large = normal ("(a . b . c) + (d . e) + (f . (g + h))");
     ASSERT_EQ (large->node_count (), 13U);
     const auto all = variants (large);
-    EXPECT_EQ (all.size (), nestings (large).size ());
+    EXPECT_EQ (all.size (), alternatives (large).size ());
     EXPECT_EQ (all.size (), 4U * 4U); // of the OR and of the AND of three operands
     const OperatorPtr twelve = normal ("(a . b . c) + (d . e) + f + (g . h)");
     ASSERT_EQ (twelve->node_count (), 12U);

@@ -123,20 +123,18 @@ TEST (catalogue, value_outside_the_table_is_zero) {
 
 TEST (catalogue, file_that_cannot_be_opened_is_told_and_gives_nothing) {
     const testing::TemporaryFolder folder;
-    bool opened = true;
     ::testing::internal::CaptureStdout ();
-    const Catalogue catalogue = gateNoticeReader ((folder / "none").string (), 1, 1, &opened);
+    const Catalogue catalogue = gateNoticeReader (TextFile (folder / "none"), 1, 1);
     EXPECT_EQ (::testing::internal::GetCapturedStdout (),
                "gateNoticeReader: Impossible d'ouvrir le fichier en lecture.\n");
     EXPECT_TRUE (catalogue.empty ());
-    EXPECT_FALSE (opened);
 }
 
 TEST (catalogue, file_reads_like_the_text) {
     const testing::TemporaryFolder folder;
-    const std::string path = folder.write ("gates.txt", builtin_catalogue_text ());
+    const TextFile file (folder.write ("gates.txt", builtin_catalogue_text ()));
     for (int job = 1; job <= 8; ++job) {
-        EXPECT_EQ (names (gateNoticeReader (path, 8, job)),
+        EXPECT_EQ (names (gateNoticeReader (file, 8, job)),
                    names (load_catalogue (builtin_catalogue_text (), 8, job)));
     }
 }

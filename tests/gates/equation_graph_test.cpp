@@ -225,7 +225,7 @@ TEST (sbml_reader, unknown_species_keeps_its_id_and_stray_references_are_ignored
 TEST (sbml_reader, file_that_cannot_be_opened_is_told_and_gives_empty_lists) {
     const testing::TemporaryFolder folder;
     ::testing::internal::CaptureStdout ();
-    const SbmlModel model = sbmlReader ((folder / "none.xml").string ());
+    const SbmlModel model = sbmlReader (TextFile (folder / "none.xml"));
     EXPECT_EQ (::testing::internal::GetCapturedStdout (),
                "sbmlReader: Impossible d'ouvrir le fichier en lecture.\n");
     EXPECT_FALSE (model.opened);
@@ -235,11 +235,11 @@ TEST (sbml_reader, file_that_cannot_be_opened_is_told_and_gives_empty_lists) {
 TEST (sbml_reader, line_ends_of_either_kind) {
     const testing::TemporaryFolder folder;
     std::string text = model_text ({reaction ("r1", {"A"}, {"B"}, {"E"}, {"I"}, true)});
-    const SbmlModel unix_lines = sbmlReader (folder.write ("a.xml", text));
+    const SbmlModel unix_lines = sbmlReader (TextFile (folder.write ("a.xml", text)));
     for (std::size_t at = 0; (at = text.find ('\n', at)) != std::string::npos; at += 2) {
         text.replace (at, 1, "\r\n");
     }
-    const SbmlModel other = sbmlReader (folder.write ("b.xml", text));
+    const SbmlModel other = sbmlReader (TextFile (folder.write ("b.xml", text)));
     EXPECT_EQ (other.reactions[0].enzymes, unix_lines.reactions[0].enzymes);
     EXPECT_EQ (other.raw.reactions, unix_lines.raw.reactions);
 }

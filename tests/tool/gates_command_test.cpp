@@ -91,6 +91,38 @@ TEST (gates_command, missing_gate_file_and_table_are_told_and_the_files_written)
     EXPECT_EQ (testing::file_text (folder / "m_gates.csv"), "metabolism;m.xml\n");
 }
 
+TEST (gates_command, model_and_gate_file_are_read_once_and_may_be_pipes) {
+    const testing::TemporaryFolder folder;
+    const std::string catalogue (gates::builtin_catalogue_text ());
+    folder.write ("m.xml", small_model ());
+    folder.write ("g.txt", catalogue);
+    folder.write ("k.csv", "");
+    const auto extract = [&] (const std::string& model, const std::string& gate_file,
+                              const std::string& piped) {
+        const auto result = run_program ({"ostrand-tool", "gates", model, "--gate-file", gate_file,
+                                          "--kinetics", "k.csv", "--jobs", "3", "--output", "x"},
+                                         folder.path (), piped);
+        EXPECT_EQ (result.status, 0) << result.error;
+        const std::string text = testing::file_text (folder / "x_gates.csv");
+        return text.substr (text.find ('\n')); // behind the model's name
+    };
+    const std::string whole = extract ("m.xml", "g.txt", "");
+    EXPECT_GT (whole.size (), 100U);
+    EXPECT_EQ (extract ("/dev/stdin", "g.txt", small_model ()), whole);
+    EXPECT_EQ (extract ("m.xml", "/dev/stdin", catalogue), whole);
+}
+
+TEST (gates_command, table_that_cannot_be_written_is_status_1_and_the_gates_are_there) {
+    const testing::TemporaryFolder folder;
+    folder.write ("m.xml", small_model ());
+    std::filesystem::create_directory (folder / "tmp_kinetics.csv");
+    const auto result = run_program ({"ostrand-tool", "gates", "m.xml"}, folder.path ());
+    EXPECT_EQ (result.status, 1);
+    EXPECT_THAT (result.error, HasSubstr ("cannot write 'tmp_kinetics.csv'"));
+    EXPECT_GT (testing::file_text (folder / "m_gates.csv").size (), 100U);
+    EXPECT_TRUE (std::filesystem::exists (folder / "tmp_kinetics.csv"));
+}
+
 TEST (gates_command, too_many_enzymes_are_told_and_the_file_written) {
     const testing::TemporaryFolder folder;
     std::vector<gates::Reaction> reactions;
