@@ -59,6 +59,8 @@ class Scan {
         return finish ();
     }
 
+    bool beyond_bounds () const { return too_deep_ || too_large_; }
+
   private:
     void name (std::string text) {
         auto leaf = std::make_unique<OpenNode> ();
@@ -164,7 +166,10 @@ class Scan {
 } // namespace
 
 OperatorPtr FormCreator::parse (std::string_view formula) {
-    return Scan (variables_).run (formula);
+    Scan scan (variables_);
+    OperatorPtr tree = scan.run (formula);
+    refused_ = refused_ || scan.beyond_bounds ();
+    return tree;
 }
 
 } // namespace ostrand::formula

@@ -28,11 +28,14 @@ class FormCreator {
     /// The tree of a formula, as written; null when the text holds no name and no operator, or is
     /// beyond one of the bounds.
     OperatorPtr parse (std::string_view formula);
+    /// True when a formula was beyond a bound, which was told as it was read.
+    bool refused () const { return refused_; }
     /// Names of all formulas parsed so far.
     const std::set<std::string>& variables () const { return variables_; }
 
   private:
     std::set<std::string> variables_;
+    bool refused_ = false;
 };
 
 } // namespace ostrand::formula

@@ -39,6 +39,10 @@ SearchResult search (std::unique_ptr<Library> library, const std::string& formul
     result.library_opened = true;
     FormCreator creator;
     const OperatorPtr root = creator.parse (formula);
+    if (creator.refused ()) {
+        result.end = SearchEnd::refused_formula;
+        return result;
+    }
     Growth growth = Growth::complete;
     // Trees that nobody has time to search are of no use.
     Growner growner (*result.library, output, creator.variables (), [&] { return late (1); });
@@ -87,7 +91,8 @@ std::string search_message (const SearchResult& result, const std::string& formu
 
 std::string search_end_message (const SearchResult& result, const SearchLimits& limits) {
     switch (result.end) {
-    case SearchEnd::complete: return {};
+    case SearchEnd::complete:
+    case SearchEnd::refused_formula: return {};
     case SearchEnd::implementation_limit:
         return format_text ("Search stopped at the limit of %zu implementation%s, others may exist",
                             limits.implementations, limits.implementations == 1 ? "" : "s");
@@ -95,7 +100,7 @@ std::string search_end_message (const SearchResult& result, const SearchLimits& 
         return format_text ("Search stopped after %s s, others may exist",
                             format_g (limits.seconds).c_str ());
     case SearchEnd::too_many_variants:
-        return format_text ("Search stopped at %zu variants of the formula, others may exist",
+        return format_text ("Search tried %zu variants of the formula and left others out",
                             result.variant_count);
     case SearchEnd::long_circuits:
         return format_text ("Search left out circuits of more than %zu gates", circuit_bound);

@@ -21,6 +21,7 @@ enum class SearchEnd {
     implementation_limit,
     time_limit,
     too_many_variants, // the formula has more variants than memory is given for
+    refused_formula,   // there was no search; the reason has been told
     long_circuits,     // circuits beyond circuit_bound were left out
 };
 

@@ -78,6 +78,7 @@ int run (const Arguments& arguments) {
     const SearchLimits limits{.implementations = static_cast<std::size_t> (*limit),
                               .seconds = static_cast<double> (*seconds)};
     SearchResult result = formula::search (base, formula, output, limits);
+    if (result.end == SearchEnd::refused_formula) return status_failure;
     bool well = result.library_opened;
     if (!well) {
         std::fprintf (stderr, "ostrand-tool formula: cannot read '%s_gates.csv'\n", base.c_str ());

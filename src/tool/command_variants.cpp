@@ -15,7 +15,9 @@ int run (const Arguments& arguments) {
     }
     formula::FormCreator creator;
     formula::Growth growth = formula::Growth::complete;
-    const auto trees = formula::variants (creator.parse (arguments.words[0]), {}, &growth);
+    const formula::OperatorPtr root = creator.parse (arguments.words[0]);
+    if (creator.refused ()) return status_failure;
+    const auto trees = formula::variants (root, {}, &growth);
     std::string text;
     const std::string* last = nullptr; // trees of one text stand behind each other
     for (const auto& tree : trees) {
@@ -23,7 +25,9 @@ int run (const Arguments& arguments) {
         last = &tree->text ();
     }
     if (growth != formula::Growth::complete) {
-        std::fprintf (stderr, "The formula has more than %zu variants, the others are left out\n",
+        std::fprintf (stderr,
+                      "The formula has more variants than there is memory for, "
+                      "here are %zu of them\n",
                       trees.size ());
     }
     return print_result (text);

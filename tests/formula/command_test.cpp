@@ -51,6 +51,17 @@ TEST_F (FormulaCommand, refuses_an_empty_formula) {
     EXPECT_EQ (result.error, "A boolean formula must be entered.\n");
 }
 
+TEST_F (FormulaCommand, a_formula_beyond_the_bounds_fails_without_a_claim) {
+    const std::string deep = std::string (1000, '!') + "a";
+    for (const auto& result :
+         {run ({base_, deep, "out"}), run ({base_, deep, "out", "--text", "0"}),
+          run_program ({"ostrand-tool", "variants", deep})}) {
+        EXPECT_EQ (result.status, 1);
+        EXPECT_EQ (result.out, "");
+        EXPECT_EQ (result.error, "The formula is nested deeper than 1000 operators.\n");
+    }
+}
+
 TEST_F (FormulaCommand, fails_without_a_gate_file) {
     const auto result = run ({base_ + "x", "a + b", "out"});
     EXPECT_EQ (result.status, 1);
@@ -94,9 +105,20 @@ TEST_F (FormulaCommand, limits_stop_the_search_and_say_so) {
     EXPECT_TRUE (limited.out.starts_with ("1 implementation found\nr"));
     EXPECT_EQ (limited.error,
                "Search stopped at the limit of 1 implementation, others may exist\n");
-    const auto wide = run ({base_, "a+b+c+d+e+f+g+h+i+j+k+l", "out", "--time", "1"});
-    EXPECT_EQ (wide.status, 0);
-    EXPECT_EQ (wide.error, "Search stopped after 1 s, others may exist\n");
+    // YES gates between all of many species: walks without number.
+    std::string clique;
+    for (char from = 'a'; from <= 'p'; ++from) {
+        for (char to = 'a'; to <= 'p'; ++to) {
+            if (from == to) continue;
+            clique += std::string ("E/S;1;") + from + ";1;" + to +
+                      ";YES;ENZ;0;ELNEC;0;ELABS;0;REACTIONS;1;REACBEGIN;r" + from + to +
+                      ";0;;SUBS;1;" + from + ";;PROD;1;" + to + ";;ENZY;0;INHI;0;REACEND;\n";
+        }
+    }
+    folder_.write ("clique_gates.csv", clique);
+    const auto endless = run ({(folder_ / "clique").string (), "a", "p", "--time", "1"});
+    EXPECT_EQ (endless.status, 0);
+    EXPECT_EQ (endless.error, "Search stopped after 1 s, others may exist\n");
     EXPECT_EQ (run ({base_, "a", "out", "--limit", "0"}).status, 2);
     EXPECT_EQ (run ({base_, "a", "out", "--time", "x"}).status, 2);
     EXPECT_EQ (run ({base_, "a", "out", "--text", "-1"}).status, 2);

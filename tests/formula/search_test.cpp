@@ -250,6 +250,19 @@ TEST (search, messages_tell_what_was_found) {
     EXPECT_EQ (search_message (result, "a", "out"), "2 implementations found\n");
 }
 
+/// YES gates from each species to each other one: walks without number lead from one to another.
+std::unique_ptr<Library> yes_clique (int species) {
+    std::string text;
+    for (int from = 0; from < species; ++from) {
+        for (int to = 0; to < species; ++to) {
+            const std::string a = "s" + std::to_string (from);
+            const std::string b = "s" + std::to_string (to);
+            if (a != b) text += gate_line ("YES", a, b, {{a + b, a, b, "e" + a + b, ""}});
+        }
+    }
+    return library_of (text);
+}
+
 TEST (search, limits_end_it_and_say_so) {
     const std::string text = gate_line ("OR", "a b", "out", {{"r1", "a b", "out", "e", ""}}) +
                              gate_line ("OR", "a b", "out", {{"r2", "a b", "out", "e", ""}});
@@ -264,14 +277,46 @@ TEST (search, limits_end_it_and_say_so) {
     EXPECT_EQ (result.end, SearchEnd::complete);
     EXPECT_EQ (search_end_message (result, limits), "");
     limits = {.implementations = 0, .seconds = 0.02};
-    result = search (library_of (text), "a+b+c+d+e+f+g+h", "out", limits);
+    result = search (yes_clique (16), "s0", "s15", limits);
     EXPECT_EQ (result.end, SearchEnd::time_limit);
     EXPECT_EQ (search_end_message (result, limits),
                "Search stopped after 0.02 s, others may exist");
     result.end = SearchEnd::too_many_variants;
     result.variant_count = 1000000;
     EXPECT_EQ (search_end_message (result, limits),
-               "Search stopped at 1000000 variants of the formula, others may exist");
+               "Search tried 1000000 variants of the formula and left others out");
+}
+
+TEST (search, a_formula_beyond_the_bounds_is_not_searched) {
+    const testing::CaughtMessages messages;
+    const std::string text = gate_line ("YES", "a", "out", {{"r1", "a", "out", "e", ""}});
+    const std::string deep = std::string (1000, '!') + "a";
+    EXPECT_EQ (search (library_of (text), deep, "out").end, SearchEnd::refused_formula);
+    EXPECT_EQ (messages.joined (), "The formula is nested deeper than 1000 operators.\n");
+    EXPECT_EQ (lines (search (library_of (text), deep.substr (2), "out")), Lines{"r1"});
+}
+
+TEST (search, formulas_of_many_operands_use_what_the_library_has) {
+    // A chain of gates of two inputs: of the endless nestings of thirty operands one fits.
+    std::string text;
+    std::string formula = "i0";
+    std::string line = "r1";
+    for (int i = 1; i < 30; ++i) {
+        const std::string n = std::to_string (i);
+        const std::string before = i == 1 ? "i0" : "w" + std::to_string (i - 1);
+        const std::string made = i == 29 ? "out" : "w" + n;
+        text += gate_line ("AND", before + " i" + n, made,
+                           {{"r" + n, before + " i" + n, made, "e" + n, ""}});
+        formula += ".i" + n;
+    }
+    const auto result = search (library_of (text), formula, "out");
+    EXPECT_EQ (result.end, SearchEnd::complete);
+    ASSERT_EQ (result.implementations.size (), 1U);
+    EXPECT_EQ (result.implementations[0].reaction_ids.size (), 29U);
+    // Over NOTs of all of them too: !(!i0 + !i1 + ...).
+    std::string negated = "!(!i0";
+    for (int i = 1; i < 30; ++i) negated += "+!i" + std::to_string (i);
+    EXPECT_TRUE (search (library_of (text), negated + ")", "out").implementations.empty ());
 }
 
 TEST (search, endless_chains_of_yes_gates_are_left_out_with_a_message) {
