@@ -53,9 +53,9 @@ std::vector<int> GateSite::open_forks (const std::vector<int>& needed) const {
     return found;
 }
 
-bool GateStore::wants (const std::vector<int>& inputs, int output, int type,
+bool GateStore::wants (std::span<const int> inputs, int output, int type,
                        std::span<const int> enzymes) const {
-    const auto entry = entries_.find (Key{inputs, output});
+    const auto entry = entries_.find (KeyView{inputs, output});
     return entry == entries_.end () ||
            std::none_of (entry->second.begin (), entry->second.end (), [&] (const Circuit& other) {
                return other.type == type && other.site->enzymes.size () < enzymes.size () &&

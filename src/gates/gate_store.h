@@ -3,6 +3,8 @@
 #pragma once
 #include "gates/equation_graph.h"
 
+#include <algorithm>
+#include <compare>
 #include <cstddef>
 #include <map>
 #include <memory>
@@ -48,7 +50,7 @@ using NeededSets = std::vector<std::vector<int>>;
 class GateStore {
   public:
     /// False when a gate with fewer enzymes is already there, below any gate with these.
-    bool wants (const std::vector<int>& inputs, int output, int type,
+    bool wants (std::span<const int> inputs, int output, int type,
                 std::span<const int> enzymes) const;
     /// Adds gates of one site that differ in what they need only.
     void add (const std::vector<int>& inputs, int output, int type,
@@ -70,12 +72,24 @@ class GateStore {
     struct Key {
         std::vector<int> inputs;
         int output;
-        auto operator<=> (const Key&) const =
-            default; // NOLINT(modernize-use-nullptr): seen where none is
+    };
+    /// A key to look up, which needs no copy of the inputs.
+    struct KeyView {
+        std::span<const int> inputs;
+        int output;
+    };
+    struct KeyOrder {
+        using is_transparent = void;
+        template <class A, class B>
+        bool operator() (const A& a, const B& b) const {
+            const auto order = std::lexicographical_compare_three_way (
+                a.inputs.begin (), a.inputs.end (), b.inputs.begin (), b.inputs.end ());
+            return order != 0 ? order < 0 : a.output < b.output;
+        }
     };
     void add_to (std::vector<Circuit>& entry, Circuit circuit);
 
-    std::map<Key, std::vector<Circuit>> entries_;
+    std::map<Key, std::vector<Circuit>, KeyOrder> entries_;
     std::size_t size_ = 0;
 };
 
