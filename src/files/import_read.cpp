@@ -252,10 +252,11 @@ bool StatementReader::series (std::vector<float>& values, float end, float step)
         value = end;
         last = recent;
     }
-    for (; value <= last; value += step) {
+    while (value <= last) {
         if (!append (values, value)) {
             return false;
         }
+        value += step;
     }
     return true;
 }

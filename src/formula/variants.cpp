@@ -19,10 +19,8 @@ VariantSet grow (const OperatorPtr& normal, GrowthBudget& budget) {
     VariantSet result;
     if (normal != nullptr) work.insert (normal);
     while (!work.empty ()) {
-        const auto first = work.begin ();
-        const OperatorPtr tree =
-            *first; // NOLINT(performance-unnecessary-copy-initialization): it moves
-        result.insert (work.extract (first));
+        const OperatorPtr tree = std::move (work.extract (work.begin ()).value ());
+        result.insert (tree);
         if (tree->node_count () >= rewriting_bound) continue;
         for (const Rule rule : rules) {
             if (!budget.tree ()) break;

@@ -84,7 +84,7 @@ class GateStore {
         bool operator() (const A& a, const B& b) const {
             const auto order = std::lexicographical_compare_three_way (
                 a.inputs.begin (), a.inputs.end (), b.inputs.begin (), b.inputs.end ());
-            return order != 0 ? order < 0 : a.output < b.output;
+            return std::is_eq (order) ? a.output < b.output : std::is_lt (order);
         }
     };
     void add_to (std::vector<Circuit>& entry, Circuit circuit);
