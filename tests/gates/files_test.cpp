@@ -239,6 +239,8 @@ TEST (reports, console_summary_of_a_share) {
                "Nb Evaluations\t\t: 0\nNb Portes\t\t: 0\nTemps reel (s)\t\t: 0\nFin\n");
     job.catalogue = load_catalogue (builtin_catalogue_text (), 8, 5);
     EXPECT_THAT (console_summary (extractor, job), HasSubstr ("Portes : [NAND][NOT]\n"));
+    job.catalogue = load_catalogue ("GATE;;2;1;\nGATE;Z;2;1;\n", 1, 1); // one has no name
+    EXPECT_THAT (console_summary (extractor, job), HasSubstr ("Portes : [ , Z]\n"));
 }
 
 TEST (reports, trace_of_a_job) {
