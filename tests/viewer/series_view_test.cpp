@@ -175,7 +175,7 @@ struct Seen {
         layout = layout_of (sample (1, 10, {1, 2, 3}), state, size, plain_width);
     }
     Point2 at (float x, float y, float z) const {
-        return *Camera (state, layout).project ({x, y, z});
+        return Camera (state, layout).project ({x, y, z}).value (); // throws behind the eye
     }
     Point2 middle () const {
         return at (layout.size.w / 2, layout.size.h () / 2, -layout.depth / 2);
@@ -218,7 +218,7 @@ TEST (series_view, the_picture_stands_alike_at_every_size_and_scale) {
 TEST (series_view, the_near_things_are_larger_and_points_behind_the_eye_have_no_place) {
     ViewState state;
     state.fov = 60;
-    state.dist = -20000;
+    state.dist = -100000; // 1667 units of the middle
     const Seen seen (state);
     EXPECT_FALSE (Camera (seen.state, seen.layout).project ({0, 0, -9000}).has_value ());
     const float back = seen.at (900, 0, 0).x - seen.at (0, 0, 0).x;
