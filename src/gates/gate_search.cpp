@@ -36,6 +36,7 @@ class Search {
     }
 
     SearchOutcome run () {
+        report (2, 0, 0); // the other threads may be done before this one has tried anything
         std::vector<std::jthread> threads;
         try {
             for (std::size_t w = 1; w < workers_.size (); ++w) {
