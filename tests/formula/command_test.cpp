@@ -155,6 +155,12 @@ TEST (variants_command, prints_the_sorted_texts) {
     EXPECT_EQ (result.status, 0);
     EXPECT_EQ (result.out, "!( !a + b )\n!( a !+! b )\n( !b . a )\n( a !.! b )\n");
     EXPECT_EQ (result.error, "");
+    const auto wide = run_program ({"ostrand-tool", "variants", "a.b.c.d.e.f.g.h.i"});
+    EXPECT_EQ (wide.status, 0);
+    EXPECT_EQ (wide.out, "!( !a + !b + !c + !d + !e + !f + !g + !h + !i )\n"
+                         "( a . b . c . d . e . f . g . h . i )\n");
+    EXPECT_EQ (wide.error, "The formula has more variants than there is memory for, here are 2 of "
+                           "them\n");
     const auto empty = run_program ({"ostrand-tool", "variants", ""});
     EXPECT_EQ (empty.status, 1);
     EXPECT_EQ (empty.error, "A boolean formula must be entered.\n");
