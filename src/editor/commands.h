@@ -125,8 +125,8 @@ inline constexpr int tab_key = 0xff09;
 struct CommandRow {
     Command code;
     Menu menu;
-    std::string_view label; // in the menu, with the mark of its letter; of the tool bar its tip
-    std::string_view name;  // in the manual; empty: the manual has no row for it
+    std::string_view label;     // in the menu, with the mark of its letter; of the tool bar its tip
+    std::string_view name = {}; // in the manual; empty: the manual has no row for it
     std::string_view key_text = {}; // keys that reach it under the Emacs set beside the shortcut
     Shortcut standard = {};
     Shortcut emacs = {};
