@@ -98,7 +98,7 @@ enum class Menu { file, edit, view, simulation, formula, help, tool_bar };
 std::string_view menu_title (Menu menu);
 
 /// How an entry behaves in a menu.
-enum class EntryKind {
+enum class CommandForm {
     plain,
     toggle,    // has a check mark
     radio_off, // one of a group
@@ -130,7 +130,7 @@ struct CommandRow {
     std::string_view key_text = {}; // keys that reach it under the Emacs set beside the shortcut
     Shortcut standard = {};
     Shortcut emacs = {};
-    EntryKind kind = EntryKind::plain;
+    CommandForm kind = CommandForm::plain;
     bool divider = false;        // a line behind the entry
     bool off_at_start = false;   // cannot be chosen until something enables it
     std::string_view image = {}; // of the tool bar
