@@ -6,6 +6,43 @@
 
 namespace ostrand::editor {
 
+/// Words for what the mouse does, as the mouse help shows them.
+namespace word {
+inline constexpr std::string_view none = "";
+inline constexpr std::string_view rubber_band = "rubber band";
+inline constexpr std::string_view scroll_network = "scroll network";
+inline constexpr std::string_view select_reactant = "select reactant";
+inline constexpr std::string_view select_reaction = "select reaction";
+inline constexpr std::string_view edit_text = "edit text";
+inline constexpr std::string_view add_to_selection = "add to selection";
+inline constexpr std::string_view move_selection = "move selection";
+inline constexpr std::string_view clear_selection = "clear selection";
+inline constexpr std::string_view change_species = "change species";
+inline constexpr std::string_view change_arc_type = "change arc type";
+inline constexpr std::string_view set_node_colour = "set node colour";
+inline constexpr std::string_view set_arc_colour = "set arc colour";
+inline constexpr std::string_view add_sub_prod = "add sub/prod";
+inline constexpr std::string_view add_reaction = "add reaction";
+inline constexpr std::string_view align_node = "align node";
+inline constexpr std::string_view swap_main_reactant = "swap main reactant";
+inline constexpr std::string_view set_concentration = "set concentration";
+inline constexpr std::string_view show_kinetics = "show kinetics";
+inline constexpr std::string_view fuse_node = "fuse node";
+inline constexpr std::string_view duplicate_selection = "duplicate selection";
+inline constexpr std::string_view select_comp = "select comp.";
+inline constexpr std::string_view set_comp_shape = "set comp. shape";
+inline constexpr std::string_view set_comp_colour = "set comp. colour";
+inline constexpr std::string_view add_a_catalyser = "add a catalyser";
+inline constexpr std::string_view display_molecule = "display molecule";
+inline constexpr std::string_view show_clones = "show clones";
+inline constexpr std::string_view hide_clones = "hide clones";
+inline constexpr std::string_view move_label = "move label";
+inline constexpr std::string_view change_main_prod = "change main prod.";
+inline constexpr std::string_view show_stoichiometry = "show stoichiometry";
+inline constexpr std::string_view detach_reactant = "detach reactant";
+inline constexpr std::string_view multiple_conc = "multiple conc";
+} // namespace word
+
 /// What a binding is about, as its code tells it.
 enum class BindingContext {
     background = 1,

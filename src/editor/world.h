@@ -57,11 +57,10 @@ struct SearchQuestion {
     std::function<void (const std::string& last)> ended;
 };
 
-/// What is copied: always the text, other forms made when a program asks for them.
+/// What is copied.
 struct ClipboardContent {
-    std::string text;
-    std::function<std::string ()> svg; // may be empty
-    std::function<std::string ()> png; // may be empty
+    std::string text;        // always offered
+    bool is_network = false; // native text of a network, of which drawings can be offered too
 };
 
 using TimerId = int;
