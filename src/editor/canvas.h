@@ -14,6 +14,8 @@
 #include "editor/world.h"
 #include "files/document_io.h"
 
+#include "base/file_access.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -218,6 +220,8 @@ class Canvas final : private document::NetworkListener {
     void push_snapshot ();
     /// The document is what its file holds: it was just read from it or written to it.
     void note_saved ();
+    /// The file as it was then; nothing when there was none.
+    const std::optional<FileStamp>& file_stamp () const { return file_stamp_; }
     /// The document was saved under a name that it keeps when edits from before are undone.
     void rename_history (const std::optional<std::string>& old_name, const std::string& new_name);
     /// The undo file stays behind when the canvas goes: for recovery.
@@ -302,6 +306,7 @@ class Canvas final : private document::NetworkListener {
     int told_selection_count_ = 0;
     std::vector<std::int32_t> recorded_selection_; // as the records have it
     std::optional<std::uint64_t> saved_hash_; // of text_without_view () when last saved or loaded
+    std::optional<FileStamp> file_stamp_;
     document::GraphBase* hover_ = nullptr;
     document::Edge hover_edge_ = document::Edge::none;
     document::Node* fuse_shown_ = nullptr;

@@ -72,7 +72,15 @@ void Canvas::push_selection_if_new () {
     push (selection_record (origin (), ids));
 }
 
-void Canvas::note_saved () { saved_hash_ = hash_of (text_without_view ()); }
+void Canvas::note_saved () {
+    saved_hash_ = hash_of (text_without_view ());
+    file_stamp_ = file_name_ ? ostrand::file_stamp (*file_name_) : std::nullopt;
+}
+
+void Canvas::rename_history (const std::optional<std::string>& old_name,
+                             const std::string& new_name) {
+    history_.rename (old_name, new_name);
+}
 
 std::string Canvas::labels_text (const GraphBase& object) const {
     PrintState state;

@@ -1,7 +1,7 @@
 // Storage of an undo file.
 #include "editor/undo_file.h"
 
-#include "base/platform.h"
+#include "base/file_access.h"
 #include "base/text.h"
 
 #include <algorithm>

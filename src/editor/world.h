@@ -1,6 +1,8 @@
 // What the editor asks of whoever shows it: the windows, a test, a fuzzer.
 // Layer: editor (uses base).
 #pragma once
+#include "editor/mouse_help.h"
+
 #include <functional>
 #include <optional>
 #include <string>
@@ -80,10 +82,10 @@ class World {
     virtual void show_pointer (PointerShape shape) = 0;
     /// Titles, tabs, menus, tool bar or zoom show something else now; they are asked for anew.
     virtual void refresh () = 0;
-    /// The line of the mouse help; see mouse_help.h for the words.
-    virtual void show_mouse_help (const std::vector<std::string_view>& slots, int lit_row) = 0;
-    /// The column of a button in the mouse help is lit; 0 for none.
-    virtual void light_mouse_button (int button) = 0;
+    /// Only the text of the status line changed.
+    virtual void refresh_status (const std::string& text) = 0;
+    /// The words of the mouse help, null to leave them, and what of it is lit; see mouse_help.h.
+    virtual void show_mouse_help (const MouseHelpSlots* slots, int row) = 0;
 
     // Asking.
     /// A window with a text and the button "Close".
@@ -112,8 +114,7 @@ class World {
     virtual TimerId call_later (double seconds, std::function<void ()> what) = 0;
     virtual void cancel (TimerId timer) = 0;
 
-    // The end.
-    /// Every canvas is gone; the process ends with status 0.
+    /// The process is to end with status 0: Workbench::close_all comes first.
     virtual void end () = 0;
 };
 

@@ -1,0 +1,78 @@
+// Questions that several commands ask.
+#include "editor/workbench.h"
+
+#include "document/colors.h"
+#include "editor/document_files.h"
+
+#include "base/report.h"
+#include "sim/concentration.h"
+
+#include <array>
+
+namespace ostrand::editor {
+namespace {
+
+/// The letter's own hint behind every question.
+constexpr const char* yes_no_hint = "[y/n]: ";
+
+constexpr unsigned map_size = 256;
+
+} // namespace
+
+std::string Workbench::suggest_name (const Canvas& canvas, std::string_view extension) const {
+    if (!canvas.file_name ()) return "Untitled" + std::string (extension);
+    std::string name = *canvas.file_name ();
+    const std::size_t dot = name.rfind ('.');
+    const std::size_t slash = name.rfind ('/');
+    const bool has_extension =
+        dot != std::string::npos && (slash == std::string::npos || dot > slash + 1);
+    if (has_extension) name.erase (dot);
+    return name + std::string (extension);
+}
+
+bool Workbench::yes_no (const std::string& question) {
+    return world_.yes_no (question, yes_no_hint, "?");
+}
+
+void Workbench::concentration_dialog (Canvas& canvas, document::Node& node) {
+    const std::string present = node.user_data ().value_or ("");
+    const int id = node_ticket (canvas, node);
+    ValueQuestion question{.prompt = "Concentration: ",
+                           .title = "Init. Concentration",
+                           .initial = present,
+                           .type = FieldType::text,
+                           .fault = [] (const std::string& text) {
+                               return sim::concentration_fault (text).value_or ("");
+                           }};
+    world_.ask_value (question, [this, &canvas, id] (const std::string& text) {
+        document::Node* const asked = ticket_node (canvas, id);
+        if (asked == nullptr) return;
+        if (const std::optional<std::string> fault = sim::concentration_fault (text);
+            fault && !text.empty ())
+            report_message ("The simulator does not read this concentration: %s", fault->c_str ());
+        if (asked->set_concentration (text)) canvas.finish_edit (Edit::structure ());
+    });
+}
+
+unsigned Workbench::pick_colour (unsigned colour) {
+    const std::optional<unsigned> rgb =
+        world_.choose_colour ("Color Selection", document::color_rgb (colour) >> 8);
+    if (!rgb) return colour;
+    for (unsigned i = 0; i < map_size; ++i)
+        if (document::color_rgb (i) >> 8 == *rgb) return i;
+    return *rgb << 8;
+}
+
+bool Workbench::save (Canvas& canvas, const std::string& path) {
+    if (canvas.file_name () == path && changed_on_disk (canvas) &&
+        !world_.yes_no ("Another program changed this file, overwrite it", "[y/N]: ", "?"))
+        return false;
+    std::string error;
+    if (!save_file (canvas, path, error)) {
+        report_message ("Cannot save '%s'", path.c_str ());
+        return false;
+    }
+    return true;
+}
+
+} // namespace ostrand::editor
