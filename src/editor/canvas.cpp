@@ -18,8 +18,8 @@ constexpr float read_origin = 10;
 
 } // namespace
 
-Canvas::Canvas (EditorState& shared, World& world, UndoFile undo)
-    : shared_ (shared), world_ (world), history_ (std::move (undo)) {
+Canvas::Canvas (EditorState& shared, World& world, History history)
+    : shared_ (shared), world_ (world), history_ (std::move (history)) {
     document_.network = std::make_unique<Network> ();
     network ().set_listener (this);
 }
@@ -63,6 +63,7 @@ void Canvas::object_leaves (GraphBase& object) {
     if (hover_ == &object) hover_ = nullptr;
     if (gesture.fuse_target == &object) gesture.fuse_target = nullptr;
     if (fuse_shown_ == &object) fuse_shown_ = nullptr;
+    if (asked_node == &object) asked_node = nullptr;
 }
 
 void Canvas::text_leaves (document::Char& text) {

@@ -119,7 +119,7 @@ struct Gesture {
 class Canvas final : private document::NetworkListener {
   public:
     /// An empty network with nothing in its history.
-    Canvas (EditorState& shared, World& world, UndoFile undo);
+    Canvas (EditorState& shared, World& world, History history);
     /// The undo file is deleted with the canvas, unless keep_history was called.
     ~Canvas () override;
 
@@ -153,6 +153,7 @@ class Canvas final : private document::NetworkListener {
     Gesture gesture;
     bool pointer_inside = false;
     bool has_focus = false;
+    document::Node* asked_node = nullptr; // whose concentration is being asked for
     EditorState& shared () { return shared_; }
     World& world () { return world_; }
     History& history () { return history_; }
@@ -218,6 +219,8 @@ class Canvas final : private document::NetworkListener {
     void undo ();
     void redo ();
     void push_snapshot ();
+    /// Brings the state behind the last record of the history; false when it holds none.
+    bool restore_last_state ();
     /// The document is what its file holds: it was just read from it or written to it.
     void note_saved ();
     /// The file as it was then; nothing when there was none.

@@ -214,6 +214,20 @@ void Canvas::finish_replay () {
     redraw ();
 }
 
+bool Canvas::restore_last_state () {
+    const std::unique_ptr<HistoryEntry> snapshot = history_.read (history_.snapshot ());
+    if (!snapshot || !load_state (*snapshot, history_.snapshot ())) return false;
+    std::int64_t at = history_.snapshot () + snapshot->record.header.length ();
+    while (const std::unique_ptr<HistoryEntry> entry =
+               history_.read (static_cast<std::int32_t> (at))) {
+        apply_record (entry->record);
+        at += entry->record.header.length ();
+    }
+    modified_ = true; // nobody saved it
+    finish_replay ();
+    return true;
+}
+
 void Canvas::undo () {
     const std::optional<UndoPlan> plan = history_.plan_undo ();
     if (!plan) return;

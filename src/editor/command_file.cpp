@@ -51,7 +51,7 @@ void load_file (Workbench& bench) {
         switch (bench.add_tab (path)) {
         case AddTab::full: report_message ("no more than 32 tabs"); break;
         case AddTab::unreadable: report_message ("Cannot load %s", path.c_str ()); break;
-        case AddTab::added: bench.note_recent (path); break;
+        case AddTab::added: bench.recent ().add (path); break;
         }
     }
 }
@@ -71,7 +71,7 @@ void open_file (Workbench& bench) {
         return;
     }
     set_current_directory (path);
-    bench.note_recent (path);
+    bench.recent ().add (path);
 }
 
 void reopen_file (Workbench& bench) {
@@ -112,18 +112,18 @@ void insert_picture (Workbench& bench) {
 
 void save_as (Workbench& bench) {
     Canvas& canvas = bench.current ();
-    const std::string path =
-        ask_name (bench, {.prompt = "Save as: ",
-                          .filter = "*.net *.xml *.ssa",
-                          .title = "Save as",
-                          .native_filter = "Models\t*.{net,xml,ssa}\n",
-                          .initial = bench.suggest_name (canvas, bench.save_extension (canvas)),
-                          .saving = true});
+    const std::string path = ask_name (
+        bench, {.prompt = "Save as: ",
+                .filter = "*.net *.xml *.ssa",
+                .title = "Save as",
+                .native_filter = "Models\t*.{net,xml,ssa}\n",
+                .initial = bench.suggest_name (canvas, Workbench::save_extension (canvas)),
+                .saving = true});
     if (path.empty ()) return;
     if (bench.save (canvas, path)) {
         set_current_directory (path);
-        bench.note_recent (path);
-        bench.tell_what_is_lost (canvas, path);
+        bench.recent ().add (path);
+        Workbench::tell_what_is_lost (path);
     }
 }
 
@@ -136,8 +136,8 @@ void save_file (Workbench& bench) {
     const std::string path = absolute_path ("", *canvas.file_name ());
     if (bench.save (canvas, path)) {
         set_current_directory (path);
-        bench.note_recent (path);
-        bench.tell_what_is_lost (canvas, path);
+        bench.recent ().add (path);
+        Workbench::tell_what_is_lost (path);
     }
 }
 

@@ -44,6 +44,8 @@ class UndoFile {
     const std::string& error () const { return error_; }
     /// Deletes the file and lets its lock go.
     void remove ();
+    /// Gives the lock away; nothing can be written or read from then on.
+    FileLock take_lock () { return std::move (lock_); }
 
   private:
     bool write_whole (std::string_view bytes);

@@ -13,7 +13,8 @@ Workbench::Workbench (World& world, const Preferences& preferences, BenchOptions
     : mouse_help_on (preferences.mouse_help), smart_dialog (preferences.smart_dialog),
       default_yes (preferences.default_yes), emacs_keys (preferences.emacs_keys),
       deterministic (preferences.deterministic ()), background (preferences.background),
-      world_ (world), options_ (std::move (options)), preferences_ (preferences) {
+      world_ (world), options_ (std::move (options)), preferences_ (preferences),
+      recent_ (options_.home) {
     document::DocumentState& switches = document_state ();
     switches.dark_mode = preferences.dark_mode;
     switches.show_kinetics = preferences.kinetics;

@@ -3,6 +3,8 @@
 #pragma once
 #include "editor/canvas.h"
 #include "editor/preferences.h"
+#include "editor/recent_files.h"
+#include "editor/recovery.h"
 #include "editor/tab_list.h"
 
 #include <array>
@@ -75,6 +77,9 @@ class Workbench {
     void close_all ();
     /// Names that were dropped on the window, a line each, as the desktop gives them.
     void accept_dropped_paths (std::string_view text);
+    /// Puts documents that were left behind into tabs of their own, behind the others.
+    /// replaces_first  an untouched first tab makes way for them
+    void restore (std::vector<Leftover> leftovers, bool replaces_first);
     const TabList& tabs () const { return tabs_; }
     bool has_tab () const { return tabs_.active () >= 0; }
     Canvas& current () { return tabs_.at (tabs_.active ()); }
@@ -116,9 +121,19 @@ class Workbench {
     bool yes_no (const std::string& question);
     void concentration_dialog (Canvas& canvas, document::Node& node);
     unsigned pick_colour (unsigned colour);
+    /// The extension of a document's name, ".net" for one without.
+    static std::string save_extension (const Canvas& canvas);
+    /// Says what a file that was just saved does not hold.
+    static void tell_what_is_lost (const std::string& path);
     /// Saves a canvas under a name: with a question when another program changed the file, and
     /// with a word when it cannot be written.
     bool save (Canvas& canvas, const std::string& path);
+
+    /// The text of the last search.
+    std::string last_search;
+    RecentFiles& recent () { return recent_; }
+    /// The window has the focus again: files that another program wrote meanwhile get a sign.
+    void look_at_files ();
 
     /// The status line, when a message came.
     void show_status (std::string_view text);
@@ -132,6 +147,8 @@ class Workbench {
 
     /// A canvas in a free slot, attached; null when none is free or its undo file cannot be made.
     Canvas* make_canvas (std::string label);
+    Canvas& put_canvas (History history, std::string label);
+    bool is_open (const Canvas* canvas) const;
     void attach (Canvas& canvas);
     OpenTab& slot_of (const Canvas& canvas);
     const OpenTab& slot_of (const Canvas& canvas) const;
@@ -145,6 +162,7 @@ class Workbench {
     std::array<OpenTab, most_tabs> slots_;
     TabList tabs_;
     StyleOnShow style_;
+    RecentFiles recent_;
     std::string status_;
 };
 

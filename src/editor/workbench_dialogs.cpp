@@ -4,10 +4,11 @@
 #include "document/colors.h"
 #include "editor/document_files.h"
 
+#include "base/path.h"
 #include "base/report.h"
 #include "sim/concentration.h"
 
-#include <array>
+#include <utility>
 
 namespace ostrand::editor {
 namespace {
@@ -36,7 +37,7 @@ bool Workbench::yes_no (const std::string& question) {
 
 void Workbench::concentration_dialog (Canvas& canvas, document::Node& node) {
     const std::string present = node.user_data ().value_or ("");
-    const int id = node_ticket (canvas, node);
+    canvas.asked_node = &node;
     ValueQuestion question{.prompt = "Concentration: ",
                            .title = "Init. Concentration",
                            .initial = present,
@@ -44,14 +45,26 @@ void Workbench::concentration_dialog (Canvas& canvas, document::Node& node) {
                            .fault = [] (const std::string& text) {
                                return sim::concentration_fault (text).value_or ("");
                            }};
-    world_.ask_value (question, [this, &canvas, id] (const std::string& text) {
-        document::Node* const asked = ticket_node (canvas, id);
-        if (asked == nullptr) return;
+    world_.ask_value (question, [this, asker = &canvas] (const std::string& text) {
+        // Tab and node may be gone by the time of the answer.
+        if (!is_open (asker) || asker->asked_node == nullptr) return;
+        document::Node* const asked = std::exchange (asker->asked_node, nullptr);
         if (const std::optional<std::string> fault = sim::concentration_fault (text);
             fault && !text.empty ())
             report_message ("The simulator does not read this concentration: %s", fault->c_str ());
-        if (asked->set_concentration (text)) canvas.finish_edit (Edit::structure ());
+        if (asked->set_concentration (text)) asker->finish_edit (Edit::structure ());
     });
+}
+
+std::string Workbench::save_extension (const Canvas& canvas) {
+    const std::string extension =
+        canvas.file_name () ? lower_extension (*canvas.file_name ()) : std::string ();
+    return extension.empty () ? ".net" : extension;
+}
+
+void Workbench::tell_what_is_lost (const std::string& path) {
+    if (lower_extension (path) == ".ssa")
+        report_message ("Saved as a model text: the drawing is not in that file.");
 }
 
 unsigned Workbench::pick_colour (unsigned colour) {

@@ -2,6 +2,7 @@
 #include "editor/workbench.h"
 
 #include "editor/document_files.h"
+#include "editor/history.h"
 
 #include "base/path.h"
 #include "base/report.h"
@@ -40,16 +41,59 @@ const Workbench::OpenTab& Workbench::slot_of (const Canvas& canvas) const {
         slots_, [&canvas] (const OpenTab& tab) { return tab.canvas.get () == &canvas; });
 }
 
+Canvas& Workbench::put_canvas (History history, std::string label) {
+    OpenTab& slot = *std::ranges::find_if (slots_, [] (const OpenTab& tab) { return !tab.canvas; });
+    slot.canvas = std::make_unique<Canvas> (shared_, world_, std::move (history));
+    slot.label = std::move (label);
+    attach (*slot.canvas);
+    return *slot.canvas;
+}
+
 Canvas* Workbench::make_canvas (std::string label) {
-    const auto slot =
-        std::ranges::find_if (slots_, [] (const OpenTab& tab) { return !tab.canvas; });
-    if (slot == slots_.end ()) return nullptr;
+    if (!has_free_slot ()) return nullptr;
     std::optional<UndoFile> undo = UndoFile::create (options_.home, shared_.next_undo_number);
     if (!undo) return nullptr;
-    slot->canvas = std::make_unique<Canvas> (shared_, world_, std::move (*undo));
-    slot->label = std::move (label);
-    attach (*slot->canvas);
-    return slot->canvas.get ();
+    return &put_canvas (History (std::move (*undo)), std::move (label));
+}
+
+bool Workbench::is_open (const Canvas* canvas) const {
+    return std::ranges::any_of (
+        slots_, [canvas] (const OpenTab& tab) { return tab.canvas.get () == canvas; });
+}
+
+void Workbench::restore (std::vector<Leftover> leftovers, bool replaces_first) {
+    const bool untouched = tabs_.count () == 1 && current ().is_empty () &&
+                           !current ().file_name () && current ().history ().end () == 0;
+    Canvas* const first = untouched && replaces_first ? &current () : nullptr;
+    int restored = 0;
+    int damaged = 0;
+    for (Leftover& leftover : leftovers) {
+        if (!has_free_slot ()) {
+            report_message (too_many_tabs);
+            break; // the others stay for another time
+        }
+        Canvas& canvas = put_canvas (
+            History::resumed (std::move (leftover.file), leftover.last_snapshot), "New tab");
+        if (!canvas.restore_last_state ()) {
+            canvas.keep_history ();
+            slot_of (canvas).canvas.reset ();
+            continue;
+        }
+        tabs_.add (canvas);
+        ++restored;
+        damaged += leftover.damaged ? 1 : 0;
+    }
+    if (restored > 0 && first != nullptr) {
+        tabs_.remove (0);
+        world_.refresh ();
+        slot_of (*first).canvas.reset ();
+        select_tab (0);
+    }
+    if (damaged > 0)
+        report_message ("%d restored, %d of them up to a damaged record", restored, damaged);
+    else if (restored > 0)
+        report_message ("%d restored", restored);
+    world_.refresh ();
 }
 
 bool Workbench::open_first_tab () {

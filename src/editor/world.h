@@ -3,6 +3,7 @@
 #pragma once
 #include "editor/mouse_help.h"
 
+#include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
@@ -26,13 +27,13 @@ struct PopupEntry {
 
 /// A file name that is asked for.
 struct FileQuestion {
-    std::string prompt;        // in the line above the canvas
-    std::string filter;        // patterns divided by blanks, for the line
-    std::string title;         // of the native chooser
-    std::string native_filter; // as the toolkit's chooser takes it
-    std::string initial;       // the name to begin with, selected; empty: none
-    bool saving = false;       // a file that is there is taken only after a question
-    bool several = false;      // several files may be chosen at once, in the native chooser
+    std::string prompt = {};        // in the line above the canvas
+    std::string filter = {};        // patterns divided by blanks, for the line
+    std::string title = {};         // of the native chooser
+    std::string native_filter = {}; // as the toolkit's chooser takes it
+    std::string initial = {};       // the name to begin with, selected; empty: none
+    bool saving = false;            // a file that is there is taken only after a question
+    bool several = false;           // several files may be chosen at once, in the native chooser
 };
 
 /// What a field of a dialog takes.
@@ -64,6 +65,15 @@ struct ClipboardContent {
     std::string text;        // always offered
     bool is_network = false; // native text of a network, of which drawings can be offered too
 };
+
+/// A document that can be restored: its name, empty for one without, and the time of its last edit
+/// in seconds since 1970.
+struct RecoveryItem {
+    std::string name;
+    std::int64_t time = 0;
+};
+
+enum class RecoveryAnswer { restore, remove, later };
 
 using TimerId = int;
 
@@ -97,6 +107,8 @@ class World {
     virtual void ask_value (const ValueQuestion& question,
                             std::function<void (const std::string&)> taken) = 0;
     virtual void search (const SearchQuestion& question) = 0;
+    /// What is to be done with documents that were left behind.
+    virtual RecoveryAnswer ask_recovery (const std::vector<RecoveryItem>& items) = 0;
     /// The value of the entry that was chosen.
     virtual std::optional<int> popup (const std::vector<PopupEntry>& entries) = 0;
     /// 0xRRGGBB in, 0xRRGGBB out.
