@@ -130,7 +130,7 @@ struct CommandRow {
     std::string_view key_text = {}; // keys that reach it under the Emacs set beside the shortcut
     Shortcut standard = {};
     Shortcut emacs = {};
-    CommandForm kind = CommandForm::plain;
+    CommandForm form = CommandForm::plain;
     bool divider = false;        // a line behind the entry
     bool off_at_start = false;   // cannot be chosen until something enables it
     std::string_view image = {}; // of the tool bar
