@@ -153,6 +153,7 @@ class Canvas final : private document::NetworkListener {
     Gesture gesture;
     bool pointer_inside = false;
     bool has_focus = false;
+    bool told_of_change = false;          // that another program wrote the file
     document::Node* asked_node = nullptr; // whose concentration is being asked for
     EditorState& shared () { return shared_; }
     World& world () { return world_; }

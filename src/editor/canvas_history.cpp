@@ -74,6 +74,7 @@ void Canvas::push_selection_if_new () {
 
 void Canvas::note_saved () {
     saved_hash_ = hash_of (text_without_view ());
+    told_of_change = false;
     file_stamp_ = file_name_ ? ostrand::file_stamp (*file_name_) : std::nullopt;
 }
 

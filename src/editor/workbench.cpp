@@ -14,7 +14,7 @@ Workbench::Workbench (World& world, const Preferences& preferences, BenchOptions
       default_yes (preferences.default_yes), emacs_keys (preferences.emacs_keys),
       deterministic (preferences.deterministic ()), background (preferences.background),
       world_ (world), options_ (std::move (options)), preferences_ (preferences),
-      recent_ (options_.home) {
+      recent_ (options_.home), simulations_ (options_.home, options_.executable) {
     document::DocumentState& switches = document_state ();
     switches.dark_mode = preferences.dark_mode;
     switches.show_kinetics = preferences.kinetics;
@@ -72,10 +72,7 @@ void Workbench::attach (Canvas& canvas) {
     call.on_message = [this] (Canvas&, const std::string& text) { world_.alert (text); };
     call.on_style = [this] (Canvas&, unsigned word, unsigned colour) {
         if (style_.font_word == word && style_.colour == colour) return;
-        style_ = {word, colour};
-        shared_.style_word = word;
-        document_state ().default_color = colour;
-        world_.refresh ();
+        show_style (word, colour);
     };
     call.on_selection_count = [this] (Canvas&, int) { world_.refresh (); };
     call.on_set_concentration = [this] (Canvas& on, document::Node& node) {
@@ -117,9 +114,10 @@ EntryState Workbench::entry (Command command) const {
     case Command::deterministic: return checked (deterministic);
     case Command::bold: return checked (document::is_bold (style_.font_word));
     case Command::italic: return checked (document::is_italic (style_.font_word));
-    case Command::enter_formula:
-    case Command::previous_implementation:
-    case Command::next_implementation: return {false, false};
+    case Command::start_simulation: return {!simulations_.running (), false};
+    case Command::enter_formula: return {formulas_.gates_ready (), false};
+    case Command::previous_implementation: return {formulas_.has_previous (), false};
+    case Command::next_implementation: return {formulas_.has_next (), false};
     default: return {};
     }
 }

@@ -2,9 +2,11 @@
 // Layer: editor.
 #pragma once
 #include "editor/canvas.h"
+#include "editor/formula_desk.h"
 #include "editor/preferences.h"
 #include "editor/recent_files.h"
 #include "editor/recovery.h"
+#include "editor/simulation_desk.h"
 #include "editor/tab_list.h"
 
 #include <array>
@@ -106,6 +108,18 @@ class Workbench {
     /// The settings as they are now.
     Preferences present_preferences () const;
 
+    // Simulation (workbench_simulation.cpp).
+    /// Simulates the tab on top in the background and shows the curves.
+    void start_simulation ();
+    void stop_simulation () { simulations_.stop (); }
+    /// Part of a running simulation that is done; nothing when none runs.
+    std::optional<float> simulation_progress () const { return simulations_.progress (); }
+
+    FormulaDesk& formulas () { return formulas_; }
+
+    /// Opens a recent file in a tab of its own.
+    void open_recent (const std::string& path);
+
     // Style of labels to come, and of the text at the cursor (workbench_style.cpp).
     const StyleOnShow& style () const { return style_; }
     void set_font_face (unsigned family);
@@ -113,6 +127,8 @@ class Workbench {
     void toggle_bold ();
     void toggle_italic ();
     void set_text_colour (unsigned colour);
+    /// The colour that "Custom" stands for.
+    unsigned custom_colour () const { return custom_colour_; }
 
     // Dialogs that several commands use (workbench_dialogs.cpp).
     /// "name.net" for "name.xml" and ".net"; "Untitled.net" for a document without a name.
@@ -154,6 +170,8 @@ class Workbench {
     const OpenTab& slot_of (const Canvas& canvas) const;
     bool has_free_slot () const;
     void apply_style (unsigned font_word, unsigned colour);
+    void show_style (unsigned font_word, unsigned colour);
+    void watch_simulation ();
 
     World& world_;
     BenchOptions options_;
@@ -163,6 +181,9 @@ class Workbench {
     TabList tabs_;
     StyleOnShow style_;
     RecentFiles recent_;
+    SimulationDesk simulations_;
+    FormulaDesk formulas_;
+    unsigned custom_colour_ = 0;
     std::string status_;
 };
 

@@ -36,7 +36,7 @@ bool Workbench::yes_no (const std::string& question) {
 }
 
 void Workbench::concentration_dialog (Canvas& canvas, document::Node& node) {
-    const std::string present = node.user_data ().value_or ("");
+    const std::string present = node.user_data () ? *node.user_data () : std::string ();
     canvas.asked_node = &node;
     ValueQuestion question{.prompt = "Concentration: ",
                            .title = "Init. Concentration",

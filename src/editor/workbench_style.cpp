@@ -15,12 +15,17 @@ unsigned with_family (unsigned word, unsigned family) {
 
 } // namespace
 
-void Workbench::apply_style (unsigned font_word, unsigned colour) {
+void Workbench::show_style (unsigned font_word, unsigned colour) {
     style_ = {font_word, colour};
     shared_.style_word = font_word;
     document::document_state ().default_color = colour;
-    if (has_tab ()) editor::apply_style (current (), font_word, colour);
+    if (colour > 255) custom_colour_ = colour;
     world_.refresh ();
+}
+
+void Workbench::apply_style (unsigned font_word, unsigned colour) {
+    show_style (font_word, colour);
+    if (has_tab ()) editor::apply_style (current (), font_word, colour);
 }
 
 void Workbench::set_font_face (unsigned family) {

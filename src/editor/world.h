@@ -10,9 +10,16 @@
 #include <string_view>
 #include <vector>
 
+namespace ostrand {
+class BackgroundWork;
+}
+
 namespace ostrand::editor {
 
 class Canvas;
+
+/// The hint of a question whose default is No whatever the settings say.
+inline constexpr const char* overwrite_hint = "[y/N]: ";
 
 /// Shapes of the mouse pointer over a canvas.
 enum class PointerShape { arrow, cross, insert };
@@ -113,6 +120,20 @@ class World {
     virtual std::optional<int> popup (const std::vector<PopupEntry>& entries) = 0;
     /// 0xRRGGBB in, 0xRRGGBB out.
     virtual std::optional<unsigned> choose_colour (const std::string& title, unsigned rgb) = 0;
+
+    /// Waits until long work has ended, with a window that says so, how far it is, and can stop it.
+    virtual void wait_for (const std::string& text, BackgroundWork& work) = 0;
+    /// The dialog of formulas offers these metabolites from now on; Ok calls `entered`.
+    virtual void fill_formula_dialog (
+        const std::vector<std::string>& inputs, const std::vector<std::string>& outputs,
+        std::function<void (const std::string& formula, const std::string& output)> entered) = 0;
+    virtual void show_formula_dialog () = 0;
+
+    // Help.
+    virtual void show_about () = 0;
+    virtual void show_manual () = 0;
+    /// Writes the manual to a file; false when that fails.
+    virtual bool save_manual (const std::string& path) = 0;
 
     // Clipboard.
     virtual void copy (ClipboardContent content) = 0;
