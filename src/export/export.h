@@ -13,15 +13,17 @@ namespace ostrand::drawing {
 /// origin in the corner. The document's switches (dark mode, kinetics, stoichiometry) count. The
 /// file is written beside its target and takes its place when it is whole. False with the reason in
 /// `error` (empty for a failure of libHaru, which told it) when that fails; then nothing is left.
-bool export_svg (document::Network& network, const std::filesystem::path& path, std::string& error);
-bool export_pdf (document::Network& network, const std::filesystem::path& path, std::string& error);
+bool export_svg (const document::Network& network, const std::filesystem::path& path,
+                 std::string& error);
+bool export_pdf (const document::Network& network, const std::filesystem::path& path,
+                 std::string& error);
 
 /// The SVG text alone.
-std::string svg_text (document::Network& network);
+std::string svg_text (const document::Network& network);
 
 /// Paints the network into any device as an export does: at its own origin, nothing left out; in
 /// dark mode on a black ground.
-void paint_export (document::Network& network, document::PaintDevice& device);
+void paint_export (const document::Network& network, document::PaintDevice& device);
 
 /// Size of the drawing in pixels.
 struct DrawingSize {
