@@ -8,6 +8,8 @@
 #include "export/export.h"
 #include "files/document_io.h"
 
+#include <utility>
+
 namespace ostrand::image_maker {
 namespace {
 
@@ -15,8 +17,8 @@ namespace fs = std::filesystem;
 
 constexpr std::string_view insert_front = "<!-- insert ";
 constexpr std::string_view comment_end = " -->";
-constexpr int deepest_insert =
-    8; // far more than an image needs; only one that inserts itself gets there
+/// Far more than an image needs: only one that inserts itself gets there.
+constexpr int deepest_insert = 8;
 
 /// What all files of one image share.
 struct Composition {
@@ -58,15 +60,18 @@ class PaintMode {
     bool before_;
 };
 
+/// A network file as an SVG text; a fault in the file counts as a failure.
 std::optional<std::string> painted_network (const Composition& image, const fs::path& file,
                                             bool aligned) {
     const PaintMode mode (image.dark);
-    std::string messages;
-    const MessageScope scope ([&messages] (std::string_view text) { messages = text; });
+    std::string fault; // the first
+    const MessageScope scope ([&fault] (std::string_view text) {
+        if (fault.empty ()) fault = text;
+    });
     files::Document document;
     const auto status = files::open_document (file.string (), {}, document);
-    if (status != files::LoadStatus::loaded || !messages.empty ()) {
-        image.error = file.string () + ": " + (messages.empty () ? "cannot be read" : messages);
+    if (status != files::LoadStatus::loaded || !fault.empty ()) {
+        image.error = file.string () + ": " + (fault.empty () ? "cannot be read" : fault);
         return std::nullopt;
     }
     if (aligned) document.network->align_all ();

@@ -1,4 +1,4 @@
-// The images that are part of the program: all there, of the told size, and written as told.
+// The images that are part of the program: all there, of the right size, and written to files.
 #include "resources/resources.h"
 
 #include "support/support.h"
@@ -22,54 +22,54 @@ using ::testing::ElementsAreArray;
 using testing::file_text;
 using testing::TemporaryFolder;
 
-/// A told image and its size in pixels at scale 1.
-struct Told {
+/// An image and its size in pixels at scale 1.
+struct Expected {
     const char* name;
     unsigned width;
     unsigned height;
 };
 
-constexpr std::array told_manual{
-    Told{"Trivex.png", 520, 330},
-    Told{"align-after.png", 300, 180},
-    Told{"align-before.png", 300, 180},
-    Told{"banner.png", 640, 120},
-    Told{"duplicate.png", 400, 145},
-    Told{"file-selection-box.png", 600, 190},
-    Told{"fog.png", 320, 185},
-    Told{"formula-box.png", 648, 128},
-    Told{"calyx-window.png", 680, 461},
-    Told{"keyboard-commands.png", 480, 130},
-    Told{"menu-type.png", 270, 240},
-    Told{"menubar.png", 630, 56},
-    Told{"mouse-commands.png", 520, 230},
-    Told{"mouse-help.png", 401, 74},
-    Told{"mouse-keyboard.png", 420, 100},
-    Told{"merivale.png", 680, 461},
-    Told{"rubber-band-selection.png", 340, 185},
-    Told{"ostrand.png", 128, 128},
-    Told{"swap.png", 490, 125},
+constexpr std::array all_of_manual{
+    Expected{"Trivex.png", 520, 330},
+    Expected{"align-after.png", 300, 180},
+    Expected{"align-before.png", 300, 180},
+    Expected{"banner.png", 640, 120},
+    Expected{"duplicate.png", 400, 145},
+    Expected{"file-selection-box.png", 600, 190},
+    Expected{"fog.png", 320, 185},
+    Expected{"formula-box.png", 648, 128},
+    Expected{"calyx-window.png", 680, 461},
+    Expected{"keyboard-commands.png", 480, 130},
+    Expected{"menu-type.png", 270, 240},
+    Expected{"menubar.png", 630, 56},
+    Expected{"mouse-commands.png", 520, 230},
+    Expected{"mouse-help.png", 401, 74},
+    Expected{"mouse-keyboard.png", 420, 100},
+    Expected{"merivale.png", 680, 461},
+    Expected{"rubber-band-selection.png", 340, 185},
+    Expected{"ostrand.png", 128, 128},
+    Expected{"swap.png", 490, 125},
 };
 
-constexpr std::array told_interface{
-    Told{"croix.png", 12, 12},        Told{"plus.png", 12, 12},
-    Told{"hp-mouse.png", 44, 72},     Told{"hp-mouse-1.png", 44, 72},
-    Told{"hp-mouse-2.png", 44, 72},   Told{"hp-mouse-3.png", 44, 72},
-    Told{"kbd.png", 56, 72},          Told{"kbd-shift.png", 56, 72},
-    Told{"kbd-ctrl.png", 56, 72},     Told{"kbd-shift-ctrl.png", 56, 72},
-    Told{"about.png", 340, 200},      Told{"oval.png", 21, 21},
-    Told{"molecule.png", 21, 21},     Told{"rect.png", 21, 21},
-    Told{"recep.png", 21, 21},        Told{"complex.png", 21, 21},
-    Told{"bold.png", 21, 21},         Told{"italic.png", 21, 21},
-    Told{"memb_ellipse.png", 21, 21}, Told{"memb_rect.png", 21, 21},
-    Told{"reaction.png", 21, 21},     Told{"metabolite.png", 21, 21},
-    Told{"no-image.png", 32, 32},
+constexpr std::array all_of_interface{
+    Expected{"croix.png", 12, 12},        Expected{"plus.png", 12, 12},
+    Expected{"hp-mouse.png", 44, 72},     Expected{"hp-mouse-1.png", 44, 72},
+    Expected{"hp-mouse-2.png", 44, 72},   Expected{"hp-mouse-3.png", 44, 72},
+    Expected{"kbd.png", 56, 72},          Expected{"kbd-shift.png", 56, 72},
+    Expected{"kbd-ctrl.png", 56, 72},     Expected{"kbd-shift-ctrl.png", 56, 72},
+    Expected{"about.png", 340, 200},      Expected{"oval.png", 21, 21},
+    Expected{"molecule.png", 21, 21},     Expected{"rect.png", 21, 21},
+    Expected{"recep.png", 21, 21},        Expected{"complex.png", 21, 21},
+    Expected{"bold.png", 21, 21},         Expected{"italic.png", 21, 21},
+    Expected{"memb_ellipse.png", 21, 21}, Expected{"memb_rect.png", 21, 21},
+    Expected{"reaction.png", 21, 21},     Expected{"metabolite.png", 21, 21},
+    Expected{"no-image.png", 32, 32},
 };
 
 template <std::size_t count>
-std::vector<std::string> names_of (const std::array<Told, count>& told) {
+std::vector<std::string> names_of (const std::array<Expected, count>& expected) {
     std::vector<std::string> names;
-    for (const Told& image : told) names.emplace_back (image.name);
+    for (const Expected& image : expected) names.emplace_back (image.name);
     return names;
 }
 
@@ -143,8 +143,8 @@ std::vector<std::string> chunks_of (const ResourceImage& image) {
 /// All images in all their forms, with a text that tells which.
 template <typename Visit>
 void for_all_forms (Visit visit) {
-    const auto all_of = [&] (const auto& told) {
-        for (const Told& image : told) {
+    const auto all_of = [&] (const auto& expected) {
+        for (const Expected& image : expected) {
             for (const int scale : {1, 2}) {
                 for (const bool dark : {false, true}) {
                     SCOPED_TRACE (std::string (image.name) + " x" + std::to_string (scale) +
@@ -156,33 +156,33 @@ void for_all_forms (Visit visit) {
             }
         }
     };
-    all_of (told_manual);
-    all_of (told_interface);
+    all_of (all_of_manual);
+    all_of (all_of_interface);
 }
 
-TEST (resources, the_tables_hold_the_told_names_in_the_told_order) {
-    EXPECT_THAT (names_of (manual_images), ElementsAreArray (names_of (told_manual)));
-    EXPECT_THAT (names_of (interface_images), ElementsAreArray (names_of (told_interface)));
+TEST (resources, the_tables_hold_all_names_in_their_order) {
+    EXPECT_THAT (names_of (manual_images), ElementsAreArray (names_of (all_of_manual)));
+    EXPECT_THAT (names_of (interface_images), ElementsAreArray (names_of (all_of_interface)));
 }
 
 TEST (resources, the_row_behind_the_last_is_empty) {
-    EXPECT_EQ (manual_images[told_manual.size ()].name, nullptr);
-    EXPECT_EQ (manual_images[told_manual.size ()].data, nullptr);
-    EXPECT_EQ (manual_images[told_manual.size ()].size, 0U);
-    EXPECT_EQ (interface_images[told_interface.size ()].name, nullptr);
+    EXPECT_EQ (manual_images[all_of_manual.size ()].name, nullptr);
+    EXPECT_EQ (manual_images[all_of_manual.size ()].data, nullptr);
+    EXPECT_EQ (manual_images[all_of_manual.size ()].size, 0U);
+    EXPECT_EQ (interface_images[all_of_interface.size ()].name, nullptr);
 }
 
 TEST (resources, every_image_has_its_size_at_both_scales_on_both_grounds) {
-    for_all_forms ([] (const Told& told, const ResourceImage& found, unsigned scale) {
-        EXPECT_STREQ (found.name, told.name);
+    for_all_forms ([] (const Expected& expected, const ResourceImage& found, unsigned scale) {
+        EXPECT_STREQ (found.name, expected.name);
         const Pixels pixels = decoded (found);
-        EXPECT_EQ (pixels.width, told.width * scale);
-        EXPECT_EQ (pixels.height, told.height * scale);
+        EXPECT_EQ (pixels.width, expected.width * scale);
+        EXPECT_EQ (pixels.height, expected.height * scale);
     });
 }
 
 TEST (resources, no_image_is_empty) {
-    for_all_forms ([] (const Told&, const ResourceImage& found, unsigned) {
+    for_all_forms ([] (const Expected&, const ResourceImage& found, unsigned) {
         const Pixels pixels = decoded (found);
         unsigned painted = 0;
         for (unsigned y = 0; y < pixels.height; ++y) {
@@ -216,15 +216,15 @@ TEST (resources, every_interface_image_is_seen_on_the_ground_that_it_is_for) {
     constexpr double light_window = 0xc0;
     constexpr double dark_window = 0x30;
     constexpr double clearly = 75;
-    for (const Told& told : told_interface) {
+    for (const Expected& expected : all_of_interface) {
         // Tabs are light in a dark window, too.
-        const bool on_tab = std::string_view (told.name) == "croix.png";
-        EXPECT_GT (contrast_on (*find_image (told.name, 1, false), light_window), clearly)
-            << told.name;
+        const bool on_tab = std::string_view (expected.name) == "croix.png";
+        EXPECT_GT (contrast_on (*find_image (expected.name, 1, false), light_window), clearly)
+            << expected.name;
         EXPECT_GT (
-            contrast_on (*find_image (told.name, 1, true), on_tab ? light_window : dark_window),
+            contrast_on (*find_image (expected.name, 1, true), on_tab ? light_window : dark_window),
             clearly)
-            << told.name;
+            << expected.name;
     }
 }
 
@@ -245,7 +245,7 @@ TEST (resources, the_four_mice_and_the_four_keyboards_differ) {
 }
 
 TEST (resources, images_hold_no_time_and_no_text) {
-    for_all_forms ([] (const Told&, const ResourceImage& found, unsigned) {
+    for_all_forms ([] (const Expected&, const ResourceImage& found, unsigned) {
         for (const std::string& type : chunks_of (found)) {
             EXPECT_THAT (type, ::testing::AnyOf ("IHDR", "bKGD", "IDAT", "IEND"));
         }
@@ -294,7 +294,7 @@ TEST (resources, the_icon_is_there_in_all_sizes) {
 TEST (resources, extraction_writes_all_images_of_the_manual) {
     const TemporaryFolder folder;
     extract_manual_images (folder.path ());
-    std::vector<std::string> names = names_of (told_manual);
+    std::vector<std::string> names = names_of (all_of_manual);
     std::sort (names.begin (), names.end ());
     EXPECT_EQ (folder.names (), names);
     for (const ResourceImage* image = manual_images; image->name != nullptr; ++image) {
@@ -311,7 +311,7 @@ TEST (resources, extraction_keeps_a_file_whatever_it_holds) {
     EXPECT_EQ (file_text (folder / "banner.png"), "mine");
     EXPECT_EQ (file_text (folder / "swap.png"), "");
     EXPECT_TRUE (fs::is_directory (folder / "fog.png"));
-    EXPECT_EQ (folder.names ().size (), told_manual.size ());
+    EXPECT_EQ (folder.names ().size (), all_of_manual.size ());
 }
 
 TEST (resources, a_second_extraction_writes_nothing) {
@@ -331,7 +331,7 @@ TEST (resources, a_folder_that_takes_nothing_gives_one_warning_for_each_image) {
     const TemporaryFolder folder;
     const std::string no_folder = folder.write ("file", "");
     std::string expected;
-    for (const Told& image : told_manual) {
+    for (const Expected& image : all_of_manual) {
         expected += "Warning: cannot create '" + no_folder + "/" + image.name + "'\n";
     }
     ::testing::internal::CaptureStderr ();
@@ -348,7 +348,7 @@ TEST (resources, one_image_that_cannot_be_written_does_not_stop_the_others) {
     extract_manual_images (folder.path ());
     EXPECT_EQ (::testing::internal::GetCapturedStderr (),
                "Warning: cannot create '" + (folder / "fog.png").string () + "'\n");
-    EXPECT_EQ (folder.names ().size (), told_manual.size ());
+    EXPECT_EQ (folder.names ().size (), all_of_manual.size ());
     EXPECT_GT (fs::file_size (folder / "swap.png"), 0U);
 }
 
@@ -363,7 +363,7 @@ TEST (resources, the_temporary_folder_of_the_system_is_the_usual_place) {
     } else {
         setenv ("TMPDIR", kept.c_str (), 1);
     }
-    EXPECT_EQ (folder.names ().size (), told_manual.size ());
+    EXPECT_EQ (folder.names ().size (), all_of_manual.size ());
 }
 
 } // namespace
