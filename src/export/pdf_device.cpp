@@ -1,6 +1,7 @@
 // The primitives as libHaru's calls.
 #include "export/pdf_device.h"
 
+#include "base/report.h"
 #include "document/colors.h"
 #include "document/font_numbers.h"
 
@@ -63,6 +64,7 @@ std::optional<DecodedPicture> decode_png (const std::string& path) {
 /// libHaru hands its first error to this and gives an error code from every later call.
 void PdfDevice::on_error (HPDF_STATUS error, HPDF_STATUS detail, void* device) {
     auto& self = *static_cast<PdfDevice*> (device);
+    if (self.tries_picture_) return;
     if (!self.failed_)
         std::fprintf (stderr, "ERROR: error_no=%04X, detail_no=%u\n", static_cast<unsigned> (error),
                       static_cast<unsigned> (detail));
@@ -348,10 +350,7 @@ void PdfDevice::draw_text (const document::FontMetrics& font, std::string_view l
 /// unpacked here, their opacity as a mask beside them.
 HPDF_Image PdfDevice::load_png (const std::string& path) {
     const std::optional<DecodedPicture> picture = decode_png (path);
-    if (!picture) {
-        on_error (HPDF_INVALID_PNG_IMAGE, 0, this);
-        return nullptr;
-    }
+    if (!picture) return nullptr;
     const HPDF_Image image = HPDF_LoadRawImageFromMem (
         document_, picture->rgb.data (), picture->width, picture->height, HPDF_CS_DEVICE_RGB, 8);
     if (image && !picture->opacity.empty ()) {
@@ -363,21 +362,31 @@ HPDF_Image PdfDevice::load_png (const std::string& path) {
     return image;
 }
 
+/// The picture of a ".png" or ".jpg" file; null, which is reported, when it is damaged. What
+/// libHaru says of it is forgotten, so that the drawing goes on.
+HPDF_Image PdfDevice::load_picture (const std::string& path) {
+    tries_picture_ = true;
+    HPDF_Image image = path.ends_with (".png")
+                           ? load_png (path)
+                           : HPDF_LoadJpegImageFromFile (document_, path.c_str ());
+    if (image && HPDF_Image_GetWidth (image) == 0) image = nullptr;
+    tries_picture_ = false;
+    HPDF_ResetError (document_);
+    if (!image) report_message ("The picture '%s' cannot be read and is left out.", path.c_str ());
+    return image;
+}
+
 void PdfDevice::draw_picture (std::string_view path, float x, float y, float w, float h) {
     if (failed_ || !(w > 0) || !(h > 0)) return;
-    const bool png = path.ends_with (".png");
-    if (!png && !path.ends_with (".jpg")) return;
+    if (!path.ends_with (".png") && !path.ends_with (".jpg")) return;
     auto at = pictures_.find (path);
     if (at == pictures_.end ()) {
         const std::string name (path);
-        const HPDF_Image loaded =
-            png ? load_png (name) : HPDF_LoadJpegImageFromFile (document_, name.c_str ());
-        if (failed_ || !loaded) return;
-        at = pictures_.emplace (name, loaded).first;
+        at = pictures_.emplace (name, load_picture (name)).first;
     }
+    if (!at->second) return;
     const auto image_w = static_cast<float> (HPDF_Image_GetWidth (at->second));
     const auto image_h = static_cast<float> (HPDF_Image_GetHeight (at->second));
-    if (!(image_w > 0)) return;
     const float shown_h = image_h * w / image_w;
     HPDF_Page_DrawImage (page_, at->second, scaled (x), scaled (-y - shown_h), scaled (w),
                          scaled (shown_h));

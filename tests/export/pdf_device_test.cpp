@@ -2,6 +2,7 @@
 #include "export/pdf_device.h"
 
 #include "base/disk.h"
+#include "contract/paint_device_contract.h"
 #include "document/font_numbers.h"
 #include "support/support.h"
 
@@ -310,12 +311,10 @@ TEST (PdfDevice, NumbersBeyondReasonDoNoHarm) {
 
 TEST (PdfDevice, FirstErrorIsToldAndEndsThePaint) {
     const ostrand::testing::TemporaryFolder folder;
-    const std::string broken = folder.write ("broken.png", "\x89PNG\r\n\x1a\nnothing");
     PdfDevice device (200, 100);
     device.begin ();
     ::testing::internal::CaptureStderr ();
-    device.draw_picture (broken, 0, 0, 10, 10);
-    device.draw_picture (broken, 0, 0, 10, 10);
+    for (int i = 0; i < 100; ++i) device.push_transform (1, 1, 0); // deeper than a page nests
     device.draw_text (*font_metrics (67), "x", 0, 20);
     const std::string told = ::testing::internal::GetCapturedStderr ();
     EXPECT_TRUE (device.failed ());
@@ -323,6 +322,42 @@ TEST (PdfDevice, FirstErrorIsToldAndEndsThePaint) {
     EXPECT_EQ (count (told, "\n"), 1U) << told;
     OutputFile file (folder / "page.pdf");
     EXPECT_FALSE (device.write_to (file));
+}
+
+TEST (PdfDevice, DamagedPictureIsLeftOutToldOnceAndThePaintGoesOn) {
+    const ostrand::testing::TemporaryFolder folder;
+    for (const auto& [name, bytes] :
+         {std::pair{"broken.png", std::string ("\x89PNG\r\n\x1a\nnothing")},
+          std::pair{"cut.png", ostrand::testing::red_png ().substr (0, 45)},
+          std::pair{"broken.jpg", std::string ("\xff\xd8\xff\xc0nothing")},
+          std::pair{"empty.jpg", std::string ()}}) {
+        SCOPED_TRACE (name);
+        const std::string path = folder.write (name, bytes);
+        const ostrand::testing::CaughtMessages messages;
+        ::testing::internal::CaptureStderr ();
+        const std::string text = operators ([&path] (auto& device) {
+            device.draw_picture (path, 0, 0, 10, 10);
+            device.fill_rect (0, 0, 1, 1);
+            device.draw_picture (path, 20, 0, 10, 10);
+            device.draw_text (*font_metrics (67), "x", 0, 20);
+        });
+        EXPECT_EQ (::testing::internal::GetCapturedStderr (), "");
+        EXPECT_EQ (messages.all, std::vector<std::string>{"The picture '" + path +
+                                                          "' cannot be read and is left out."});
+        EXPECT_EQ (count (text, " Do"), 0U);
+        EXPECT_EQ (count (text, "\nf\n"), 1U);
+        EXPECT_EQ (count (text, "(x) Tj"), 1U);
+    }
+}
+
+TEST (PdfDevice, PictureThatIsGoneIsLeftOutToo) {
+    const ostrand::testing::CaughtMessages messages;
+    EXPECT_EQ (operators ([] (auto& device) {
+                   device.draw_picture ("/nowhere/a.jpg", 0, 0, 10, 10);
+                   device.draw_picture ("/nowhere/a.png", 0, 0, 10, 10);
+               }),
+               "");
+    EXPECT_EQ (messages.all.size (), 2U);
 }
 
 } // namespace
