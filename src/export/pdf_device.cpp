@@ -143,30 +143,49 @@ void PdfDevice::set_color (unsigned color) {
                    static_cast<int> (rgb >> 8 & 255U));
 }
 
+void PdfDevice::write_color (int rgb) {
+    const auto part = [rgb] (int shift) {
+        return static_cast<float> ((rgb >> shift & 255) / 255.0);
+    };
+    HPDF_Page_SetRGBStroke (page_, part (16), part (8), part (0));
+    HPDF_Page_SetRGBFill (page_, part (16), part (8), part (0));
+    state_.rgb = rgb;
+}
+
 void PdfDevice::set_color_rgb (int red, int green, int blue) {
     if (failed_) return;
-    const auto part = [] (int value) {
-        return static_cast<float> (std::clamp (value, 0, 255) / 255.0);
-    };
-    HPDF_Page_SetRGBStroke (page_, part (red), part (green), part (blue));
-    HPDF_Page_SetRGBFill (page_, part (red), part (green), part (blue));
+    wanted_.rgb = std::clamp (red, 0, 255) << 16 | std::clamp (green, 0, 255) << 8 |
+                  std::clamp (blue, 0, 255);
+    write_color (wanted_.rgb);
 }
 
 void PdfDevice::set_color_alpha (int red, int green, int blue, int) {
     set_color_rgb (red, green, blue);
 }
 
-void PdfDevice::set_line (float width, LineStyle style) {
-    if (failed_) return;
+void PdfDevice::write_line (float width, int dash) {
     if (width != state_.line_width) {
         HPDF_Page_SetLineWidth (page_, std::clamp (scaled (width), 0.0F, widest_line));
         state_.line_width = width;
     }
-    const int dash = style == LineStyle::dashed ? 2 : 1;
     if (dash == state_.dash) return;
     const HPDF_UINT16 pattern[] = {1};
     HPDF_Page_SetDash (page_, dash == 2 ? pattern : nullptr, dash == 2 ? 1 : 0, dash == 2 ? 1 : 0);
     state_.dash = dash;
+}
+
+void PdfDevice::set_line (float width, LineStyle style) {
+    if (failed_) return;
+    wanted_.line_width = width;
+    wanted_.dash = style == LineStyle::dashed ? 2 : 1;
+    write_line (wanted_.line_width, wanted_.dash);
+}
+
+/// A page goes back to the colour and line that it had before a transform or a clip; what was set
+/// in between holds on. Said again only where something is painted with it.
+void PdfDevice::renew_style () {
+    if (wanted_.rgb != state_.rgb) write_color (wanted_.rgb);
+    if (wanted_.dash >= 0) write_line (wanted_.line_width, wanted_.dash);
 }
 
 void PdfDevice::push_transform (float x, float y, float angle) {
@@ -184,6 +203,7 @@ void PdfDevice::pop_transform () {
 
 void PdfDevice::path (std::initializer_list<Point> points, PathEnd end) {
     if (failed_) return;
+    renew_style ();
     bool started = false;
     for (const Point& p : points) {
         if (started)
@@ -207,11 +227,13 @@ void PdfDevice::fill_rect (float x, float y, float w, float h) {
 
 void PdfDevice::stroke_rect (float x, float y, float w, float h) {
     if (failed_) return;
+    renew_style ();
     HPDF_Page_Rectangle (page_, scaled (x), scaled (-y), scaled (w), scaled (-h));
     HPDF_Page_Stroke (page_);
 }
 
 void PdfDevice::round_path (float x, float y, float w, float h, float r) {
+    renew_style ();
     r = std::max (0.0F, std::min ({r, w / 2, h / 2}));
     const auto corner = [this] (Point over, Point to) {
         HPDF_Page_CurveTo3 (page_, scaled (over.x), scaled (-over.y), scaled (to.x),
@@ -246,6 +268,7 @@ void PdfDevice::stroke_round_rect (float x, float y, float w, float h, float r) 
 }
 
 void PdfDevice::ellipse_path (float x, float y, float w, float h) {
+    renew_style ();
     HPDF_Page_Ellipse (page_, scaled (x + w / 2), scaled (-(y + h / 2)), scaled (w / 2),
                        scaled (h / 2));
 }
@@ -293,7 +316,12 @@ void PdfDevice::shared_bar (float x, float y, float w, float h, float t) {
 void PdfDevice::set_clip (float x, float y, float w, float h) {
     if (failed_) return;
     save_state ();
-    HPDF_Page_Rectangle (page_, scaled (x), scaled (-y), scaled (w), scaled (-h));
+    // A viewer shows a hair's breadth of what a clip without a size should keep off, so that such a
+    // clip goes where no page is.
+    if (w > 0 && h > 0)
+        HPDF_Page_Rectangle (page_, scaled (x), scaled (-y), scaled (w), scaled (-h));
+    else
+        HPDF_Page_Rectangle (page_, -largest_number, -largest_number, 1, 1);
     HPDF_Page_Clip (page_);
     HPDF_Page_EndPath (page_);
 }
@@ -336,6 +364,7 @@ void PdfDevice::draw_text (const document::FontMetrics& font, std::string_view l
     const int size = document::font_size (document::size_index (font.key));
     set_font (document::font_number (font.key), static_cast<float> (size));
     if (failed_ || state_.font < 0) return;
+    renew_style ();
     HPDF_Page_BeginText (page_);
     while (!letters.empty ()) {
         const std::string part (letters.substr (0, longest_text));

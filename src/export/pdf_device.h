@@ -74,6 +74,7 @@ class PdfDevice : public document::PaintDevice {
         float font_size = 0;
         int dash = -1;
         float line_width = -1;
+        int rgb = -1; // 0xRRGGBB, -1 none
     };
     enum class PathEnd { stroke, closed_stroke, fill };
 
@@ -85,8 +86,11 @@ class PdfDevice : public document::PaintDevice {
     HPDF_Image load_png (const std::string& path);
     HPDF_Image load_picture (const std::string& path);
     void select (int slot, float size);
+    void write_line (float width, int dash);
+    void write_color (int rgb);
     void save_state ();
     void restore_state ();
+    void renew_style ();
 
     HPDF_Doc document_ = nullptr;
     HPDF_Page page_ = nullptr;
@@ -99,6 +103,7 @@ class PdfDevice : public document::PaintDevice {
     int ascent_ = 0;
     int descent_ = 0;
     State state_;
+    State wanted_; // colour and line as they were set last, whatever the page went back to
     std::vector<State> saved_;
     std::map<std::string, HPDF_Image, std::less<>> pictures_; // null: left out
 };

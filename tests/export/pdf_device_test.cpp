@@ -151,6 +151,34 @@ TEST (PdfDevice, GroupMovesThenTurnsTheOtherWay) {
     EXPECT_TRUE (text.ends_with ("cm\nQ\n")) << text;
 }
 
+TEST (PdfDevice, StyleOfAGroupIsSaidAgainOnlyWhereSomethingIsPaintedWithIt) {
+    const std::string text = operators ([] (auto& device) {
+        device.set_color (1);
+        device.push_transform (0, 0, 0);
+        device.set_color (4);
+        device.set_line (2, LineStyle::dashed);
+        device.pop_transform ();
+        device.push_transform (0, 0, 0);
+        device.set_color (1);
+        device.set_line (1, LineStyle::solid);
+        device.pop_transform ();
+        device.set_color (1);
+        device.fill_rect (0, 0, 1, 1);
+    });
+    EXPECT_EQ (count (text, " rg\n"), 4U) << text; // each as it was set
+    const std::string again = operators ([] (auto& device) {
+        device.set_clip (0, 0, 50, 50);
+        device.set_color (4);
+        device.set_line (2, LineStyle::dashed);
+        device.end_clip ();
+        device.stroke_rect (0, 0, 1, 1);
+        device.stroke_rect (0, 0, 1, 1);
+    });
+    EXPECT_TRUE (again.ends_with ("Q\n0 0 1 RG\n0 0 1 rg\n2 w\n[1 ] 1 d\n0 0 1 -1 re\nS\n"
+                                  "0 0 1 -1 re\nS\n"))
+        << again;
+}
+
 TEST (PdfDevice, ClipIsARectangleInAStateOfItsOwn) {
     EXPECT_EQ (operators ([] (auto& device) {
                    device.set_clip (10, 20, 30, 40);
