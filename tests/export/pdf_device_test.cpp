@@ -93,6 +93,8 @@ TEST (PdfDevice, ColourIsSetForLinesAndFills) {
     EXPECT_EQ (operators ([] (auto& device) { device.set_color (1); }), "1 0 0 RG\n1 0 0 rg\n");
     EXPECT_EQ (operators ([] (auto& device) { device.set_color_rgb (0, 51, 255); }),
                "0 0.2 1 RG\n0 0.2 1 rg\n");
+    EXPECT_EQ (operators ([] (auto& device) { device.set_color_rgb (-5, 300, 256); }),
+               "0 1 1 RG\n0 1 1 rg\n");
 }
 
 TEST (PdfDevice, FilledRectangleIsTwoShorterAtItsBottom) {
@@ -148,7 +150,7 @@ TEST (PdfDevice, GroupMovesThenTurnsTheOtherWay) {
     });
     EXPECT_TRUE (text.starts_with ("q\n1 0 0 1 10 -20 cm\n")) << text;
     EXPECT_NE (text.find (" -1 1 "), std::string::npos) << text;
-    EXPECT_TRUE (text.ends_with ("cm\nQ\n")) << text;
+    EXPECT_TRUE (text.ends_with (" 0 0 cm\nQ\n")) << text;
 }
 
 TEST (PdfDevice, StyleOfAGroupIsSaidAgainOnlyWhereSomethingIsPaintedWithIt) {

@@ -478,6 +478,31 @@ TEST (XmlScanner, attributes_of_both_quotes_and_lines) {
     EXPECT_EQ (scanner.next ().kind, XmlTag::Kind::none);
 }
 
+TEST (XmlScanner, declarations_comments_and_sections_hold_no_tags) {
+    XmlScanner scanner ("<?xml a=\"<b>\"?><!DOCTYPE x [<!ELEMENT y (z)> <!ENTITY w \"<u>\">]>"
+                        "<!DOCTYPE v><!-- <c> --><![CDATA[<d>]]><e/>");
+    const XmlTag tag = scanner.next ();
+    EXPECT_EQ (tag.name, "e");
+    EXPECT_TRUE (tag.is_empty);
+    XmlScanner open ("<!DOCTYPE x [<!ELEMENT y (z)>");
+    EXPECT_EQ (open.next ().kind, XmlTag::Kind::none);
+}
+
+TEST (XmlScanner, an_element_of_our_drawing_is_passed_over_whole) {
+    const auto next = [] (std::string_view text) {
+        XmlScanner scanner (text);
+        const XmlTag tag = scanner.next ();
+        return std::string (tag.name) + " " + std::to_string (tag.line);
+    };
+    EXPECT_EQ (next ("<lattrix:node label=\"<!-- <a> > \" /><b/>"), "b 1");
+    EXPECT_EQ (next ("<lattrix:comp id=\"1\" label=\"</x>\" />\n<c/>"), "c 2");
+    EXPECT_EQ (next ("<lattrix:arc id=\"1\" label=\"cut <x>\n<d/>"),
+               "d 2"); // a value has no line end
+    EXPECT_EQ (next ("<lattrix:network x=\"1\">\n<lattrix:node id=\"<e>\" />"),
+               "lattrix:network 1");
+    EXPECT_EQ (next ("<lattrix:logic type=\"INPUT\"/>"), "lattrix:logic 1");
+}
+
 TEST (XmlScanner, references_are_decoded_and_others_stay) {
     EXPECT_EQ (decode_attribute ("a&lt;b&gt;&amp;&quot;&apos;&#65;&#x42;"), "a<b>&\"'AB");
     EXPECT_EQ (decode_attribute ("&#945;"), "\xCE\xB1");

@@ -193,6 +193,15 @@ TEST (XmlReader, a_bad_byte_ends_the_reading_with_what_was_read) {
     EXPECT_EQ (n->nb_nodes (), 2);
 }
 
+TEST (XmlReader, a_bad_byte_is_the_one_thing_told) {
+    CaughtMessages messages;
+    const auto n =
+        read_xml_block ("<lattrix:network nb_nodes=\"9\" nb_comp=\"0\" align=\"2\" x=\"1\" "
+                        "y=\"2\" version=\"1.2\">\nx");
+    ASSERT_NE (n, nullptr);
+    EXPECT_THAT (messages.all, ElementsAre ("Format error: s = '         x'."));
+}
+
 TEST (XmlReader, an_unknown_element_is_a_bad_byte) {
     CaughtMessages messages;
     read_xml_block (block ("<lattrix:other />"));
