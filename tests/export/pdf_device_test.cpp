@@ -95,6 +95,8 @@ TEST (PdfDevice, ColourIsSetForLinesAndFills) {
                "0 0.2 1 RG\n0 0.2 1 rg\n");
     EXPECT_EQ (operators ([] (auto& device) { device.set_color_rgb (-5, 300, 256); }),
                "0 1 1 RG\n0 1 1 rg\n");
+    EXPECT_EQ (operators ([] (auto& device) { device.set_color_rgb (256, -5, 255); }),
+               "1 0 1 RG\n1 0 1 rg\n");
 }
 
 TEST (PdfDevice, FilledRectangleIsTwoShorterAtItsBottom) {
@@ -329,14 +331,20 @@ TEST (PdfDevice, PictureThatIsNeitherPngNorJpgIsLeftOut) {
 }
 
 TEST (PdfDevice, NumbersBeyondReasonDoNoHarm) {
+    const ostrand::testing::CaughtMessages messages;
     const float infinite = std::numeric_limits<float>::infinity ();
     const std::string text = operators ([infinite] (auto& device) {
         device.stroke_rect (1e30F, infinite, -infinite, nanf (""));
         device.set_line (1e9F, LineStyle::solid);
         device.fill_ellipse (0, 0, 0, 5, 16);
         device.fill_ellipse (0, 0, nanf (""), 5, 16);
+        device.stroke_ellipse (0, 0, 5, 0, 16);
+        device.stroke_ellipse (0, 0, 0, 5, 16);
+        device.draw_picture ("/nowhere/a.png", 0, 0, 0, 5);
+        device.draw_picture ("/nowhere/a.png", 0, 0, 5, 0);
     });
     EXPECT_EQ (text, "32767 0 0 0 re\nS\n100 w\n[] 0 d\n");
+    EXPECT_TRUE (messages.all.empty ()); // not even looked for
 }
 
 TEST (PdfDevice, FirstErrorIsToldAndEndsThePaint) {

@@ -381,6 +381,14 @@ TEST (ImportPlacement, more_than_256_links_are_refused) {
     EXPECT_FALSE (import_text (std::string ("e : p -> s ;\n") + model + "e : a -> p ;"));
     ASSERT_EQ (messages.all.size (), 2U);
     EXPECT_EQ (messages.all[0], "Too many reactions at 'a' (max = 256).");
+    // Likewise of those that start from one node.
+    std::string starts;
+    for (int i = 0; i < 256; ++i) {
+        starts += "e : s -> p ;\n";
+    }
+    EXPECT_TRUE (import_text (starts));
+    EXPECT_FALSE (import_text (starts + "e : s -> p ;\n"));
+    EXPECT_EQ (messages.all.back (), "Too many reactions at 's' (max = 256).");
 }
 
 TEST (ImportPlacement, more_than_16_inhibitors_are_refused) {
