@@ -12,9 +12,9 @@ namespace ostrand::files {
 /// A name that a model text can hold between quotes and a label shows again. Ordinary names stay as
 /// they are; line ends and other control characters become spaces, a backslash that escapes nothing
 /// is doubled, a word that the language keeps for itself gets a backslash in front, and letters
-/// that labels do not have are spelled out. by_number  for each byte whether the file gave it as a
-/// character's number: a backslash or brace
-///            given so is a letter, never a mark; empty for none
+/// that labels do not have are spelled out.
+/// by_number  for each byte whether the file gave it as a character's number; empty: none. A
+///            backslash or brace that came so is a letter, never a mark.
 std::string model_name (std::string_view name, const std::vector<bool>& by_number = {});
 
 /// Keeps apart names that only differ in what a model text cannot hold.

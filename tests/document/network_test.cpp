@@ -342,36 +342,6 @@ TEST (Find, hits_are_sorted_by_rows_and_walked) {
     EXPECT_EQ (network.find_next (true), nullptr);
 }
 
-TEST (Find, hits_come_row_by_row_from_the_left_whatever_their_order_in_the_network) {
-    testing::Dice dice (4);
-    for (int count = 1; count <= 40; ++count) {
-        std::vector<int> order (static_cast<std::size_t> (count));
-        for (std::size_t i = 0; i < order.size (); ++i) {
-            order[i] = static_cast<int> (i);
-            std::swap (order[i],
-                       order[static_cast<std::size_t> (dice.below (static_cast<int> (i) + 1))]);
-        }
-        Network network;
-        std::vector<Node*> expected (order.size ());
-        for (const int i : order) {
-            // Rows of seven, well apart; within a row the heights differ.
-            expected[static_cast<std::size_t> (i)] =
-                &add (network, "hit", static_cast<float> (100 * (i % 7)),
-                      static_cast<float> (200 * (i / 7) + dice.below (60)));
-        }
-        EXPECT_EQ (network.find_nodes (Line ("hit", 67, 0)), count);
-        EXPECT_EQ (network.find_hits (), expected) << count;
-    }
-}
-
-TEST (Find, hits_at_one_place_keep_the_order_of_the_network) {
-    Network network;
-    std::vector<Node*> expected;
-    for (int i = 0; i < 13; ++i) expected.push_back (&add (network, "hit", 50, 50));
-    network.find_nodes (Line ("hit", 67, 0));
-    EXPECT_EQ (network.find_hits (), expected);
-}
-
 TEST (Find, rows_that_run_into_one_another_do_no_harm) {
     Network network;
     testing::Dice dice (1);

@@ -345,26 +345,6 @@ TEST (PaintNode, DarkCanvasTurnsColours) {
                "color 7\ntext 97 'AAAAA' 85 103\n");
 }
 
-TEST (PaintNode, MarksOnADarkCanvasHaveTheirOwnColours) {
-    const auto dark = [] (const auto& change) {
-        return painted_node (5, [&change] (Node& n) {
-            change (n);
-            document_state ().dark_mode = true;
-        });
-    };
-    EXPECT_TRUE (dark ([] (Node& n) { n.selected = true; }).starts_with ("color 3\n"));
-    EXPECT_TRUE (dark ([] (Node& n) { n.calyx_display = true; }).starts_with ("color 6\n"));
-    EXPECT_TRUE (dark ([] (Node& n) { n.multi_conc = true; }).starts_with ("color 5\n"));
-    // Fogged, everything has one colour but the fill, on which the label has to show.
-    EXPECT_EQ (dark ([] (Node& n) { n.foggy = true; }),
-               "color 100\nfill_rect 78 88 44 24\ncolor aabbcc00\nfill_rect 80 90 40 20\n"
-               "color 7\ntext 97 'AAAAA' 85 103\n");
-    EXPECT_TRUE (painted_node (0, [] (Node& n) {
-                     n.selected = true;
-                     document_state ().dark_mode = true;
-                 }).starts_with ("color 3\nfill_rect 78.5 88.5 43 23\ncolor 0\n"));
-}
-
 TEST (PaintNode, TypeWithoutBackgroundIsPaintedFilled) {
     EXPECT_EQ (painted_node (8), painted_node (9));
     EXPECT_EQ (painted_node (16), painted_node (17));
@@ -490,35 +470,6 @@ TEST (PaintArc, SelectionAndPointerMakeItThicker) {
         << dark;
 }
 
-/// On a dark canvas black lines are white and what is hollow is black.
-TEST (PaintArc, DarkCanvasTurnsInkAndHollows) {
-    const auto dark = [] (Arque&) { document_state ().dark_mode = true; };
-    for (const auto& [type, part] :
-         {std::pair{arc::reaction,
-                    "color 7\nfill_rect -7 -7 14 14\ncolor 0\nfill_rect -5 -5 10 10\n"},
-          std::pair{arc::activation,
-                    "color 7\nfill_triangle_head 16 12 0\ncolor 0\nfill_triangle_head 9 4 -5\n"},
-          std::pair{arc::influence, "color 7\nfill_rect -5 -5 9 9\ncolor 0\nfill_rect -3 -3 5 5\n"},
-          std::pair{arc::inhibition, "color 7\nfill_rect -6.5 0 12 2\n"},
-          std::pair{arc::transport, "color 7\narrow_head 14 10 1\n"}}) {
-        const std::string text = painted_arc (type, dark);
-        EXPECT_NE (text.find (part), std::string::npos) << text;
-        EXPECT_NE (text.find ("color 7\nline 1\npush 120 100 0\n"), std::string::npos) << text;
-    }
-    const std::string circle = painted_arc (arc::catalysis, dark);
-    EXPECT_LT (circle.find ("color 7\nfill_ellipse"), circle.find ("color 0\nfill_ellipse"));
-    const std::string foggy = painted_arc (arc::substrate, [] (Arque& a) {
-        a.foggy = true;
-        document_state ().dark_mode = true;
-    });
-    EXPECT_NE (foggy.find ("color 100\nline 1\n"), std::string::npos) << foggy;
-    const std::string blue = painted_arc (arc::substrate, [] (Arque& a) {
-        a.color = 4;
-        document_state ().dark_mode = true;
-    });
-    EXPECT_NE (blue.find ("color 6\nline 1\n"), std::string::npos) << blue;
-}
-
 TEST (PaintArc, ThicknessThatFillsTheMarkGivesNoNegativeSize) {
     const std::string text = painted_arc (arc::reaction, [] (Arque& a) { a.thickness = 9; });
     EXPECT_NE (text.find ("fill_rect -7 -7 14 14\npop\n"), std::string::npos) << text;
@@ -638,22 +589,6 @@ TEST (PaintCompart, SelectedHasFourHandles) {
                                  "color 0\nfill_rect 52 16 16 16\ncolor 7\nfill_rect 54 18 12 12\n"
                                  "color 0\nfill_rect 52 68 16 16\n"
                                  "color 7\nfill_rect 54 70 12 12\n"))
-        << text;
-}
-
-TEST (PaintCompart, HandlesOnADarkCanvasAreTurnedToo) {
-    DrawnNetwork drawn;
-    Compart c (shape::rectangle, 10, 20, 100, 60);
-    c.selected = true;
-    c.edge = Edge::top;
-    document_state ().dark_mode = true;
-    const std::string text = painted (c);
-    EXPECT_NE (text.find ("color 7\nfill_rect 6 42 16 16\ncolor 0\nfill_rect 8 44 12 12\n"),
-               std::string::npos)
-        << text;
-    EXPECT_NE (
-        text.find ("color 7\nfill_rect 52 16 16 16\ncolor a0a0a000\nfill_rect 54 18 12 12\n"),
-        std::string::npos)
         << text;
 }
 
