@@ -59,7 +59,7 @@ TEST (Markup, script_keeps_its_colour_change_and_drops_its_font_change) {
     EXPECT_EQ (letter (*line, 1).color, 4U);
 }
 
-TEST (Markup, a_record_takes_the_byte_behind_its_e_as_it_stands) {
+TEST (Markup, scripted_letter_of_a_record_is_read_as_it_stands) {
     const auto read = line_of ("{[E\\_{b}-]}");
     EXPECT_EQ (letter (*read, 0).code, '\\');
     ASSERT_TRUE (letter (*read, 0).sub ());
@@ -109,11 +109,16 @@ TEST (Markup, no_font_and_no_colour_never_appear_in_a_file) {
     EXPECT_EQ (to.out, "{<74F><9C>b}{a}");
 }
 
-TEST (Markup, backslash_escapes_the_next_byte_on_reading_and_is_escaped_on_writing) {
+TEST (Markup, bare_backslash_escapes_on_reading_and_is_written_doubled) {
     EXPECT_EQ (line_of ("{a\\b}")->chars_only (), "ab");
     const Line line ("a\\b", 67, 0);
     EXPECT_EQ (written (line), "{a\\\\b}");
     EXPECT_EQ (line_of (written (line))->chars_only (), "a\\b");
+    // A letter with scripts is told by its byte as it stands.
+    Line scripted ("\\", 67, 0);
+    scripted.set_script (0, false, std::make_unique<Line> ("b", 67, 0));
+    EXPECT_EQ (written (scripted), "{[E\\{b}-]}");
+    EXPECT_TRUE (line_of (written (scripted))->equals (scripted));
 }
 
 TEST (Markup, backslash_never_breaks_what_holds_the_text_together) {
@@ -123,6 +128,7 @@ TEST (Markup, backslash_never_breaks_what_holds_the_text_together) {
         EXPECT_EQ (letter (*line, markup[1] == 'a' ? 1 : 0).code, '\\') << markup;
         EXPECT_TRUE (line_of (written (*line))->equals (*line)) << markup;
     }
+    EXPECT_EQ (written (Line ("a\\", 67, 0)), "{a\\\\}");
 }
 
 TEST (Markup, every_code_reads_back_in_every_place_of_a_label) {

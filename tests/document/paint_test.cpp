@@ -315,6 +315,18 @@ TEST (PaintNode, wide_molecule_moves_its_label) {
     EXPECT_EQ (n.get_height (), 24);
 }
 
+TEST (PaintNode, label_of_fifty_is_not_wide_yet) {
+    DrawnNetwork drawn;
+    const unsigned font = font_key (2, false, false, 1); // a "c" of Arial is 5 wide in it
+    for (const auto& [letters, x] :
+         {std::pair{"cccccccccc", 5.0F}, std::pair{"ccccccccccc", 13.0F}}) {
+        Node& n = drawn.node (100, 100, node::molecule, "");
+        n.take_label (std::make_unique<Line> (letters, font, 0U));
+        drawn.network.layout ();
+        EXPECT_EQ (n.label ()->x (), x) << n.label ()->get_width ();
+    }
+}
+
 TEST (PaintNode, residu_stands_on_the_upper_edge) {
     const std::string text =
         painted_node (9, [] (Node& n, PaintStyle&) { n.take_residu (even_line ("P")); });
@@ -692,6 +704,23 @@ TEST (PaintNetwork, nodes_are_on_top_of_arcs_and_reactions_under_links) {
         drawn.network.paint (device, style, 0, 0);
         EXPECT_EQ (painting_order (device), "compartment reaction activation node node ");
     }
+}
+
+TEST (PaintNetwork, everything_stands_beside_the_origin) {
+    DrawnNetwork drawn;
+    Network& network = drawn.network;
+    network.add_compart (std::make_unique<Compart> (shape::rectangle, 50.F, 60.F, 300.F, 200.F));
+    Node& from = drawn.node (100, 100, 5);
+    drawn.arc (from, drawn.node (300, 100, 5));
+    network.set_origin (7, 1000);
+    network.layout ();
+    RecordingDevice device;
+    network.paint (device, PaintStyle{}, 20, 4);
+    // The origin is at (27, 1004).
+    EXPECT_TRUE (device.has ("fill_round_rect 79 1066 296 196 7")) << device.joined ();
+    EXPECT_TRUE (device.has ("fill_rect 107 1094 40 20")) << device.joined ();
+    EXPECT_EQ (device.named ("push 147 1104").size (), 1U) << device.joined ();
+    EXPECT_TRUE (device.has ("text 97 'AAAAA' 112 1107")) << device.joined ();
 }
 
 TEST (PaintNetwork, what_cannot_be_seen_is_not_painted) {

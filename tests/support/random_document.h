@@ -26,6 +26,9 @@ struct RandomDocumentOptions {
     bool settled = false;
     bool pictures = true;
     bool fog = true;
+    /// All letters that can be typed, each of them with scripts too, those that mean something in
+    /// some format more often than others; no others.
+    bool typed = false;
 };
 
 /// Draws whole numbers without the library's distributions, whose results differ between machines.
@@ -80,11 +83,21 @@ class RandomDocument {
         }
         unsigned code = static_cast<unsigned> (32 + dice_.below (288));
         if (dice_.one_in (2)) code = static_cast<unsigned> ('a' + dice_.below (26));
+        if (options_.typed) code = typed_code ();
         line.insert_before (-1, document::StdChar (code, font (), color ()));
         if (depth >= 3 || !dice_.one_in (6)) return;
         const int last = line.count () - 2;
         if (dice_.one_in (2)) line.set_script (last, false, this->line (3, depth + 1));
         if (dice_.one_in (2)) line.set_script (last, true, this->line (3, depth + 1));
+    }
+    unsigned typed_code () {
+        static constexpr std::string_view special = "\\\\  \"<>&{}[]^_#;-NPE'";
+        if (dice_.one_in (2)) {
+            const int place = dice_.below (static_cast<int> (special.size ()));
+            return static_cast<unsigned char> (special[static_cast<std::size_t> (place)]);
+        }
+        const int any = dice_.below (95 + 96);
+        return static_cast<unsigned> (any < 95 ? 32 + any : 160 + any - 95);
     }
     /// In quarters; in a document that is not settled now and then with more digits than are
     /// written.
