@@ -11,8 +11,8 @@
 
 namespace ostrand {
 
-/// Called ON THE WORK'S THREADS, one call at a time, to wake a sleeping event loop and nothing else:
-/// neither may wait for the thread that made the work. Both may be empty.
+/// Called ON THE WORK'S THREADS, one call at a time, to wake a sleeping event loop and nothing
+/// else: neither may wait for the thread that made the work. Both may be empty.
 struct WorkListener {
     std::function<void ()> on_message = {}; // behind each message
     std::function<void ()> on_end = {};     // when the outcome is there

@@ -19,16 +19,16 @@ EntryKind kind_of (const fs::path& file, std::string_view name, std::string_view
     if (!matches_filter (filter, name)) return EntryKind::not_in_filter;
     constexpr fs::perms any_exec =
         fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
-    const bool executable = fs::is_regular_file (status) &&
-                            (status.permissions () & any_exec) != fs::perms::none;
+    const bool executable =
+        fs::is_regular_file (status) && (status.permissions () & any_exec) != fs::perms::none;
     return executable ? EntryKind::executable : EntryKind::plain;
 }
 
 /// What two names begin with.
 std::string_view common_start (std::string_view a, std::string_view b) {
-    const auto [end, other] = std::mismatch (a.begin (), a.begin () + static_cast<std::ptrdiff_t> (
-                                                             std::min (a.size (), b.size ())),
-                                             b.begin ());
+    const auto [end, other] = std::mismatch (
+        a.begin (), a.begin () + static_cast<std::ptrdiff_t> (std::min (a.size (), b.size ())),
+        b.begin ());
     return a.substr (0, static_cast<std::size_t> (end - a.begin ()));
 }
 

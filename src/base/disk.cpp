@@ -98,8 +98,8 @@ OutputFile OutputFile::standard_output () {
 OutputFile::OutputFile (OutputFile&& other) noexcept
     : descriptor_ (std::exchange (other.descriptor_, -1)), owned_ (other.owned_),
       target_ (std::move (other.target_)), temporary_ (std::move (other.temporary_)),
-      guard_ (std::move (other.guard_)), stop_ (std::move (other.stop_)),
-      stopped_ (other.stopped_), error_ (std::move (other.error_)) {
+      guard_ (std::move (other.guard_)), stop_ (std::move (other.stop_)), stopped_ (other.stopped_),
+      error_ (std::move (other.error_)) {
     other.temporary_.clear ();
 }
 

@@ -13,7 +13,8 @@
 
 namespace ostrand {
 
-/// What is read of one input at most: 1 GiB. An input may have no end of its own (a device, a pipe).
+/// What is read of one input at most: 1 GiB. An input may have no end of its own (a device, a
+/// pipe).
 inline constexpr std::size_t largest_input = std::size_t{1} << 30;
 
 /// The bound in force: `largest_input`, or less where the environment variable OSTRAND_INPUT_BOUND
@@ -25,7 +26,7 @@ enum class ReadEnd {
     whole,
     not_opened,
     failed,    // while reading; a folder too
-    too_large, // has more bytes than the bound; reported
+    too_large, // has more bytes than the bound
     stopped,
 };
 
@@ -39,6 +40,7 @@ struct ReadOptions {
 struct Input {
     ReadEnd end = ReadEnd::not_opened;
     std::string bytes; // empty unless it is whole
+    std::string fault; // of one that is too large: the message for the user; empty otherwise
     bool whole () const { return end == ReadEnd::whole; }
 };
 
@@ -47,7 +49,7 @@ struct Input {
 /// is silent.
 Input read_input (const std::filesystem::path& path, const ReadOptions& options = {});
 
-/// The bytes of a file, nothing unless it is whole.
+/// The bytes of a file, nothing unless it is whole. One that is too large is reported.
 std::optional<std::string> read_file (const std::filesystem::path& path,
                                       std::size_t bound = input_bound ());
 
@@ -60,6 +62,7 @@ struct TextFile {
     explicit TextFile (const std::filesystem::path& path, std::stop_token stop = {});
     ReadEnd end;
     std::optional<std::string> text; // nothing unless it is whole
+    std::string fault;               // as an Input has it
 };
 
 /// A file that is being written. A regular file is written beside its target, under a name that

@@ -100,18 +100,18 @@ Input read_descriptor (int descriptor, const std::string& name, const ReadOption
     Gathered gathered (options, told_size (descriptor));
     std::array<char, Gathered::block_size> block{};
     for (;;) {
-        if (!wait_for_input (descriptor, options.stop)) return {ReadEnd::stopped, {}};
+        if (!wait_for_input (descriptor, options.stop)) return {ReadEnd::stopped, {}, {}};
         const ssize_t got = ::read (descriptor, block.data (), block.size ());
         if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return {ReadEnd::failed, {}};
-        if (got == 0) return {ReadEnd::whole, gathered.finish ()};
+        if (got < 0) return {ReadEnd::failed, {}, {}};
+        if (got == 0) return {ReadEnd::whole, gathered.finish (), {}};
         if (!gathered.take ({block.data (), static_cast<std::size_t> (got)})) {
             const std::string bound = options.bound == largest_input
                                           ? std::string ("1 GiB")
                                           : format_text ("%zu bytes", options.bound);
-            report_message ("'%s' has more than %s, the most that is read", name.c_str (),
-                            bound.c_str ());
-            return {ReadEnd::too_large, {}};
+            return {ReadEnd::too_large,
+                    {},
+                    "'" + name + "' has more than " + bound + ", the most that is read"};
         }
     }
 }
@@ -136,6 +136,7 @@ int open_input (const fs::path& path, const std::stop_token& stop) {
 }
 
 std::optional<std::string> whole_bytes (Input input) {
+    if (!input.fault.empty ()) report_message ("%s", input.fault.c_str ());
     if (!input.whole ()) return std::nullopt;
     return std::move (input.bytes);
 }
@@ -168,7 +169,8 @@ std::optional<std::string> read_text_file (const fs::path& path, std::size_t bou
 TextFile::TextFile (const fs::path& path, std::stop_token stop) {
     Input input = read_input (path, {.text_mode = true, .stop = std::move (stop)});
     end = input.end;
-    text = whole_bytes (std::move (input));
+    if (input.whole ()) text = std::move (input.bytes);
+    fault = std::move (input.fault);
 }
 
 } // namespace ostrand

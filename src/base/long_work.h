@@ -46,9 +46,7 @@ class Progress {
     /// For work whose amount is only estimated: the part that is done, 0 to 1.
     void estimate (double fraction);
     /// So many results more: gates, networks.
-    void add_results (std::uint64_t more) {
-        results_.fetch_add (more, std::memory_order_relaxed);
-    }
+    void add_results (std::uint64_t more) { results_.fetch_add (more, std::memory_order_relaxed); }
     void set_results (std::uint64_t results) {
         results_.store (results, std::memory_order_relaxed);
     }

@@ -26,9 +26,9 @@ std::uint64_t available_memory ();
 /// Absolute path of the running program's file.
 std::filesystem::path executable_path ();
 
-/// Writing to a pipe that nobody reads any more becomes an error of the write instead of the end of
-/// the process.
-void ignore_broken_pipes ();
+/// From now on writing to a pipe that nobody reads any more, or beyond the limit of a file's size,
+/// is an error of the write instead of the end of the process.
+void make_write_failures_errors ();
 
 /// Brings what was written to an open file to the disk. False, with the reason in errno, when that
 /// fails or a stop is asked for, which is looked at now and then while a large file goes out.

@@ -131,7 +131,10 @@ bool flush_to_disk (int descriptor, const std::stop_token& stop) {
     return fsync (descriptor) == 0;
 }
 
-void ignore_broken_pipes () { std::signal (SIGPIPE, SIG_IGN); }
+void make_write_failures_errors () {
+    std::signal (SIGPIPE, SIG_IGN);
+    std::signal (SIGXFSZ, SIG_IGN);
+}
 
 bool is_terminal (int stream) { return isatty (stream) == 1; }
 

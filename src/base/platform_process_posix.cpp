@@ -82,8 +82,8 @@ int spawn (const std::vector<std::string>& arguments, pid_t& child) {
         words.push_back (const_cast<char*> (argument.c_str ())); // posix_spawn does not write
     }
     words.push_back (nullptr);
-    return posix_spawnp (&child, words[0], settings.files (), settings.attributes (),
-                         words.data (), environ);
+    return posix_spawnp (&child, words[0], settings.files (), settings.attributes (), words.data (),
+                         environ);
 }
 
 /// Exit status, 128 + signal, or -1 for what is neither.
@@ -127,8 +127,8 @@ ChildProcess::ChildProcess (const std::vector<std::string>& arguments) {
     }
     state_ = state;
     try {
-        // The only thread that is not joined: it would hold up this process's end until the child's.
-        // It touches nothing but what it shares with this object.
+        // The only thread that is not joined: it would hold up this process's end until the
+        // child's. It touches nothing but what it shares with this object.
         std::thread ([state] {
             const int status = wait_for (state->child);
             const std::lock_guard guard (state->lock);

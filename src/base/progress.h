@@ -27,8 +27,9 @@ class ProgressLine {
     bool shown_ = false;
 };
 
-/// While it lives, shows a line that tells how far some work is, five times a second, on a thread of
-/// its own that does nothing else. Nothing at all when not wanted or standard error is no terminal.
+/// While it lives, shows a line that tells how far some work is, five times a second, on a thread
+/// of its own that does nothing else. Nothing at all when not wanted or standard error is no
+/// terminal.
 class ProgressWatch {
   public:
     /// line  called ON THAT THREAD for the text

@@ -21,9 +21,9 @@ void remove_file (const std::string& path) {
 class BackgroundRun::Work : public LongWork {
   public:
     explicit Work (BackgroundRequest request)
-        : request_ (std::move (request)), run_ ({.model = request_.model,
-                                                 .out = request_.out,
-                                                 .stochastic = request_.stochastic}) {}
+        : request_ (std::move (request)),
+          run_ ({.model = request_.model, .out = request_.out, .stochastic = request_.stochastic}) {
+    }
     ~Work () override { remove_model (); } // of a run that never began
 
     void tidy () override { run_.tidy (); }
@@ -43,8 +43,7 @@ class BackgroundRun::Work : public LongWork {
         if (request_.reverse_video) words.emplace_back ("-r");
         viewer_ = ChildProcess (words);
         if (viewer_.started ()) return outcome;
-        return Outcome::failure ("Cannot start '" + request_.executable +
-                                 "': " + viewer_.error ());
+        return Outcome::failure ("Cannot start '" + request_.executable + "': " + viewer_.error ());
     }
 
   private:
@@ -54,7 +53,7 @@ class BackgroundRun::Work : public LongWork {
     }
 
     BackgroundRequest request_;
-    Run run_;
+    SimulationRun run_;
     ChildProcess viewer_;
     bool model_removed_ = false;
 };

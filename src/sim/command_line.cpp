@@ -83,8 +83,7 @@ int simulator_main (int argc, char** argv) {
         std::fputs ("compile_model has been removed.\n", stderr);
         return 1;
     }
-    ignore_broken_pipes ();
-    Run run (request);
+    SimulationRun run (request);
     const Outcome outcome = run.run ();
     if (!outcome.failed ()) return 0;
     switch (run.fault ()) {

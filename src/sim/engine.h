@@ -63,7 +63,8 @@ inline constexpr std::uint32_t applications_per_look = 1 << 14;
 /// apply   (elementary step) applies it once
 template <class Record, class Apply>
 void run_points (const EngineModel& model, Simulation& simulation, Record record, Apply apply) {
-    const auto n_steps = static_cast<std::uint32_t> (std::max<std::size_t> (model.steps.size (), 1));
+    const auto n_steps =
+        static_cast<std::uint32_t> (std::max<std::size_t> (model.steps.size (), 1));
     const std::uint32_t look_each = std::max (applications_per_look / n_steps / 2 * 2, 2U);
     for (std::uint32_t pt = 0; pt < model.n_points; ++pt) {
         for (std::uint32_t i = 0; i < model.n_species; ++i) {

@@ -109,12 +109,11 @@ ResultStatus write_result (const std::string& out, const ModelTables& tables, co
         return out == "-" ? ResultStatus::lost : ResultStatus::not_created;
     }
     GzipStream stream (file.descriptor ());
-    const bool written =
-        format_result (tables, grid,
-                       [&] (std::string_view piece) {
-                           return !stop.stop_requested () && stream.write (piece);
-                       }) &&
-        stream.close ();
+    const bool written = format_result (tables, grid,
+                                        [&] (std::string_view piece) {
+                                            return !stop.stop_requested () && stream.write (piece);
+                                        }) &&
+                         stream.close ();
     if (!written) {
         error = std::strerror (errno != 0 ? errno : EIO);
         return stop.stop_requested () ? ResultStatus::stopped : ResultStatus::lost;

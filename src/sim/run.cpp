@@ -57,20 +57,20 @@ void print_error_stream (const std::string& text) {
 
 } // namespace
 
-Run::Run (RunRequest request, SimulatorState& state)
+SimulationRun::SimulationRun (RunRequest request, SimulatorState& state)
     : request_ (std::move (request)), state_ (state) {}
 
-void Run::tidy () { grid_ = {}; }
+void SimulationRun::tidy () { grid_ = {}; }
 
 /// Fills tables and grid.
-Outcome Run::read (const std::stop_token& stop) {
+Outcome SimulationRun::read (const std::stop_token& stop) {
     std::string fault;
     const MessageScope listening ([&fault] (std::string_view text) { fault = text; });
     const Input input = read_input (request_.model, {.text_mode = true, .stop = stop});
     if (input.end == ReadEnd::stopped) return Outcome::stop ();
     if (input.end == ReadEnd::too_large) {
         fault_ = RunFault::model_refused;
-        return Outcome::failure (fault);
+        return Outcome::failure (input.fault);
     }
     if (!input.whole ()) {
         fault_ = RunFault::model_not_opened;
@@ -92,20 +92,19 @@ Outcome Run::read (const std::stop_token& stop) {
     return Outcome::failure (fault);
 }
 
-void Run::simulate (const std::stop_token& stop) {
+void SimulationRun::simulate (const std::stop_token& stop) {
     const bool talkative = request_.verbose || request_.report;
     const std::uint64_t points = std::uint64_t{grid_.n_simul} * grid_.n_points;
     progress_.expect (points);
-    const ProgressWatch watch (
-        request_.show_progress && !talkative, [this] (double seconds) {
-            return progress_text (progress_.amount_done (), progress_.amount_expected (), seconds);
-        });
-    const EngineModel model{tables_.steps, tables_.n_species (), tables_.nb_gen, grid_.n_points,
-                            &progress_,    stop};
+    const ProgressWatch watch (request_.show_progress && !talkative, [this] (double seconds) {
+        return progress_text (progress_.amount_done (), progress_.amount_expected (), seconds);
+    });
+    const EngineModel model{tables_.steps,  tables_.n_species (), tables_.nb_gen,
+                            grid_.n_points, &progress_,           stop};
     run_simulations (model, grid_.simulations, request_.sequential, request_.stochastic);
 }
 
-Outcome Run::write (const std::stop_token& stop) {
+Outcome SimulationRun::write (const std::stop_token& stop) {
     std::string error;
     switch (write_result (request_.out, tables_, grid_, error, stop)) {
     case ResultStatus::written:
@@ -117,7 +116,7 @@ Outcome Run::write (const std::stop_token& stop) {
     return Outcome::failure ("Cannot write '" + request_.out + "': " + error);
 }
 
-Outcome Run::work (const std::stop_token& stop) {
+Outcome SimulationRun::work (const std::stop_token& stop) {
     const bool talkative = request_.verbose || request_.report;
     if (Outcome read_outcome = read (stop); !read_outcome.done ()) return read_outcome;
     if (talkative) {
@@ -139,12 +138,12 @@ Outcome Run::work (const std::stop_token& stop) {
 
 bool run_model (const char* model, const char* out, bool sequential, bool report, bool verbose,
                 bool stochastic) {
-    Run run ({.model = model,
-              .out = out,
-              .sequential = sequential,
-              .report = report,
-              .verbose = verbose,
-              .stochastic = stochastic});
+    SimulationRun run ({.model = model,
+                        .out = out,
+                        .sequential = sequential,
+                        .report = report,
+                        .verbose = verbose,
+                        .stochastic = stochastic});
     const Outcome outcome = run.run ();
     if (outcome.failed () && run.fault () != RunFault::model_not_opened) {
         report_message ("%s", outcome.reason.c_str ());

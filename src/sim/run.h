@@ -39,13 +39,13 @@ struct SimulatorState {
 };
 SimulatorState& simulator_state ();
 
-/// One run. Its model, its grid and its progress are its own, so several may go on at once. Progress
-/// counts recorded points of all simulations, one for each simulated second; it is at its end while
-/// the result is written. A result that cannot be created counts as done. A stopped run leaves the
-/// result file as it was.
-class Run : public LongWork {
+/// One run. Its model, its grid and its progress are its own, so several may go on at once.
+/// Progress counts recorded points of all simulations, one for each simulated second; it is at its
+/// end while the result is written. A result that cannot be created counts as done. A stopped run
+/// leaves the result file as it was.
+class SimulationRun : public LongWork {
   public:
-    explicit Run (RunRequest request, SimulatorState& state = simulator_state ());
+    explicit SimulationRun (RunRequest request, SimulatorState& state = simulator_state ());
 
     /// Frees the series.
     void tidy () override;

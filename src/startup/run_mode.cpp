@@ -64,6 +64,7 @@ EditorStart prepare_editor (const char* program) {
 }
 
 int start (int argc, char** argv, const char* commit) {
+    make_write_failures_errors ();
     const std::span<char*> words (argv, static_cast<std::size_t> (argc));
     switch (choose_mode (words.subspan (argc > 0 ? 1 : 0))) {
     case RunMode::simulator: argv[1] = argv[0]; return sim::simulator_main (argc - 1, argv + 1);
@@ -73,9 +74,7 @@ int start (int argc, char** argv, const char* commit) {
         return viewer::viewer_main (argc - 1, argv + 1);
     }
     case RunMode::usage: std::fputs (general_usage (argv[0]).c_str (), stderr); return 0;
-    case RunMode::version:
-        ignore_broken_pipes ();
-        return write_standard_output (version_line ("ostrand", commit)) ? 0 : 1;
+    case RunMode::version: return write_standard_output (version_line ("ostrand", commit)) ? 0 : 1;
     case RunMode::editor: break;
     }
     std::fputs ("The editor is not in this version: use -a to simulate, -v to show curves, and "

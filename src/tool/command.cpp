@@ -93,7 +93,7 @@ std::optional<int> Arguments::number (std::string_view option, int fallback, int
 }
 
 int tool_main (int argc, char** argv, const char* commit) {
-    ignore_broken_pipes ();
+    make_write_failures_errors ();
     const std::span<char*> words (argv + 1, argc > 1 ? static_cast<std::size_t> (argc - 1) : 0);
     if (words.empty ()) {
         std::fputs (general_help ().c_str (), stderr);

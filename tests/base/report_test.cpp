@@ -36,16 +36,6 @@ TEST (report, a_scope_takes_messages_uncut_and_scopes_nest) {
     EXPECT_EQ (outer.joined (), "after\n");
 }
 
-TEST (platform, processes_are_started_with_an_argument_vector) {
-    const testing::TemporaryFolder folder;
-    const std::string script = folder.write ("s", "printf '%s|' \"$@\" >\"$0.out\"; exit 3\n");
-    EXPECT_EQ (run_process ({"sh", script, "a b", "$HOME", "*"}), 3);
-    EXPECT_EQ (testing::file_text (script + ".out"), "a b|$HOME|*|");
-    EXPECT_EQ (run_process ({"/nowhere/program"}), -1);
-    EXPECT_EQ (run_process ({"sh", "-c", "kill -TERM $$"}), 128 + 15);
-    EXPECT_EQ (run_process ({}), -1);
-}
-
 TEST (platform, tells_what_there_is) {
     EXPECT_GE (processor_count (), 1);
     EXPECT_GT (available_memory (), std::uint64_t{1} << 20);

@@ -84,8 +84,6 @@ TEST (path, parts_of_names) {
     EXPECT_EQ (base_name (".hidden"), ".hidden");
     EXPECT_EQ (folder_of ("/a/b"), "/a/");
     EXPECT_EQ (folder_of ("b"), "");
-    EXPECT_EQ (absolute_path ("/a", "/b"), "/a");
-    EXPECT_EQ (absolute_path ("../a", "/b/c"), "/b/a");
 }
 
 TEST (progress, durations_and_bars) {
