@@ -62,19 +62,18 @@ struct BackgroundWork::State {
     bool listener_told = false; // of the end
     std::vector<std::string> messages;
 
-    Outcome begin () {
-        try {
-            const MessageScope scope ([this] (std::string_view text) {
-                {
-                    const std::lock_guard guard (lock);
-                    messages.emplace_back (text);
-                }
-                if (listener.on_message) listener.on_message ();
-            });
-            return work->begin (stop.get_token ());
-        } catch (const std::exception&) {
-            return Outcome::failure (out_of_memory);
+    /// Where the work's messages go.
+    MessageTarget target = make_message_target ([this] (std::string_view text) {
+        {
+            const std::lock_guard guard (lock);
+            messages.emplace_back (text);
         }
+        if (listener.on_message) listener.on_message ();
+    });
+
+    Outcome begin () {
+        const MessageScope scope (target);
+        return work->begin (stop.get_token ());
     }
 
     void end (Outcome how) {
@@ -113,6 +112,8 @@ BackgroundWork::~BackgroundWork () {
     wait ();
     if (!state_->thread.empty ()) leaving_threads ().add (state_->thread);
 }
+
+bool BackgroundWork::has_thread () const { return !state_->thread.empty (); }
 
 void BackgroundWork::stop () { state_->stop.request_stop (); }
 

@@ -46,6 +46,10 @@ class BackgroundWork {
     /// What the work has reported since the last call, in order.
     std::vector<std::string> take_messages ();
 
+  protected:
+    /// False where the system gave no thread: the work never begins.
+    bool has_thread () const;
+
   private:
     struct State;
     std::shared_ptr<State> state_;

@@ -53,8 +53,11 @@ int open_beside (const fs::path& target, fs::path& chosen) {
 
 } // namespace
 
-OutputFile::OutputFile (const fs::path& path, std::stop_token stop)
-    : target_ (end_of_links (path)), stop_ (std::move (stop)) {
+// Built up from an object that is whole, so that what fails halfway, for want of memory, is taken
+// back by the destructor.
+OutputFile::OutputFile (const fs::path& path, std::stop_token stop) : OutputFile () {
+    target_ = end_of_links (path);
+    stop_ = std::move (stop);
     struct stat old {};
     const bool exists = ::stat (target_.c_str (), &old) == 0;
     if (!exists && errno != ENOENT) { // a ring of links, a folder that may not be searched
@@ -163,6 +166,8 @@ bool write_file (const fs::path& path, std::string_view bytes, std::string& erro
     if (!written) error = file.error ();
     return written;
 }
+
+void remove_file (const fs::path& path) noexcept { ::unlink (path.c_str ()); }
 
 bool write_standard_output (std::string_view bytes) {
     OutputFile file = OutputFile::standard_output ();

@@ -119,6 +119,9 @@ class OutputFile {
 bool write_file (const std::filesystem::path& path, std::string_view bytes, std::string& error,
                  std::stop_token stop = {});
 
+/// Removes a file, if it is there. Needs no memory, so that destructors may use it.
+void remove_file (const std::filesystem::path& path) noexcept;
+
 /// Writes to standard output; false, and reported, when it is closed or full.
 bool write_standard_output (std::string_view bytes);
 

@@ -59,10 +59,15 @@ void set_status_line (MessageSink line) { of_this_thread ().status_line = std::m
 
 MessageTarget message_target () { return of_this_thread ().scope; }
 
-MessageScope::MessageScope (MessageSink sink) : own_ (std::make_shared<MessageRoute> ()) {
-    own_->sink = std::move (sink);
-    outer_ = std::exchange (of_this_thread ().scope, own_);
+MessageTarget make_message_target (MessageSink sink) {
+    auto route = std::make_shared<MessageRoute> ();
+    route->sink = std::move (sink);
+    return route;
 }
+
+MessageScope::MessageScope (MessageSink sink)
+    : own_ (make_message_target (std::move (sink))),
+      outer_ (std::exchange (of_this_thread ().scope, own_)) {}
 
 MessageScope::MessageScope (MessageTarget target)
     : outer_ (std::exchange (of_this_thread ().scope, std::move (target))) {}

@@ -30,14 +30,18 @@ using MessageTarget = std::shared_ptr<MessageRoute>;
 /// The innermost scope of the calling thread.
 MessageTarget message_target ();
 
+/// A sink as a target, for threads that are still to be made.
+MessageTarget make_message_target (MessageSink sink);
+
 /// While it lives, the calling thread's messages reach one sink, uncut, and nothing else: for
 /// tests, for commands that want to know what a reader said, and for long work, whose messages
 /// somebody collects. Scopes nest and end on the thread that made them.
 class MessageScope {
   public:
     explicit MessageScope (MessageSink sink);
-    /// Shares the sink of another thread's scope. It is called on both threads, on one at a time,
-    /// and no more once that scope has ended.
+    /// Shares a sink, maybe that of another thread's scope. It is called on all threads that share
+    /// it, on one at a time, and no more once the scope that brought it in has ended. Needs no
+    /// memory.
     explicit MessageScope (MessageTarget target);
     ~MessageScope ();
     MessageScope (const MessageScope&) = delete;

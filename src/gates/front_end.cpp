@@ -71,15 +71,14 @@ Outcome FrontEndExtraction::work (const std::stop_token& stop) {
 
 GateFrontEnd::TableScope::TableScope (const GateFrontEnd& front_end, const RandomNumbers& random) {
     std::error_code ignored;
-    path_ = fs::absolute (temporary_kinetics, ignored).string ();
+    path_ = fs::absolute (temporary_kinetics, ignored);
     guard_ = std::make_unique<InterruptionGuard> (path_);
     write_file (path_, reaction_table_text (front_end.model_path, front_end.reactions, random),
                 error_);
 }
 
 GateFrontEnd::TableScope::~TableScope () {
-    std::error_code ignored;
-    if (error_.empty ()) fs::remove (path_, ignored);
+    if (error_.empty ()) remove_file (path_);
 }
 
 } // namespace ostrand::gates

@@ -8,6 +8,7 @@
 #include "gates/reaction.h"
 #include "gates/reaction_table.h"
 
+#include <filesystem>
 #include <memory>
 #include <stop_token>
 #include <string>
@@ -65,7 +66,7 @@ class GateFrontEnd {
 
       private:
         std::string error_;
-        std::string path_; // absolute, so that it is the same file at the end
+        std::filesystem::path path_; // absolute, so that it is the same file at the end
         std::unique_ptr<InterruptionGuard> guard_;
     };
 

@@ -1,34 +1,24 @@
 // A run in the background.
 #include "sim/background.h"
 
+#include "base/disk.h"
 #include "sim/run.h"
 
 #include <filesystem>
-#include <system_error>
 #include <utility>
 #include <vector>
 
 namespace ostrand::sim {
-namespace {
-
-void remove_file (const std::string& path) {
-    std::error_code ignored;
-    std::filesystem::remove (path, ignored);
-}
-
-} // namespace
-
 class BackgroundRun::Work : public LongWork {
   public:
     explicit Work (BackgroundRequest request)
         : request_ (std::move (request)),
           run_ ({.model = request_.model, .out = request_.out, .stochastic = request_.stochastic}) {
     }
-    ~Work () override { remove_model (); } // of a run that never began
-
     void tidy () override { run_.tidy (); }
     const Progress& progress () const override { return run_.progress (); }
     const ChildProcess& viewer () const { return viewer_; }
+    void remove_model () { remove_file (model_); }
 
   protected:
     Outcome work (const std::stop_token& stop) override {
@@ -47,22 +37,19 @@ class BackgroundRun::Work : public LongWork {
     }
 
   private:
-    /// Once only: later the name may be another run's.
-    void remove_model () {
-        if (!std::exchange (model_removed_, true)) remove_file (request_.model);
-    }
-
     BackgroundRequest request_;
+    std::filesystem::path model_ = request_.model;
     SimulationRun run_;
     ChildProcess viewer_;
-    bool model_removed_ = false;
 };
 
 BackgroundRun::BackgroundRun (BackgroundRequest request, WorkListener listener)
     : BackgroundRun (std::make_shared<Work> (std::move (request)), std::move (listener)) {}
 
 BackgroundRun::BackgroundRun (std::shared_ptr<Work> work, WorkListener listener)
-    : BackgroundWork (work, std::move (listener)), work_ (work) {}
+    : BackgroundWork (work, std::move (listener)), work_ (work) {
+    if (!has_thread ()) work_->remove_model ();
+}
 
 const ChildProcess& BackgroundRun::viewer () const { return work_->viewer (); }
 

@@ -35,7 +35,7 @@ class BackgroundRun : public BackgroundWork {
     class Work;
     BackgroundRun (std::shared_ptr<Work> work, WorkListener listener);
 
-    std::shared_ptr<const Work> work_;
+    std::shared_ptr<Work> work_;
 };
 
 /// The same in one call; gives the run's handle at once.

@@ -249,22 +249,24 @@ TEST (background_work, two_go_on_at_once) {
 }
 
 TEST (background_work, is_a_failure_where_memory_ends) {
-    const std::string wrong = testing::fail_each_allocation ([] () -> std::string {
+    bool failed = true;
+    for (std::uint64_t served = 0; failed; served = testing::FailingMemory::next (served)) {
+        const testing::FailingMemory memory (served);
         try {
             BackgroundWork work (any_work ([] (auto&, auto&) {
                 report_message ("%s", "a message");
                 return Outcome::success ();
             }));
             const Outcome outcome = work.wait ();
-            if (outcome.done ()) return {};
+            failed = memory.failed ();
+            if (outcome.done ()) continue;
             const bool told =
                 outcome.reason == "out of memory" || outcome.reason == "no thread can be started";
-            return told ? "" : "reason";
+            EXPECT_TRUE (told) << outcome.reason << " behind " << served;
         } catch (const std::bad_alloc&) {
-            return {}; // no room for the handle itself
+            failed = true; // no room for the handle itself
         }
-    });
-    EXPECT_EQ (wrong, "");
+    }
 }
 
 } // namespace

@@ -29,22 +29,6 @@ FailingMemory::FailingMemory (std::uint64_t served) { left = static_cast<std::in
 FailingMemory::~FailingMemory () { left = never; }
 bool FailingMemory::failed () const { return left.load () < 0; }
 
-std::string fail_each_allocation (const std::function<std::string ()>& work) {
-    for (std::uint64_t served = 0;; served += 1 + served / 100) {
-        std::string wrong;
-        bool failed = false;
-        {
-            const FailingMemory memory (served);
-            wrong = work ();
-            failed = memory.failed ();
-        }
-        if (!wrong.empty ()) {
-            return wrong + " (behind " + std::to_string (served) + " allocations)";
-        }
-        if (!failed) return {};
-    }
-}
-
 } // namespace ostrand::testing
 
 void* operator new (std::size_t size) {

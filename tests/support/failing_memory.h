@@ -1,13 +1,11 @@
 // Memory that runs out when a test wants it.
 #pragma once
 #include <cstdint>
-#include <functional>
-#include <string>
 
 namespace ostrand::testing {
 
 /// While it lives, one allocation by `new` fails, on whatever thread: the one behind `served`
-/// others. A program that includes this file has its own operator new.
+/// others. A program that uses this has its own operator new.
 class FailingMemory {
   public:
     explicit FailingMemory (std::uint64_t served);
@@ -17,11 +15,9 @@ class FailingMemory {
 
     /// Whether it came to that.
     bool failed () const;
-};
 
-/// Does a piece of work again and again, with the first allocation failing, then the second and so
-/// on (every one at first, then ever fewer), until it ends without a failure. `work` gives what was
-/// wrong, empty when nothing was; that and how many allocations were served is given back at once.
-std::string fail_each_allocation (const std::function<std::string ()>& work);
+    /// What to try behind `served`: each of the first hundred allocations, then ever fewer.
+    static std::uint64_t next (std::uint64_t served) { return served + 1 + served / 100; }
+};
 
 } // namespace ostrand::testing
