@@ -26,7 +26,7 @@ struct SearchProgress : Progress {
 
 struct SearchSettings {
     int limit = 3; // "Nb Limite": enzymes of a circuit; two are tried whatever it says
-    TrialRules rules;
+    TrialRules rules = {};
     int threads = 1;
     SearchProgress* progress = nullptr; // null: nobody asks, and the work is not estimated
     std::stop_token stop = {};
