@@ -302,6 +302,7 @@ void Growner::complete () {
         if (std::find (gates.begin (), gates.end (), gate) == gates.end ()) gates.push_back (gate);
     }
     found_.add (reactions_[circuit_.size ()], gates);
+    if (progress_ != nullptr) progress_->set_results (found_.size ());
     if (limit_ > 0 && found_.size () >= limit_) stopped_ = true;
 }
 

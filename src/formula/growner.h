@@ -1,6 +1,7 @@
 // The search itself: which sets of gates compute one tree without getting in each other's way?
 // Layer: formula.
 #pragma once
+#include "base/long_work.h"
 #include "formula/alternatives.h"
 #include "formula/gate_index.h"
 #include "formula/implementation.h"
@@ -46,6 +47,8 @@ class Growner {
     std::size_t found_count () const { return found_.size (); }
     /// Ends the walk as soon as there are so many minimal answers; 0 never.
     void set_limit (std::size_t answers) { limit_ = answers; }
+    /// Tells the number of answers as it changes.
+    void set_progress (Progress* progress) { progress_ = progress; }
     /// True when it was late, a stop came or the limit was reached.
     bool stopped () const { return stopped_; }
     /// True when a circuit was given up at circuit_bound.
@@ -91,6 +94,7 @@ class Growner {
     GateIndex index_;
     MinimalSets found_;
     std::size_t limit_ = 0;
+    Progress* progress_ = nullptr; // may be null
     bool stopped_ = false;
     bool too_long_ = false;
     unsigned steps_ = 0;

@@ -101,6 +101,7 @@ Outcome FormulaSearch::work (const std::stop_token& stop) {
         Patience{.late = [&] { return whole_time.passed (); }, .stop = stop});
     Growner& growner = walk_->growner;
     growner.set_limit (limits.implementations);
+    growner.set_progress (&progress_);
     walk_->growth.grow (root);
     if (stop.stop_requested ()) return Outcome::stop ();
     const VariantSet& trees = walk_->growth.trees ();
@@ -110,7 +111,6 @@ Outcome FormulaSearch::work (const std::stop_token& stop) {
         if (growner.stopped ()) break;
         growner.try_variant (tree);
         progress_.add_progress (1);
-        progress_.set_results (growner.found_count ());
     }
     result_.implementations = growner.implementations ();
     if (stop.stop_requested ()) return Outcome::stop ();

@@ -173,8 +173,8 @@ Token Lexer::read_name (std::string_view name, std::size_t after) {
 
 Token Lexer::read_quoted_name () {
     const std::size_t first = cursor_ + 1;
-    const std::size_t end = find_first_of ("\"\n", first);
-    if (end == text_.size ()) return read_name (text_.substr (first), end);
+    const std::size_t end = text_.find_first_of ("\"\n", first);
+    if (end == std::string_view::npos) return read_name (text_.substr (first), text_.size ());
     if (text_[end] == '\n') {
         const std::string rest (text_.substr (first, 4));
         model_error ("'\\n' inside a name: '\"%4.4s ...'", rest.c_str ());
