@@ -64,12 +64,13 @@ class Gathered {
             if (!return_waits_ && !block.starts_with ('\n')) bytes_ += '\r';
         }
     }
-    /// Doubles the room, but never beyond the bound: a string left to itself would take twice that.
+    /// Doubles the room, in the end to what the bound asks for and no more: a string left to itself
+    /// would take twice that.
     void make_room (std::size_t more) {
-        const std::size_t needed = bytes_.size () + more;
-        if (needed <= bytes_.capacity ()) return;
-        bytes_.reserve (
-            std::max (needed, std::min (2 * bytes_.capacity (), options_.bound + block_size)));
+        if (bytes_.size () + more <= bytes_.capacity ()) return;
+        const std::size_t doubled = 2 * bytes_.capacity ();
+        const std::size_t most = options_.bound + 2 * block_size;
+        bytes_.reserve (doubled < most / 2 ? doubled : std::max (most, bytes_.size () + more));
     }
 
     const ReadOptions& options_;
