@@ -3,7 +3,9 @@
 #include "base/background_work.h"
 #include "base/disk.h"
 #include "base/platform.h"
+#include "formula/parse.h"
 #include "formula/tectrix.h"
+#include "formula/variants.h"
 #include "gates/gate_extractor.h"
 #include "sim/run.h"
 
@@ -12,6 +14,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -115,20 +118,6 @@ void gates_of_many_circuits (benchmark::State& state) { gates (state, 60, 3, fal
 void gates_of_a_wide_circuit (benchmark::State& state) { gates (state, 1, 45, false); }
 void gates_with_traces (benchmark::State& state) { gates (state, 60, 3, true); }
 
-/// Gates that leave no variant of a formula of eight names out.
-std::string library_text () {
-    std::string text;
-    for (const char* type : {"AND", "OR", "ANDNOT", "ORNOT", "YES"}) {
-        for (int i = 0; i < 40; ++i) {
-            const std::string n = std::to_string (i);
-            text += "E/S;2;a;b" + n + ";1;c" + n + ";" + type +
-                    ";ENZ;0;ELNEC;0;ELABS;0;REACTIONS;1;REACBEGIN;r" + n + type +
-                    ";0;;SUBS;1;a;;PROD;1;c" + n + ";;ENZY;0;INHI;0;REACEND;\n";
-        }
-    }
-    return text;
-}
-
 /// YES gates from each species to each other one: walks without number.
 std::string clique_text () {
     std::string text;
@@ -155,18 +144,39 @@ void formula (benchmark::State& state, const std::string& library, const std::st
     });
 }
 void formula_walk (benchmark::State& state) { formula (state, clique_text (), "s0", "s19"); }
+/// Grows all variants of a formula of eight names: more than half a million trees.
+class Growing : public LongWork {
+  public:
+    void tidy () override { growth_.reset (); }
+
+  protected:
+    Outcome work (const std::stop_token& stop) override {
+        growth_.emplace (formula::Patience{.stop = stop});
+        growth_->grow (formula::FormCreator ().parse ("!a+b+!c+d+!e+f+!g+h"));
+        return growth_->growth () == formula::Growth::abandoned ? Outcome::stop ()
+                                                                : Outcome::success ();
+    }
+
+  private:
+    std::optional<formula::VariantGrowth> growth_;
+};
 void formula_growth (benchmark::State& state) {
-    formula (state, library_text (), "!a+b1+!b2+b3+!b4+b5+!b6+b7", "c1");
+    measure (state, 500, [] { return std::make_shared<Growing> (); });
 }
 
 /// Reads what has no end.
 class Reading : public LongWork {
+  public:
+    void tidy () override { input_ = {}; }
+
   protected:
     Outcome work (const std::stop_token& stop) override {
-        const bool stopped =
-            read_input ("/dev/zero", {.text_mode = true, .stop = stop}).end == ReadEnd::stopped;
-        return stopped ? Outcome::stop () : Outcome::success ();
+        input_ = read_input ("/dev/zero", {.text_mode = true, .stop = stop});
+        return input_.end == ReadEnd::stopped ? Outcome::stop () : Outcome::success ();
     }
+
+  private:
+    Input input_;
 };
 void reading (benchmark::State& state) {
     measure (state, 600, [] { return std::make_shared<Reading> (); });

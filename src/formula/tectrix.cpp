@@ -58,20 +58,24 @@ FormulaSearch::FormulaSearch (std::unique_ptr<Library> library, SearchRequest re
 
 FormulaSearch::~FormulaSearch () = default;
 
-void FormulaSearch::tidy () { walk_.reset (); }
+void FormulaSearch::tidy () {
+    walk_.reset ();
+    file_ = {};
+}
 
 /// Fills the library, unless it was given.
 Outcome FormulaSearch::load (const std::stop_token& stop) {
     if (result_.library) return Outcome::success ();
     auto library = std::make_unique<Lib_v1> ();
-    std::string fault;
-    const ReadEnd end = library->load (request_.base, stop, fault);
+    result_.library_opened = library->load (request_.base, stop, file_);
     result_.library = std::move (library);
-    result_.library_opened = end == ReadEnd::whole;
     if (stop.stop_requested ()) return Outcome::stop ();
-    if (result_.library_opened) return Outcome::success ();
-    return Outcome::failure (
-        end == ReadEnd::too_large ? fault : "cannot read '" + request_.base + "_gates.csv'");
+    if (!file_.fault.empty ()) return Outcome::failure (file_.fault);
+    if (!result_.library_opened) {
+        return Outcome::failure ("cannot read '" + request_.base + "_gates.csv'");
+    }
+    file_ = {};
+    return Outcome::success ();
 }
 
 Outcome FormulaSearch::work (const std::stop_token& stop) {

@@ -1,6 +1,7 @@
 // From a formula to all minimal networks that compute it: the whole tool in a few calls.
 // Layer: formula.
 #pragma once
+#include "base/disk.h"
 #include "base/long_work.h"
 #include "formula/implementation.h"
 
@@ -68,6 +69,7 @@ class FormulaSearch : public LongWork {
     Outcome load (const std::stop_token& stop);
 
     SearchRequest request_;
+    Input file_; // the gate file, until it is read
     SearchResult result_;
     std::unique_ptr<Walk> walk_;
 };
