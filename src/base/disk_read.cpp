@@ -31,7 +31,7 @@ class Gathered {
     /// expected  bytes of the input as far as is known, 0 when it is not
     Gathered (const ReadOptions& options, std::size_t expected) : options_ (options) {
         // With room for a little more the end is found without another piece.
-        add_piece (std::min (expected, options.bound) + block_size);
+        add_piece (expected + block_size);
     }
 
     /// False when there are more than may be.
@@ -116,8 +116,19 @@ std::size_t told_size (int descriptor) {
     return known ? static_cast<std::size_t> (file.st_size) : 0;
 }
 
+Input too_large (const std::string& name, std::size_t bound) {
+    const std::string most =
+        bound == largest_input ? std::string ("1 GiB") : format_text ("%zu bytes", bound);
+    return {ReadEnd::too_large,
+            {},
+            "'" + name + "' has more than " + most + ", the most that is read",
+            {}};
+}
+
 Input read_descriptor (int descriptor, const std::string& name, const ReadOptions& options) {
-    Gathered gathered (options, told_size (descriptor));
+    const std::size_t expected = told_size (descriptor);
+    if (expected > options.bound) return too_large (name, options.bound);
+    Gathered gathered (options, expected);
     std::array<char, Gathered::block_size> block{};
     for (;;) {
         if (!wait_for_input (descriptor, options.stop)) return gathered.stopped ();
@@ -126,13 +137,7 @@ Input read_descriptor (int descriptor, const std::string& name, const ReadOption
         if (got < 0) return {ReadEnd::failed, {}, {}, {}};
         if (got == 0) return gathered.whole ();
         if (!gathered.take ({block.data (), static_cast<std::size_t> (got)})) {
-            const std::string bound = options.bound == largest_input
-                                          ? std::string ("1 GiB")
-                                          : format_text ("%zu bytes", options.bound);
-            return {ReadEnd::too_large,
-                    {},
-                    "'" + name + "' has more than " + bound + ", the most that is read",
-                    {}};
+            return too_large (name, options.bound);
         }
     }
 }
