@@ -3,13 +3,9 @@
 #include "sim/run_progress.h"
 #include "sim/sim_support.h"
 
-#include <array>
-#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <thread>
-#include <unistd.h>
 
 namespace ostrand::sim {
 namespace {
@@ -92,56 +88,6 @@ TEST (run, a_result_that_cannot_be_written_to_its_end_is_a_failure) {
     const testing::CaughtMessages messages;
     EXPECT_FALSE (run_model (model.c_str (), "/dev/full", true, false, false, true));
     EXPECT_EQ (messages.joined (), "Cannot write '/dev/full': No space left on device\n");
-}
-
-/// Descriptors of this process that are open on the same thing as `file`, but for `file` itself.
-std::vector<int> others_on (int file) {
-    struct stat wanted {};
-    fstat (file, &wanted);
-    std::vector<int> others;
-    for (int other = 0; other < 256; ++other) {
-        struct stat status {};
-        if (other != file && fstat (other, &status) == 0 && status.st_ino == wanted.st_ino &&
-            status.st_dev == wanted.st_dev) {
-            others.push_back (other);
-        }
-    }
-    return others;
-}
-
-TEST (result, on_standard_output_its_copied_descriptor_is_closed_on_exec) {
-    int ends[2];
-    ASSERT_EQ (pipe2 (ends, O_CLOEXEC), 0);
-    const int old_output = fcntl (STDOUT_FILENO, F_DUPFD_CLOEXEC, 0);
-    dup2 (ends[1], STDOUT_FILENO);
-    close (ends[1]);
-    const FinishedRun run ("duration = 1000; [a] = 1 mM -> 100 mM : 1 mM; display (a);");
-    RandomState random{1, 2}; // numbers that no compression makes small
-    for (const Simulation& simulation : run.grid.simulations) {
-        for (std::uint32_t& count : simulation.all_pt) {
-            count = static_cast<std::uint32_t> (random.draw () * 4e9F);
-        }
-    }
-    std::string error;
-    std::thread writer ([&] { // stops when the pipe is full
-        EXPECT_EQ (write_result ("-", run.tables, run.grid, error), ResultStatus::written);
-    });
-    std::vector<int> copies;
-    while (copies.empty ()) {
-        copies = others_on (STDOUT_FILENO);
-        std::erase (copies, ends[0]);
-    }
-    for (const int copy : copies) EXPECT_EQ (fcntl (copy, F_GETFD) & FD_CLOEXEC, FD_CLOEXEC);
-    std::array<char, 4096> block{};
-    std::thread reader ([&] {
-        while (read (ends[0], block.data (), block.size ()) > 0) {
-        }
-    });
-    writer.join ();
-    dup2 (old_output, STDOUT_FILENO); // closes the pipe's end
-    reader.join ();
-    close (old_output);
-    close (ends[0]);
 }
 
 TEST (run, the_complex_counter_runs_on_and_each_run_has_its_own_tables) {
