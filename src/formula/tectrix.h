@@ -28,7 +28,7 @@ enum class SearchEnd {
 };
 
 struct SearchResult {
-    std::unique_ptr<Library> library;
+    std::unique_ptr<Library> library; // null when the search failed before there was one
     bool library_opened = false;
     std::vector<Implementation> implementations; // ordered by their lines of reaction ids
     std::size_t variant_count = 0;
