@@ -3,9 +3,9 @@
 // and the state say that the curve is.
 #include "base/text.h"
 #include "support/support.h"
+#include "support/virtual_display.h"
 #include "viewer/scene.h"
 #include "viewer/series_view.h"
-#include "viewer/virtual_display.h"
 
 #include <chrono>
 #include <cmath>

@@ -1,5 +1,5 @@
 // A display without a screen.
-#include "viewer/virtual_display.h"
+#include "support/virtual_display.h"
 
 #include "support/support.h"
 

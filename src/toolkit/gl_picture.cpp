@@ -1,5 +1,5 @@
 // The current OpenGL picture as a PNG file.
-#include "viewer/picture.h"
+#include "toolkit/gl_picture.h"
 
 #include "base/disk.h"
 
@@ -7,9 +7,9 @@
 #include <png.h>
 #include <vector>
 
-namespace ostrand::viewer {
+namespace ostrand::toolkit {
 
-bool write_view_picture (const std::string& path, int width, int height, std::string& error) {
+bool write_gl_picture (const std::string& path, int width, int height, std::string& error) {
     std::vector<unsigned char> pixels (static_cast<std::size_t> (width) *
                                        static_cast<std::size_t> (height) * 3);
     glPixelStorei (GL_PACK_ALIGNMENT, 1);
@@ -38,4 +38,4 @@ bool write_view_picture (const std::string& path, int width, int height, std::st
     return write_file (path, bytes, error);
 }
 
-} // namespace ostrand::viewer
+} // namespace ostrand::toolkit

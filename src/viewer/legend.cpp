@@ -1,0 +1,163 @@
+// The legend.
+#include "viewer/legend.h"
+
+#include "base/text.h"
+#include "toolkit/pixels.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace ostrand::viewer {
+namespace {
+
+// Units. The first row and column stand where they always stood.
+constexpr float first_row = 20;
+constexpr float row_height = 20;
+constexpr float line_left = 20;
+constexpr float line_right = 50;
+constexpr float line_width = 3;
+constexpr float text_left = 58;
+constexpr float base_line = 5; // below the line
+constexpr int letters = 16;
+constexpr int bold = 1;
+constexpr float half_row = 8;     // what a row's letters and line take above and below
+constexpr float border = 12;      // right of the last column and below the last row
+constexpr float between = 18;     // from a column's names to the lines of the next
+constexpr float least_room = 120; // for a name that is cut
+
+struct Row {
+    std::string text;
+    float width = 0; // device pixels
+    std::uint32_t colour = 0;
+    bool has_line = true;
+};
+
+class Legend {
+  public:
+    Legend (const ViewSize& size, const toolkit::TextWidth& text_width)
+        : size_ (size), text_width_ (text_width), unit_ (size.unit) {}
+
+    void add_row (const std::string& text, std::uint32_t colour) {
+        rows_.push_back ({text, text_width_ (text, bold, letters), colour});
+    }
+
+    /// Finds the number of rows in a column, and cuts what does not fit.
+    void arrange (const LegendRoom& room) {
+        per_column_ = rows_above (room.column);
+        if (columns () > 1) {
+            per_column_ = rows_above (room.columns);
+            const std::size_t highest = rows_above (size_.hp);
+            while (per_column_ < highest && widest_columns () > room_of (columns ())) ++per_column_;
+        }
+        const float column = (text_left - line_left + between + least_room) * unit_;
+        const auto most_columns = static_cast<std::size_t> (
+            std::max (1.0F, 1 + (room_of (1) - least_room * unit_) / column));
+        if (columns () > most_columns) leave_out (most_columns * per_column_);
+        cut_names ();
+    }
+
+    void draw (Scene& scene, LabelPlacer& placer) const {
+        const float width = toolkit::line_pixels (line_width, unit_);
+        float left = 0;
+        for (std::size_t begin = 0; begin < rows_.size (); begin += per_column_) {
+            const std::size_t end = std::min (begin + per_column_, rows_.size ());
+            for (std::size_t i = begin; i < end; ++i) {
+                const Row& row = rows_[i];
+                const float y = (first_row + static_cast<float> (i - begin) * row_height) * unit_;
+                if (row.has_line) {
+                    const float place = toolkit::line_place (y, width);
+                    scene.lines.push_back (
+                        {{{left + line_left * unit_, place}, {left + line_right * unit_, place}},
+                         row.colour,
+                         width});
+                }
+                const float text = std::round (left + text_left * unit_);
+                scene.texts.push_back (
+                    {{text, std::round (y + base_line * unit_)}, row.text, bold, letters});
+                placer.reserve ({{left + line_left * unit_, y - half_row * unit_},
+                                 {text + row.width, y + half_row * unit_}});
+            }
+            left += (text_left - line_left + between) * unit_ + widest (begin);
+        }
+    }
+
+  private:
+    std::size_t rows_above (float bottom) const {
+        const float rows = (bottom - (border + first_row) * unit_) / (row_height * unit_);
+        return static_cast<std::size_t> (std::max (rows, 0.0F)) + 1;
+    }
+    std::size_t columns () const { return (rows_.size () + per_column_ - 1) / per_column_; }
+
+    /// The widest name of the column that begins with this row.
+    float widest (std::size_t begin) const {
+        float most = 0;
+        for (std::size_t i = begin; i < std::min (begin + per_column_, rows_.size ()); ++i) {
+            most = std::max (most, rows_[i].width);
+        }
+        return most;
+    }
+    /// The widths of all columns' names together, none wider than `most`.
+    float widest_columns (float most = 1e9F) const {
+        float sum = 0;
+        for (std::size_t i = 0; i < rows_.size (); i += per_column_) {
+            sum += std::min (widest (i), most);
+        }
+        return sum;
+    }
+    /// What the names of so many columns may take together.
+    float room_of (std::size_t columns) const {
+        const float taken = text_left + border +
+                            static_cast<float> (columns - 1) * (text_left - line_left + between);
+        return size_.w - taken * unit_;
+    }
+
+    /// Leaves only so many rows, the last of which tells how many more there are.
+    void leave_out (std::size_t shown) {
+        const std::size_t missing = rows_.size () - (shown - 1);
+        rows_.resize (shown - 1);
+        const std::string text = format_text ("(%zu more)", missing);
+        rows_.push_back ({text, text_width_ (text, bold, letters), 0, false});
+    }
+
+    /// Cuts the names of the widest columns as far as needed.
+    void cut_names () {
+        const float room = room_of (columns ());
+        if (widest_columns () <= room) return;
+        float low = 0;
+        float high = room;
+        while (high - low > 0.5F) {
+            const float middle = (low + high) / 2;
+            (widest_columns (middle) <= room ? low : high) = middle;
+        }
+        for (Row& row : rows_) {
+            if (row.width <= low || !row.has_line) continue;
+            row.text = toolkit::fitted_text (row.text, low, text_width_, bold, letters);
+            row.width = text_width_ (row.text, bold, letters);
+        }
+    }
+
+    const ViewSize& size_;
+    const toolkit::TextWidth& text_width_;
+    float unit_;
+    std::vector<Row> rows_;
+    std::size_t per_column_ = 1;
+};
+
+} // namespace
+
+void add_legend (const ResultData& data, const ViewState& state, const ViewSize& size,
+                 const LegendRoom& room, const toolkit::TextWidth& text_width, Scene& scene,
+                 LabelPlacer& placer) {
+    Legend legend (size, text_width);
+    bool any = false;
+    for (std::uint32_t species = 0; species < data.n_displayed; ++species) {
+        if (!state.shows (species)) continue;
+        legend.add_row ("[" + data.names[species] + "]", data.colours[species]);
+        any = true;
+    }
+    if (!any) return;
+    legend.arrange (room);
+    legend.draw (scene, placer);
+}
+
+} // namespace ostrand::viewer
