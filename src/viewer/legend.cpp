@@ -25,6 +25,8 @@ constexpr float border = 12;      // right of the last column and below the last
 constexpr float between = 18;     // from a column's names to the lines of the next
 constexpr float least_room = 120; // for a name that is cut
 
+constexpr float uncut = 1e9F; // wider than any name
+
 struct Row {
     std::string text;
     float width = 0; // device pixels
@@ -38,6 +40,11 @@ class Legend {
         : size_ (size), text_width_ (text_width), unit_ (size.unit) {}
 
     void add_row (const std::string& text, std::uint32_t colour) {
+        ++all_;
+        // What no window of this size can show is counted and not measured.
+        const float most_columns = size_.w / ((text_left - line_left + between) * unit_) + 1;
+        const auto most = static_cast<float> (rows_above (size_.hp)) * most_columns;
+        if (static_cast<float> (rows_.size ()) > most) return;
         rows_.push_back ({text, text_width_ (text, bold, letters), colour});
     }
 
@@ -47,12 +54,12 @@ class Legend {
         if (columns () > 1) {
             per_column_ = rows_above (room.columns);
             const std::size_t highest = rows_above (size_.hp);
-            while (per_column_ < highest && widest_columns () > room_of (columns ())) ++per_column_;
+            while (per_column_ < highest && widest_columns (uncut) > room_of (columns ()))
+                ++per_column_;
         }
-        const float column = (text_left - line_left + between + least_room) * unit_;
-        const auto most_columns = static_cast<std::size_t> (
-            std::max (1.0F, 1 + (room_of (1) - least_room * unit_) / column));
-        if (columns () > most_columns) leave_out (most_columns * per_column_);
+        while (columns () > 1 && widest_columns (least_room * unit_) > room_of (columns ())) {
+            leave_out ((columns () - 1) * per_column_);
+        }
         cut_names ();
     }
 
@@ -66,10 +73,10 @@ class Legend {
                 const float y = (first_row + static_cast<float> (i - begin) * row_height) * unit_;
                 if (row.has_line) {
                     const float place = toolkit::line_place (y, width);
-                    scene.lines.push_back (
-                        {{{left + line_left * unit_, place}, {left + line_right * unit_, place}},
-                         row.colour,
-                         width});
+                    scene.lines.push_back ({{{std::round (left + line_left * unit_), place},
+                                             {std::round (left + line_right * unit_), place}},
+                                            row.colour,
+                                            width});
                 }
                 const float text = std::round (left + text_left * unit_);
                 scene.texts.push_back (
@@ -77,7 +84,7 @@ class Legend {
                 placer.reserve ({{left + line_left * unit_, y - half_row * unit_},
                                  {text + row.width, y + half_row * unit_}});
             }
-            left += (text_left - line_left + between) * unit_ + widest (begin);
+            left += std::ceil ((text_left - line_left + between) * unit_ + widest (begin, uncut));
         }
     }
 
@@ -88,41 +95,42 @@ class Legend {
     }
     std::size_t columns () const { return (rows_.size () + per_column_ - 1) / per_column_; }
 
-    /// The widest name of the column that begins with this row.
-    float widest (std::size_t begin) const {
-        float most = 0;
-        for (std::size_t i = begin; i < std::min (begin + per_column_, rows_.size ()); ++i) {
-            most = std::max (most, rows_[i].width);
-        }
-        return most;
+    /// What a row takes when names are cut to a width.
+    static float width_of (const Row& row, float most) {
+        return row.has_line ? std::min (row.width, most) : row.width;
     }
-    /// The widths of all columns' names together, none wider than `most`.
-    float widest_columns (float most = 1e9F) const {
-        float sum = 0;
-        for (std::size_t i = 0; i < rows_.size (); i += per_column_) {
-            sum += std::min (widest (i), most);
+    /// The widest row of the column that begins with this one.
+    float widest (std::size_t begin, float most) const {
+        float widest = 0;
+        for (std::size_t i = begin; i < std::min (begin + per_column_, rows_.size ()); ++i) {
+            widest = std::max (widest, width_of (rows_[i], most));
         }
+        return widest;
+    }
+    /// The widths of all columns' names together, when they are cut to a width.
+    float widest_columns (float most) const {
+        float sum = 0;
+        for (std::size_t i = 0; i < rows_.size (); i += per_column_) sum += widest (i, most);
         return sum;
     }
     /// What the names of so many columns may take together.
     float room_of (std::size_t columns) const {
-        const float taken = text_left + border +
-                            static_cast<float> (columns - 1) * (text_left - line_left + between);
-        return size_.w - taken * unit_;
+        const auto more = static_cast<float> (columns - 1);
+        const float taken = text_left + border + more * (text_left - line_left + between);
+        return size_.w - taken * unit_ - more; // each begins on a whole pixel
     }
 
-    /// Leaves only so many rows, the last of which tells how many more there are.
+    /// Leaves only so many rows, the last of which tells how many of all are missing.
     void leave_out (std::size_t shown) {
-        const std::size_t missing = rows_.size () - (shown - 1);
         rows_.resize (shown - 1);
-        const std::string text = format_text ("(%zu more)", missing);
+        const std::string text = format_text ("(%zu more)", all_ - rows_.size ());
         rows_.push_back ({text, text_width_ (text, bold, letters), 0, false});
     }
 
     /// Cuts the names of the widest columns as far as needed.
     void cut_names () {
         const float room = room_of (columns ());
-        if (widest_columns () <= room) return;
+        if (widest_columns (uncut) <= room) return;
         float low = 0;
         float high = room;
         while (high - low > 0.5F) {
@@ -140,6 +148,7 @@ class Legend {
     const toolkit::TextWidth& text_width_;
     float unit_;
     std::vector<Row> rows_;
+    std::size_t all_ = 0; // species to show
     std::size_t per_column_ = 1;
 };
 

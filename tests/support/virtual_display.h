@@ -29,7 +29,8 @@ struct Screenshot {
 /// meanwhile.
 class VirtualDisplay {
   public:
-    VirtualDisplay ();
+    /// options  further words for the server
+    explicit VirtualDisplay (const std::vector<std::string>& options = {});
     ~VirtualDisplay ();
     VirtualDisplay (const VirtualDisplay&) = delete;
     VirtualDisplay& operator= (const VirtualDisplay&) = delete;

@@ -1,6 +1,7 @@
 // The legend: rows, columns, names that are cut.
 #include "viewer/legend.h"
 
+#include "base/text.h"
 #include "viewer/sample_data.h"
 
 #include <gmock/gmock.h>
@@ -95,11 +96,11 @@ TEST_F (legend, more_species_stand_side_by_side) {
     // Five columns of 115.2 have room: 58 + 115.2 + 4 x (56 + 115.2) is 858.
     EXPECT_EQ (scene.texts[5].at.x, 58);
     EXPECT_EQ (scene.texts[5].at.y, 125);
-    EXPECT_EQ (scene.texts[6].at.x, std::round (58 + 115.2F + 56));
+    EXPECT_EQ (scene.texts[6].at.x, 58 + 172); // 115.2 + 56, on a whole pixel
     EXPECT_EQ (scene.texts[6].at.y, 25);
     EXPECT_EQ (scene.texts[29].at.y, 125);
-    EXPECT_NEAR (scene.lines[6].points[0].x, 20 + 115.2 + 56, 0.01);
-    EXPECT_NEAR (scene.lines[6].points[1].x, 50 + 115.2 + 56, 0.01);
+    EXPECT_EQ (scene.lines[6].points[0].x, 20 + 172);
+    EXPECT_EQ (scene.lines[6].points[1].x, 50 + 172);
     EXPECT_EQ (scene.lines[6].colour, data.colours[6]);
 }
 
@@ -148,6 +149,16 @@ TEST_F (legend, the_longest_names_give_way_first) {
     EXPECT_GT (scene.texts[0].text.size (), 40U);
 }
 
+TEST_F (legend, short_names_make_room_for_more_columns) {
+    data = sample (200, 2, {});
+    for (std::string& name : data.names) name = "ab"; // 38.4 wide, a column 95
+    add ();
+    ASSERT_EQ (scene.lines.size (), 200U);
+    EXPECT_EQ (scene.texts[199].text, "[ab]");
+    EXPECT_EQ (scene.texts[22].at.y, 465); // nine columns of 23
+    EXPECT_EQ (scene.texts[23].at.y, 25);
+}
+
 TEST_F (legend, species_beyond_the_room_are_counted) {
     name_species (400);
     for (std::string& name : data.names) name = std::string (40, 'z');
@@ -157,6 +168,10 @@ TEST_F (legend, species_beyond_the_room_are_counted) {
     EXPECT_EQ (scene.lines.size (), 144U);
     EXPECT_EQ (scene.texts.back ().text, "(256 more)");
     EXPECT_EQ (scene.texts.back ().at.y, 585);
+    data = sample (30000, 2, {});
+    scene = {};
+    add ();
+    EXPECT_EQ (scene.texts.back ().text, format_text ("(%zu more)", 30000 - scene.lines.size ()));
 }
 
 TEST_F (legend, it_grows_with_the_display_scale) {
@@ -169,10 +184,10 @@ TEST_F (legend, it_grows_with_the_display_scale) {
     ASSERT_EQ (large.texts.size (), scene.texts.size ());
     for (std::size_t i = 0; i < large.texts.size (); ++i) {
         EXPECT_EQ (large.texts[i].text, scene.texts[i].text);
-        EXPECT_NEAR (large.texts[i].at.x, 2 * scene.texts[i].at.x, 1);
+        EXPECT_NEAR (large.texts[i].at.x, 2 * scene.texts[i].at.x, 8); // columns on whole pixels
         EXPECT_NEAR (large.texts[i].at.y, 2 * scene.texts[i].at.y, 1);
         EXPECT_EQ (large.lines[i].width, 6);
-        EXPECT_NEAR (large.lines[i].points[0].x, 2 * scene.lines[i].points[0].x, 1);
+        EXPECT_NEAR (large.lines[i].points[0].x, 2 * scene.lines[i].points[0].x, 8);
         EXPECT_NEAR (large.lines[i].points[1].y, 2 * scene.lines[i].points[1].y, 1);
     }
 }
