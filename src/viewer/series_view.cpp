@@ -10,7 +10,6 @@
 namespace ostrand::viewer {
 namespace {
 
-constexpr double near_plane = 1;
 constexpr double far_plane = 100000;
 
 /// The window for which the distances were chosen, in units.

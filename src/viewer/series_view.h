@@ -102,6 +102,9 @@ void reset_view (ViewState& state, const ViewSize& size);
 /// Where the scene stands when a context is new.
 void initial_pan (ViewState& state, const ViewSize& size);
 
+/// Nothing nearer to the eye is drawn.
+inline constexpr double near_plane = 1;
+
 struct Point2 {
     float x = 0;
     float y = 0;

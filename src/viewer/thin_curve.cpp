@@ -35,9 +35,6 @@ constexpr double least_crossing = 0.5;
 /// Half of the widest line with room to spare, units.
 constexpr double border = 8;
 
-/// Nothing nearer to the eye is drawn.
-constexpr double near_plane = 1;
-
 /// 1 / n, for divisions that would take most of the time.
 constexpr std::array<float, chunk_length + 1> reciprocals = [] {
     std::array<float, chunk_length + 1> table{};
@@ -119,7 +116,7 @@ CurveThinner::Grain CurveThinner::grain_of (const Chunk& chunk) const {
     // (x' w - x w') / w^2, whose numerator is linear and whose denominator is least at a corner.
     struct Speed {
         double most = 1e-9;
-        double x = 0; // at the first corner
+        double x = 0; // at one of the corners
         double y = 0;
     };
     const Homogeneous origin = camera_.at ({0, 0, chunk.z});
