@@ -21,6 +21,10 @@ bool display_is_there () {
     return true;
 }
 
-bool opengl_is_there () { return Fl_Gl_Window::can_do (FL_RGB | FL_DOUBLE | FL_ALPHA) != 0; }
+bool opengl_is_there () {
+    // A window does without a second buffer where there is none.
+    return Fl_Gl_Window::can_do (FL_RGB | FL_ALPHA) != 0 ||
+           Fl_Gl_Window::can_do (FL_RGB | FL_ALPHA | FL_DOUBLE) != 0;
+}
 
 } // namespace ostrand::toolkit

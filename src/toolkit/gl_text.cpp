@@ -2,7 +2,6 @@
 #include "toolkit/gl_text.h"
 
 #include <FL/gl.h>
-#include <utility>
 
 namespace ostrand::toolkit {
 namespace {
@@ -12,8 +11,7 @@ namespace {
 constexpr int texts_kept = 1024;
 
 void select_font (int font, int size) {
-    static bool kept = false; // once per process
-    if (!std::exchange (kept, true)) gl_texture_pile_height (texts_kept);
+    if (gl_texture_pile_height () < texts_kept) gl_texture_pile_height (texts_kept);
     gl_font (font, size);
 }
 

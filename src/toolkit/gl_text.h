@@ -11,10 +11,8 @@ namespace ostrand::toolkit {
 /// pixels_per_unit  of the window that is drawn
 float gl_text_width (const std::string& text, int font, int size, float pixels_per_unit);
 
-/// Draws in the current colour.
-/// x, y  left end of the base line in the current coordinates; letters are sharp where these are
-/// whole
-///       device pixels
+/// Draws in the current colour. Letters are sharp where x and y are whole device pixels.
+/// x, y  left end of the base line, current coordinates
 void draw_gl_text (const std::string& text, int font, int size, float x, float y);
 
 } // namespace ostrand::toolkit

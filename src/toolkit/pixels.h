@@ -1,5 +1,5 @@
-// Display scale: lengths in the toolkit's units and in device pixels, and lines that fill whole
-// pixels. Layer: toolkit.
+// Display scale: the toolkit's units in device pixels, and lines that fill whole pixels.
+// Layer: toolkit.
 #pragma once
 
 namespace ostrand::toolkit {

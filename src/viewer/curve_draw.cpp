@@ -130,9 +130,11 @@ void draw_flat_parts (const Scene& scene, bool reverse_video) {
     for (const FlatBox& patch : scene.patches) {
         glRectf (patch.low.x, patch.low.y, patch.high.x, patch.high.y);
     }
-    for (const FlatLine& line : scene.lines) {
-        use_colour (line.colour);
-        draw_line (line);
+    for (const std::vector<FlatLine>* lines : {&scene.lines, &scene.legend_lines}) {
+        for (const FlatLine& line : *lines) {
+            use_colour (line.colour);
+            draw_line (line);
+        }
     }
     const GLfloat ink = reverse_video ? 1.0F : 0.0F;
     for (const FlatText& text : scene.texts) {

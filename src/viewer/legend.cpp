@@ -73,10 +73,11 @@ class Legend {
                 const float y = (first_row + static_cast<float> (i - begin) * row_height) * unit_;
                 if (row.has_line) {
                     const float place = toolkit::line_place (y, width);
-                    scene.lines.push_back ({{{std::round (left + line_left * unit_), place},
-                                             {std::round (left + line_right * unit_), place}},
-                                            row.colour,
-                                            width});
+                    scene.legend_lines.push_back (
+                        {{{std::round (left + line_left * unit_), place},
+                          {std::round (left + line_right * unit_), place}},
+                         row.colour,
+                         width});
                 }
                 const float text = std::round (left + text_left * unit_);
                 scene.texts.push_back (

@@ -45,6 +45,7 @@ struct Scene {
     /// Ground behind the labels of axes, which keeps lines from running through their letters.
     std::vector<FlatBox> patches;
     std::vector<FlatLine> lines;
+    std::vector<FlatLine> legend_lines;
     std::vector<FlatText> texts;
 };
 

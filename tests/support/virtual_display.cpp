@@ -134,8 +134,13 @@ std::string VirtualDisplay::input (std::vector<std::string> words) const {
 }
 
 void VirtualDisplay::place_window (const std::string& title) const {
-    input ({"search", "--sync", "--onlyvisible", "--name", "^" + title + "$", "windowmove",
-            "--sync", "0", "0"});
+    const auto end = Clock::now () + std::chrono::seconds (20);
+    while (input ({"search", "--onlyvisible", "--name", "^" + title + "$"}).empty ()) {
+        if (Clock::now () > end) throw std::runtime_error ("no window '" + title + "'");
+        pause ();
+    }
+    input (
+        {"search", "--onlyvisible", "--name", "^" + title + "$", "windowmove", "--sync", "0", "0"});
 }
 
 RunningProgram::RunningProgram (std::vector<std::string> words) {

@@ -180,6 +180,19 @@ TEST_F (curves, nearer_planes_are_drawn_over_farther_ones) {
     EXPECT_GT (red, 300); // the species drawn last covers the first
 }
 
+TEST_F (curves, their_lines_are_two_units_wide) {
+    for (const float unit : {1.0F, 1.5F, 2.0F}) {
+        prepare (sample (1, 5, {}));
+        sketch.state.rot_x = 180; // seen from the front, level
+        sketch.state.rot_y = 0;
+        layout.size.unit = unit;
+        const Ink ink = thin ();
+        float strength = 0;
+        for (int y = 0; y < height; ++y) strength += static_cast<float> (ink.at (300, y)) / 255;
+        EXPECT_NEAR (strength, 2 * unit, 0.3);
+    }
+}
+
 TEST_F (curves, a_hidden_species_is_not_drawn) {
     prepare (sample (1, 5, {602, 1204}));
     sketch.state.visible.reset (0);
@@ -228,6 +241,18 @@ TEST_F (curves, a_patch_lets_a_third_of_what_is_behind_it_through) {
     EXPECT_NEAR (ink.at (30, 30), 255 * 0.3, 2);
     EXPECT_EQ (ink.at (19, 30), 255);
     EXPECT_EQ (ink.at (40, 30), 255);
+}
+
+TEST_F (curves, the_legend_stands_over_all_other_lines) {
+    const Ink ink = picture ([this] {
+        use_flat_projection (sketch.size);
+        Scene scene;
+        scene.legend_lines.push_back ({{{10, 20.5F}, {50, 20.5F}}, 0xFF000000, 3});
+        scene.lines.push_back ({{{0, 20.5F}, {500, 20.5F}}, 0xC0C0C000, 1});
+        draw_flat_parts (scene, false);
+    });
+    EXPECT_EQ (ink.at (30, 20), 255);
+    EXPECT_EQ (ink.at (60, 20), 255 - 0xC0);
 }
 
 TEST_F (curves, lines_along_an_axis_are_at_full_strength) {

@@ -36,19 +36,19 @@ struct legend : ::testing::Test {
 TEST_F (legend, each_species_has_a_line_and_its_name) {
     add ();
     ASSERT_EQ (scene.texts.size (), 3U);
-    ASSERT_EQ (scene.lines.size (), 3U);
+    ASSERT_EQ (scene.legend_lines.size (), 3U);
     EXPECT_EQ (scene.texts[0].text, "[species 0]");
     EXPECT_EQ (scene.texts[0].at.x, 58);
     EXPECT_EQ (scene.texts[0].at.y, 25);
     EXPECT_EQ (scene.texts[0].font, 1);
     EXPECT_EQ (scene.texts[0].size, 16);
     EXPECT_EQ (scene.texts[2].at.y, 65);
-    EXPECT_EQ (scene.lines[1].points[0].x, 20);
-    EXPECT_EQ (scene.lines[1].points[1].x, 50);
-    EXPECT_EQ (scene.lines[1].points[0].y, 40.5F); // through the middle of pixel row 40
-    EXPECT_EQ (scene.lines[1].points[1].y, 40.5F);
-    EXPECT_EQ (scene.lines[1].width, 3);
-    EXPECT_EQ (scene.lines[1].colour, data.colours[1]);
+    EXPECT_EQ (scene.legend_lines[1].points[0].x, 20);
+    EXPECT_EQ (scene.legend_lines[1].points[1].x, 50);
+    EXPECT_EQ (scene.legend_lines[1].points[0].y, 40.5F); // through the middle of pixel row 40
+    EXPECT_EQ (scene.legend_lines[1].points[1].y, 40.5F);
+    EXPECT_EQ (scene.legend_lines[1].width, 3);
+    EXPECT_EQ (scene.legend_lines[1].colour, data.colours[1]);
 }
 
 TEST_F (legend, it_bleaches_nothing) {
@@ -71,14 +71,14 @@ TEST_F (legend, the_row_of_a_hidden_species_closes_up) {
     ASSERT_EQ (scene.texts.size (), 2U);
     EXPECT_EQ (scene.texts[1].text, "[species 2]");
     EXPECT_EQ (scene.texts[1].at.y, 45);
-    EXPECT_EQ (scene.lines[1].colour, data.colours[2]);
+    EXPECT_EQ (scene.legend_lines[1].colour, data.colours[2]);
 }
 
 TEST_F (legend, nothing_is_drawn_when_all_are_hidden) {
     state.visible.reset ();
     add ();
     EXPECT_TRUE (scene.texts.empty ());
-    EXPECT_TRUE (scene.lines.empty ());
+    EXPECT_TRUE (scene.legend_lines.empty ());
 }
 
 TEST_F (legend, one_column_holds_as_many_rows_as_the_window_is_high) {
@@ -99,9 +99,9 @@ TEST_F (legend, more_species_stand_side_by_side) {
     EXPECT_EQ (scene.texts[6].at.x, 58 + 172); // 115.2 + 56, on a whole pixel
     EXPECT_EQ (scene.texts[6].at.y, 25);
     EXPECT_EQ (scene.texts[29].at.y, 125);
-    EXPECT_EQ (scene.lines[6].points[0].x, 20 + 172);
-    EXPECT_EQ (scene.lines[6].points[1].x, 50 + 172);
-    EXPECT_EQ (scene.lines[6].colour, data.colours[6]);
+    EXPECT_EQ (scene.legend_lines[6].points[0].x, 20 + 172);
+    EXPECT_EQ (scene.legend_lines[6].points[1].x, 50 + 172);
+    EXPECT_EQ (scene.legend_lines[6].colour, data.colours[6]);
 }
 
 TEST_F (legend, columns_end_above_what_they_must_not_cover) {
@@ -153,7 +153,7 @@ TEST_F (legend, short_names_make_room_for_more_columns) {
     data = sample (200, 2, {});
     for (std::string& name : data.names) name = "ab"; // 38.4 wide, a column 95
     add ();
-    ASSERT_EQ (scene.lines.size (), 200U);
+    ASSERT_EQ (scene.legend_lines.size (), 200U);
     EXPECT_EQ (scene.texts[199].text, "[ab]");
     EXPECT_EQ (scene.texts[22].at.y, 465); // nine columns of 23
     EXPECT_EQ (scene.texts[23].at.y, 25);
@@ -165,13 +165,14 @@ TEST_F (legend, species_beyond_the_room_are_counted) {
     add ();
     // Five columns of 29 rows, of which the last tells how many are missing.
     ASSERT_EQ (scene.texts.size (), 145U);
-    EXPECT_EQ (scene.lines.size (), 144U);
+    EXPECT_EQ (scene.legend_lines.size (), 144U);
     EXPECT_EQ (scene.texts.back ().text, "(256 more)");
     EXPECT_EQ (scene.texts.back ().at.y, 585);
     data = sample (30000, 2, {});
     scene = {};
     add ();
-    EXPECT_EQ (scene.texts.back ().text, format_text ("(%zu more)", 30000 - scene.lines.size ()));
+    EXPECT_EQ (scene.texts.back ().text,
+               format_text ("(%zu more)", 30000 - scene.legend_lines.size ()));
 }
 
 TEST_F (legend, it_grows_with_the_display_scale) {
@@ -186,9 +187,9 @@ TEST_F (legend, it_grows_with_the_display_scale) {
         EXPECT_EQ (large.texts[i].text, scene.texts[i].text);
         EXPECT_NEAR (large.texts[i].at.x, 2 * scene.texts[i].at.x, 8); // columns on whole pixels
         EXPECT_NEAR (large.texts[i].at.y, 2 * scene.texts[i].at.y, 1);
-        EXPECT_EQ (large.lines[i].width, 6);
-        EXPECT_NEAR (large.lines[i].points[0].x, 2 * scene.lines[i].points[0].x, 8);
-        EXPECT_NEAR (large.lines[i].points[1].y, 2 * scene.lines[i].points[1].y, 1);
+        EXPECT_EQ (large.legend_lines[i].width, 6);
+        EXPECT_NEAR (large.legend_lines[i].points[0].x, 2 * scene.legend_lines[i].points[0].x, 8);
+        EXPECT_NEAR (large.legend_lines[i].points[1].y, 2 * scene.legend_lines[i].points[1].y, 1);
     }
 }
 
@@ -207,7 +208,7 @@ TEST_F (legend, it_never_leaves_the_window_and_no_row_covers_another) {
         }
         scene = {};
         add (number (0, 1) == 0 ? size.hp : size.hp / 5, size.hp / 5);
-        EXPECT_LE (scene.lines.size (), data.n_displayed);
+        EXPECT_LE (scene.legend_lines.size (), data.n_displayed);
         for (std::size_t i = 0; i < taken.size (); ++i) {
             EXPECT_GE (taken[i].low.x, 0);
             EXPECT_GE (taken[i].low.y, 0);

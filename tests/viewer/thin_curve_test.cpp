@@ -137,6 +137,32 @@ TEST (thin_curve, what_lies_outside_the_window_is_one_piece_in_512_seconds) {
     EXPECT_EQ (behind.thin ().size (), 10U);
 }
 
+TEST (thin_curve, a_curve_beside_the_window_is_fine_as_far_as_its_line_may_reach) {
+    Counts counts;
+    for (std::uint32_t i = 0; i < 512; ++i) counts.push_back (i % 2);
+    for (const float unit : {1.0F, 2.0F}) {
+        // Seen from the front, level; the highest point so many units over the window's top.
+        const auto pieces = [&] (float over) {
+            View view (counts);
+            view.size = ViewSize::of (900, 600, unit);
+            initial_pan (view.state, view.size);
+            view.state.rot_x = 180;
+            view.state.rot_y = 0;
+            view.state.scale = 1;
+            view.thin ();
+            const float wanted = -over * unit;
+            for (int i = 0; i < 20; ++i) {
+                const Camera camera (view.state, view.layout);
+                const float top = camera.project ({450, view.layout.y_of (0, 1), 0})->y;
+                view.state.pan_y += (wanted - top);
+            }
+            return view.thin ().size ();
+        };
+        EXPECT_GT (pieces (7), 100U) << unit;
+        EXPECT_EQ (pieces (9), 1U) << unit;
+    }
+}
+
 TEST (thin_curve, a_curve_that_reaches_behind_the_eye_is_whole_there) {
     View view (noisy (20000, 3000, 100)); // 2000 pixels long
     view.fit ();
