@@ -174,13 +174,17 @@ class BoxScene {
             ways.push_back (std::move (row));
         }
         const std::vector<std::size_t> lost = placer_.put_row (ways, {.vital = 3}); // ends and name
-        if (std::find (lost.begin (), lost.end (), 1U) == lost.end ()) return;
-        // At the window's edge the name stands beside the labels.
-        const float beside = 5 * gap_ + text_width_ (ways[0][0].text, 0, 10);
+        const bool name_lost = std::find (lost.begin (), lost.end (), 1U) != lost.end ();
+        if (name_lost) put_name_beside_planes (name, text_width_ (ways[0][0].text, 0, 10));
+    }
+
+    /// At the window's lower edge the name of what is swept stands beside the labels of the planes.
+    /// widest  width of such a label
+    void put_name_beside_planes (const std::string& name, float widest) {
         for (const float part : {1.0F, 0.5F, 0.0F}) {
             LabelRow row;
-            add_label (row, {layout_.margin, floor (), -layout_.depth * part}, {beside, gap_}, 1, 0,
-                       name);
+            add_label (row, {layout_.margin, floor (), -layout_.depth * part},
+                       {5 * gap_ + widest, gap_}, 1, 0, name);
             row[0].font = name_font;
             row[0].size = name_size;
             if (placer_.put (row[0])) return;

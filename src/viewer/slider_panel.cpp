@@ -52,7 +52,7 @@ class LabelledSlider : public Fl_Hor_Slider {
         const float name_width = toolkit::label_width (name_, labelfont (), labelsize ());
         std::string label = text_;
         if (width > room && !name_.empty ()) {
-            label.replace (label.find (name_), name_.size (),
+            label.replace (label.find ("[" + name_) + 1, name_.size (),
                            fitted (name_, room - (width - name_width)));
         }
         copy_label (toolkit::plain_label (fitted (label, room)).c_str ());
