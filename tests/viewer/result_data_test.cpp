@@ -122,8 +122,9 @@ TEST (result_data, variables_that_are_missing) {
 }
 
 TEST (result_data, a_variable_without_a_value_misses_its_first) {
-    EXPECT_EQ (Loaded ("1 0 0\n1\na\n0\n").message,
-               "Variable concentrations error 2: v = 0, i = 0\n");
+    for (const char* text : {"1 0 0\n1\na\n0\n", "1 0 0\n1\na\n0\n5\n6\n"}) {
+        EXPECT_EQ (Loaded (text).message, "Variable concentrations error 2: v = 0, i = 0\n");
+    }
 }
 
 TEST (result_data, a_missing_last_line_is_told_by_its_indices) {

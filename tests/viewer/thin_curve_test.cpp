@@ -131,6 +131,10 @@ TEST (thin_curve, what_lies_outside_the_window_is_one_piece_in_512_seconds) {
         view.state.pan_y += pan.y;
         EXPECT_EQ (view.thin ().size (), 10U) << pan.x << ' ' << pan.y;
     }
+    View just_one (noisy (513, 3000, 100));
+    just_one.fit ();
+    just_one.state.pan_x += 4000;
+    EXPECT_EQ (just_one.thin ().size (), 1U);
     View behind (counts);
     behind.fit ();
     behind.state.dist = 90000;

@@ -190,10 +190,18 @@ TEST (window, leaving_and_entering_3d_shows_and_hides_the_sliders) {
     EXPECT_TRUE (rows (two, true, false));
     const Viewer one ({3});
     EXPECT_TRUE (rows (one, false, false));
+    const auto labelled = [&one] (bool wanted) { // the label stands beside its slider
+        return one.wait_until ([&] {
+            const int letters = one.display.screenshot ().count (812, 602, 80, 16, 0xFFFFFF);
+            return wanted ? letters > 20 : letters == 0;
+        });
+    };
     one.key ("c");
     EXPECT_TRUE (rows (one, true, false)); // time alone, in the first row
+    EXPECT_TRUE (labelled (true));
     one.key ("c");
     EXPECT_TRUE (rows (one, false, false));
+    EXPECT_TRUE (labelled (false));
 }
 
 TEST (window, r_reverses_the_ground) {
