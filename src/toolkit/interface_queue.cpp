@@ -40,9 +40,8 @@ void InterfaceQueue::run () {
 InterfaceQueue& interface_queue () {
     static InterfaceQueue queue (
         [] { return Fl::awake ([] (void*) { interface_queue ().run (); }, nullptr) == 0; });
-    static const bool listening =
-        Fl::lock () == 0; // the event loop listens to other threads from now on
-    (void)listening;
+    static const int listening = Fl::lock (); // from now on the event loop hears other threads
+    static_cast<void> (listening);
     return queue;
 }
 

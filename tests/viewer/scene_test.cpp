@@ -134,8 +134,14 @@ TEST_F (scenes, the_grid_has_its_divisions_on_the_wall_and_across_the_floor) {
     int ticks = 0;
     for (const SceneLine& line : scene.grid) {
         EXPECT_EQ (line.colour, 0xC0C0C000U);
-        if (line.a.x == line.b.x) {
-            ticks += line.a.z != line.b.z ? 1 : 0;
+        if (line.a.x == line.b.x && line.a.z != line.b.z) {
+            ++ticks; // across the whole floor
+            EXPECT_EQ (line.a.z, 0);
+            EXPECT_EQ (line.b.z, -sketch.layout (560).depth);
+            EXPECT_EQ (line.a.y, 560);
+            EXPECT_EQ (line.b.y, 560);
+        } else if (line.a.x == line.b.x) {
+            EXPECT_EQ (line.a.z, 0); // the ends of the wall
         } else {
             wall += line.a.z == 0 ? 1 : 0;
             floor += line.a.y == size.h () ? 1 : 0;
@@ -426,6 +432,34 @@ TEST_F (scenes, the_flat_chart_has_its_lines_where_the_axes_are) {
         ticks += down && line.points[1].y == 526 ? 1 : 0;
     }
     EXPECT_EQ (ticks, 3);
+}
+
+TEST_F (scenes, the_axes_of_the_flat_chart_end_in_arrows) {
+    const auto heads = [this] (float unit) {
+        Sketch sketched (data, 900, 600, unit);
+        std::vector<std::vector<Point2>> found;
+        for (const FlatLine& line : sketched.chart ().lines) {
+            if (line.colour == frame_colour && line.points.size () == 3)
+                found.push_back (line.points);
+        }
+        return found;
+    };
+    const auto small = heads (1);
+    ASSERT_EQ (small.size (), 2U);
+    const auto expect = [] (Point2 point, float x, float y) {
+        EXPECT_EQ (point.x, x);
+        EXPECT_EQ (point.y, y);
+    };
+    expect (small[0][0], 77.5F, 108);
+    expect (small[0][1], 80.5F, 102);
+    expect (small[0][2], 83.5F, 108);
+    expect (small[1][0], 832, 517.5F);
+    expect (small[1][1], 838, 520.5F);
+    expect (small[1][2], 832, 523.5F);
+    const auto large = heads (2);
+    expect (large[0][1], 160, 204);
+    expect (large[0][0], 154, 216);
+    expect (large[1][2], 1664, 1046);
 }
 
 TEST_F (scenes, the_flat_chart_has_both_labels_at_each_line) {
