@@ -112,6 +112,12 @@ TEST_F (legend, columns_end_above_what_they_must_not_cover) {
     EXPECT_EQ (scene.texts[11].at.y, 85);
 }
 
+TEST_F (legend, where_no_row_may_be_taken_there_is_one) {
+    add (0, 0);
+    ASSERT_EQ (scene.texts.size (), 3U);
+    for (const FlatText& text : scene.texts) EXPECT_EQ (text.at.y, 25);
+}
+
 TEST_F (legend, columns_are_no_higher_than_their_names_need) {
     name_species (22); // five columns of four are not enough
     add (102);
