@@ -71,7 +71,7 @@ class SliderPanel : public Fl_Group {
   public:
     using Fl_Group::Fl_Group;
 
-    void add (LabelledSlider* slider, int length) { sliders_.push_back ({slider, length}); }
+    void add_row (LabelledSlider* slider, int length) { sliders_.push_back ({slider, length}); }
 
     void resize (int x, int y, int w, int h) override {
         Fl_Group::resize (x, y, w, h);
@@ -130,7 +130,7 @@ Fl_Group* make_sliders (CurveWidget& view, int x, int y) {
         slider->step (1);
         slider->callback (concentration_moved);
         slider->show_label (var.labels[0], var.name);
-        panel->add (slider, length);
+        panel->add_row (slider, length);
         row += row_height + spacing;
     }
     auto* time_group = new Fl_Group (x + left_edge, row, 810, row_height);
