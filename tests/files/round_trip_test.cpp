@@ -294,7 +294,8 @@ TEST (Insertion, a_failure_leaves_the_document_as_it_was) {
 }
 
 TEST (Insertion, first_lines_that_are_taken) {
-    for (const char* good : {"# Lattrix: 1.2\n", "#Lattrix:.5", "[N1 2 3\n", "[U1: 2 3 4]\n"}) {
+    for (const char* good :
+         {"# Lattrix: 1.2\n", "#Lattrix:.5", "# Lattrix:5", "[N1 2 3\n", "[U1: 2 3 4]\n"}) {
         EXPECT_TRUE (is_insertable_text (good)) << good;
     }
     for (const char* bad :
