@@ -6,6 +6,7 @@
 
 #include "base/report.h"
 #include "base/text.h"
+#include "sim/concentration.h"
 
 #include <algorithm>
 #include <optional>
@@ -247,18 +248,17 @@ bool check_field (const document::Line& field, bool concentration) {
         report_message ("Number expected: %s.", text.c_str ());
         return false;
     }
+    if (text.empty () || !sim::concentration_fault (text)) return true;
     while (number && at < text.size () && is_space (text[at])) ++at;
     std::string unit;
     while (number && at < text.size () && !is_space (text[at]) && unit.size () < 15) {
         unit += text[at++];
     }
-    if (unit.size () == 2 && unit[1] == 'M') {
-        if (unit[0] == 'u' || unit[0] == 'm') return true;
+    if (unit.size () == 2 && unit[1] == 'M' && unit[0] != 'u' && unit[0] != 'm') {
         report_message ("Invalid concentration unit: expected mM or uM, got: %s.", unit.c_str ());
-        return false;
+    } else {
+        report_message ("Invalid concentration spec: %s.", text.c_str ());
     }
-    if (text.empty ()) return true;
-    report_message ("Invalid concentration spec: %s.", text.c_str ());
     return false;
 }
 

@@ -21,7 +21,8 @@ std::string write_model (const document::Network& network, int duration,
 void write_concentration (std::string& out, std::string_view species, std::string_view text);
 
 /// Checks an entered text; a fault is reported and gives false, the text stays.
-/// concentration  a value with its unit; otherwise a kinetic constant, which may be missing
+/// concentration  what the simulator reads: a value, a list, a series, with units; otherwise a
+///                kinetic constant. Either may be missing
 bool check_field (const document::Line& field, bool concentration);
 
 } // namespace ostrand::files

@@ -3,6 +3,7 @@
 
 #include "base/disk.h"
 #include "base/platform.h"
+#include "base/process.h"
 #include "base/text.h"
 #include "image_maker/compose.h"
 
@@ -83,9 +84,10 @@ bool compose_both (const fs::path& assets, const Palette& palette, Job& job, std
 /// Renders one text at one scale to `png`.
 bool render (const std::string& renderer, const fs::path& svg, const ComposedImage& image,
              int scale, const fs::path& png, std::string& error) {
-    const int status = run_process ({renderer, "--width", std::to_string (image.width * scale),
-                                     "--height", std::to_string (image.height * scale), "--output",
-                                     png.string (), svg.string ()});
+    const ChildProcess program ({renderer, "--width", std::to_string (image.width * scale),
+                                 "--height", std::to_string (image.height * scale), "--output",
+                                 png.string (), svg.string ()});
+    const int status = program.wait ();
     if (status == 0) return true;
     error = svg.string () + ": " + renderer + " ended with status " + std::to_string (status);
     return false;

@@ -9,7 +9,8 @@ namespace ostrand::viewer {
 /// has no OpenGL.
 ///
 /// When the environment variable OSTRAND_PICTURE names a file, the first picture is written there
-/// as PNG and the window closes by itself: for scripts that want a picture of a result.
+/// as PNG and the window closes by itself: for scripts that want a picture of a result. False, told,
+/// when it cannot be written.
 bool run_viewer_window (ResultData& data, bool reverse_video);
 
 } // namespace ostrand::viewer
