@@ -123,8 +123,9 @@ void Layout::place_inline (std::size_t index) {
     Block& placed = block (index);
     const bool run_fits = placed.joined || x_ + run_width (index) <= limit_;
     const bool fits = x_ + placed.width <= limit_;
-    // What does not fit into any line stands alone on one.
-    if (has_words_ && (full_ || !fits || !run_fits)) end_line (index);
+    // What does not fit into any line stands alone on one; lines of "pre" are never broken.
+    const bool may_break = has_words_ && placed.kind != BlockKind::preformat;
+    if (may_break && (full_ || !fits || !run_fits)) end_line (index);
     put (placed);
 }
 

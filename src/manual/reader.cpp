@@ -51,7 +51,7 @@ class Reader {
     void fault (const char* text) { page_.faults.emplace_back (text); }
     void advance ();
     void skip_blanks ();
-    bool expect (TokenId tag);
+    bool expect (int tag);
     bool body_follows () const;
     Attributes attributes ();
     void read_head ();
@@ -92,7 +92,7 @@ void Reader::skip_blanks () {
 }
 
 /// Passes over a tag that must stand here, with its attributes; otherwise tells so and stays.
-bool Reader::expect (TokenId tag) {
+bool Reader::expect (int tag) {
     skip_blanks ();
     if (token_.id != tag) {
         fault (syntax_error);
@@ -122,7 +122,8 @@ void Reader::read () {
     if (expect (token_html)) read_head ();
     read_body ();
     if (token_.id == token_end_of_source) return;
-    if (expect (static_cast<TokenId> (-token_html))) skip_blanks ();
+    if (!expect (-token_html)) return;
+    skip_blanks ();
     // One word about all that stands behind the end.
     if (token_.id != token_end_of_source) fault (syntax_error);
 }
@@ -131,7 +132,10 @@ void Reader::read_head () {
     if (!expect (token_head)) return;
     skip_blanks ();
     if (token_.id == token_title) {
-        while (token_.id != -token_title && token_.id != token_end_of_source) advance ();
+        while (token_.id != -token_title && token_.id != -token_head &&
+               token_.id != token_end_of_source) {
+            advance ();
+        }
         if (token_.id == -token_title) attributes ();
     }
     skip_blanks ();
@@ -315,7 +319,8 @@ void Reader::preformatted () {
     lexer_.set_preformatted (true);
     attributes ();
     bool first = true; // a line end directly behind the tag is none
-    while (token_.id != -token_pre && token_.id != token_end_of_source) {
+    while (token_.id != -token_pre && token_.id != -token_body &&
+           token_.id != token_end_of_source) {
         if (token_.id == token_word) {
             const Face& face = styles_.now ();
             add (std::make_unique<Preformat> (std::move (token_.text), face.style, face.colour));

@@ -218,6 +218,12 @@ TEST (layout, pre_is_not_broken) {
     EXPECT_EQ (made.word ("four").y, line + ascent);
 }
 
+TEST (layout, pre_is_not_broken_between_its_styles) {
+    const LaidOut made ("<pre>one <b>two</b> three</pre>", room_for (4));
+    EXPECT_EQ (made.word ("two").y, ascent);
+    EXPECT_EQ (made.word (" three").y, ascent);
+}
+
 TEST (layout, lines_follow_each_other_and_hold_all_blocks) {
     Document page = read_html (generate_manual ({}));
     const FixedMeasure measure;

@@ -242,6 +242,13 @@ TEST (structure, a_token_out_of_place_is_told_and_passed_over) {
     EXPECT_THAT (read_html (page_of ("a") + "b").faults, ElementsAre ("syntax error\n"));
 }
 
+TEST (structure, what_is_left_open_ends_with_the_body) {
+    EXPECT_THAT (read_html (page_of ("<pre>a")).faults, IsEmpty ());
+    EXPECT_THAT (read_html (page_of ("<h3>a")).faults, IsEmpty ());
+    const Document page = read_html ("<html><head><title>t</head><body>a</body></html>");
+    EXPECT_EQ (sketch (page), "[a]");
+}
+
 TEST (structure, text_alone_is_told_and_shown) {
     const Document page = read_html ("just words");
     EXPECT_FALSE (page.faults.empty ());
