@@ -28,7 +28,7 @@ struct LiftPaint {
 };
 
 /// The vertical position of a view on a page, 0 to the page's height less the view's. All in
-/// pixels. Functions that return bool tell whether the picture changed.
+/// pixels.
 class PageScroll {
   public:
     /// A new size of window or page; the position is kept within it.
@@ -53,6 +53,7 @@ class PageScroll {
     /// False when no lift is held.
     bool drag (int y);
     bool release ();
+    /// The pointer without a button; true when the lift looks otherwise than before.
     bool pointer_moved (int x);
     bool pointer_left ();
 
