@@ -1,15 +1,14 @@
 // Pictures that are part of the program's file.
 // Layer: base.
 #pragma once
-#include <string_view>
 
 namespace ostrand {
 
-/// A PNG file that is linked in.
+/// One image, as the bytes of a PNG file that live as long as the program.
 struct ResourceImage {
-    std::string_view name;               // "fog.png"
-    const unsigned char* data = nullptr; // the file's bytes
-    unsigned size = 0;                   // their number
+    const char* name; // with its ".png"; null in the row behind the last
+    const unsigned char* data;
+    unsigned size; // bytes
 };
 
 } // namespace ostrand

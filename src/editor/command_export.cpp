@@ -13,7 +13,7 @@ namespace {
 struct ExportKind {
     const char* extension;
     FileQuestion question;
-    bool (*write) (document::Network& network, const std::filesystem::path& path,
+    bool (*write) (const document::Network& network, const std::filesystem::path& path,
                    std::string& error);
 };
 

@@ -3,8 +3,6 @@
 #include "editor/workbench.h"
 
 #include "base/path.h"
-#include "base/report.h"
-#include "base/text.h"
 
 namespace ostrand::editor::run {
 
@@ -21,9 +19,7 @@ void save_user_manual (Workbench& bench) {
                                    .initial = "OST-User-Manual.html",
                                    .saving = true});
     if (names.empty ()) return;
-    const std::string path = absolute_path ("", names.front ());
-    if (!bench.world ().save_manual (path))
-        report_message ("Cannot save the user manual to '%s'\n", path.c_str ());
+    bench.world ().save_manual (absolute_path ("", names.front ()));
 }
 
 } // namespace ostrand::editor::run

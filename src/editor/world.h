@@ -132,8 +132,8 @@ class World {
     // Help.
     virtual void show_about () = 0;
     virtual void show_manual () = 0;
-    /// Writes the manual to a file; false when that fails.
-    virtual bool save_manual (const std::string& path) = 0;
+    /// Writes the manual to a file; a failure is reported.
+    virtual void save_manual (const std::string& path) = 0;
 
     // Clipboard.
     virtual void copy (ClipboardContent content) = 0;

@@ -2,7 +2,6 @@
 #include "glpaint/gl_device.h"
 
 #include "document/colors.h"
-#include "document/greek.h"
 
 #include <GL/gl.h>
 
@@ -65,6 +64,11 @@ std::vector<Point> round_points (Box b, float r) {
 }
 
 } // namespace
+
+int shown_text_size (const document::FontMetrics& font, float scale) {
+    const int size = document::font_size (document::size_index (font.key));
+    return std::max (static_cast<int> (static_cast<float> (size) * scale), smallest_text);
+}
 
 void GlDevice::emit (unsigned mode, Points points) const {
     glBegin (mode);
@@ -177,11 +181,7 @@ void GlDevice::shared_bar (float x, float y, float w, float h, float t) {
 void GlDevice::draw_text (const document::FontMetrics& font, std::string_view letters, float x,
                           float y) {
     if (letters.empty ()) return;
-    const std::string utf8 = document::is_symbol (font.key) ? document::symbol_to_utf8 (letters)
-                                                            : document::latin1_to_utf8 (letters);
-    const auto size = static_cast<int> (
-        static_cast<float> (document::font_size (document::size_index (font.key))) * zoom ());
-    content_.draw_text (font, utf8, x * zoom (), y * zoom (), std::max (size, smallest_text));
+    content_.draw_text (font, letters, x * zoom (), y * zoom (), zoom ());
 }
 
 void GlDevice::draw_picture (std::string_view path, float x, float y, float w, float h) {

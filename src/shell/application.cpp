@@ -2,6 +2,10 @@
 #include "shell/application.h"
 
 #include "base/path.h"
+#include "document/document_state.h"
+#include "resources/resources.h"
+#include "shell/about_window.h"
+#include "shell/screen.h"
 #include "base/text.h"
 #include "toolkit/text_fit.h"
 
@@ -233,6 +237,49 @@ std::optional<unsigned> Application::choose_colour (const std::string& title, un
     if (fl_color_chooser (title.c_str (), red, green, blue, hexadecimal_mode) == 0)
         return std::nullopt;
     return static_cast<unsigned> (red) << 16 | static_cast<unsigned> (green) << 8 | blue;
+}
+
+void Application::wait_for (const std::string& text, BackgroundWork& work) {
+    if (!please_wait_) please_wait_ = std::make_unique<PleaseWait> ();
+    please_wait_->wait_for (text, work);
+}
+
+void Application::fill_formula_dialog (
+    const std::vector<std::string>& inputs, const std::vector<std::string>& outputs,
+    std::function<void (const std::string& formula, const std::string& output)> entered) {
+    if (!formula_dialog_) formula_dialog_ = std::make_unique<FormulaInput> ();
+    formula_dialog_->set_metabolites (inputs, outputs);
+    formula_dialog_->on_ok = std::move (entered);
+}
+
+void Application::show_formula_dialog () {
+    if (formula_dialog_) formula_dialog_->ask ();
+}
+
+void Application::show_about () { show_about_window (); }
+
+manual::Manual& Application::user_manual () {
+    if (!manual_) {
+        std::size_t count = 0;
+        while (manual_images[count].name != nullptr) ++count;
+        manual_ =
+            std::make_unique<manual::Manual> (std::span<const ResourceImage> (manual_images, count));
+    }
+    return *manual_;
+}
+
+void Application::show_manual () {
+    if (!manual_window_) manual_window_ = std::make_unique<ManualWindow> ();
+    manual::show_manual (user_manual (), &manual_window_->html (), nullptr,
+                         document::document_state ().dark_mode, bench_.shortcuts ());
+    fit_to_screen (*manual_window_);
+    manual_window_->show ();
+}
+
+void Application::save_manual (const std::string& path) {
+    const std::filesystem::path file = path;
+    manual::show_manual (user_manual (), nullptr, &file, document::document_state ().dark_mode,
+                         bench_.shortcuts ());
 }
 
 void Application::copy (editor::ClipboardContent content) {

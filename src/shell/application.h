@@ -2,7 +2,10 @@
 // Layer: shell.
 #pragma once
 #include "editor/workbench.h"
+#include "shell/formula_input.h"
 #include "shell/main_window.h"
+#include "shell/manual_window.h"
+#include "shell/please_wait.h"
 #include "shell/value_dialog.h"
 
 #include <map>
@@ -36,6 +39,15 @@ class Application : public editor::World {
     editor::RecoveryAnswer ask_recovery (const std::vector<editor::RecoveryItem>& items) override;
     std::optional<int> popup (const std::vector<editor::PopupEntry>& entries) override;
     std::optional<unsigned> choose_colour (const std::string& title, unsigned rgb) override;
+    void wait_for (const std::string& text, BackgroundWork& work) override;
+    void fill_formula_dialog (
+        const std::vector<std::string>& inputs, const std::vector<std::string>& outputs,
+        std::function<void (const std::string& formula, const std::string& output)> entered)
+        override;
+    void show_formula_dialog () override;
+    void show_about () override;
+    void show_manual () override;
+    void save_manual (const std::string& path) override;
     void copy (editor::ClipboardContent content) override;
     void request_paste (editor::Canvas& canvas) override;
     double now () const override;
@@ -50,11 +62,16 @@ class Application : public editor::World {
     bool uses_line () const;
     std::vector<std::string> ask_native (const editor::FileQuestion& question);
     bool may_overwrite (const std::string& path);
+    manual::Manual& user_manual ();
 
     std::unique_ptr<MainWindow> window_;
     editor::Workbench bench_;
     std::unique_ptr<Dialog> value_dialog_;
     std::unique_ptr<Dialog> search_dialog_;
+    std::unique_ptr<PleaseWait> please_wait_;
+    std::unique_ptr<FormulaInput> formula_dialog_;
+    std::unique_ptr<ManualWindow> manual_window_;
+    std::unique_ptr<manual::Manual> manual_;
     std::map<editor::TimerId, std::unique_ptr<Timer>> timers_;
     editor::TimerId last_timer_ = 0;
     bool refresh_pending_ = false;

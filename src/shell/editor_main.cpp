@@ -5,6 +5,7 @@
 #include "editor/recovery.h"
 #include "shell/application.h"
 #include "shell/images.h"
+#include "shell/screen.h"
 #include "toolkit/display.h"
 #include "toolkit/font_metrics.h"
 #include "toolkit/interface_queue.h"
@@ -13,7 +14,6 @@
 
 #include <FL/Fl.H>
 #include <FL/Fl_Shared_Image.H>
-#include <algorithm>
 #include <csetjmp>
 #include <csignal>
 #include <cstdio>
@@ -29,17 +29,6 @@ void signal_trap (int number) {
     std::signal (number, signal_trap);
     std::fprintf (stderr, "Signal: %d trapped...\n", number);
     siglongjmp (event_loop, 1);
-}
-
-/// A window that is larger than the screen's free part is made to fit.
-void fit_to_screen (Fl_Window& window) {
-    int x = 0;
-    int y = 0;
-    int w = 0;
-    int h = 0;
-    Fl::screen_work_area (x, y, w, h, 0);
-    if (window.w () <= w && window.h () <= h) return;
-    window.resize (x, y, std::min (window.w (), w), std::min (window.h (), h));
 }
 
 } // namespace

@@ -4,6 +4,7 @@
 #include "toolkit/text_fit.h"
 
 #include <FL/Fl.H>
+#include <FL/filename.H>
 #include <algorithm>
 #include <cmath>
 

@@ -40,7 +40,7 @@ int flags_of (const CommandRow& row) {
     return flags;
 }
 
-void set_flag (Fl_Menu_Item& item, int flag, bool on) {
+void put_flag (Fl_Menu_Item& item, int flag, bool on) {
     item.flags = on ? item.flags | flag : item.flags & ~flag;
 }
 
@@ -115,9 +115,9 @@ void MenuBar::refresh () {
         const auto command =
             static_cast<Command> (reinterpret_cast<std::intptr_t> (item.user_data_));
         const editor::EntryState state = bench_.entry (command);
-        set_flag (item, FL_MENU_INACTIVE, !state.active);
+        put_flag (item, FL_MENU_INACTIVE, !state.active);
         if ((item.flags & (FL_MENU_TOGGLE | FL_MENU_RADIO)) != 0)
-            set_flag (item, FL_MENU_VALUE, state.checked);
+            put_flag (item, FL_MENU_VALUE, state.checked);
         item.shortcut_ = toolkit_shortcut (
             editor::shortcut_of (editor::command_row (command), bench_.shortcuts ()));
     }

@@ -137,7 +137,7 @@ void My_TabGroup::refresh () {
         const Fl_Group* const outer = Fl_Group::current ();
         Fl_Group::current (nullptr);
         auto* const tab = new TabBtn (*this, new_tab_height, "");
-        insert (*tab, *plus_button_);
+        insert (*tab, plus_button_);
         tabs_.push_back (tab);
         Fl_Group::current (const_cast<Fl_Group*> (outer));
     }

@@ -31,7 +31,7 @@ struct Pressed {
 };
 
 /// Buttons live as long as the process.
-void* argument (editor::Workbench& bench, Command command) { return new Pressed{bench, command}; }
+void* pressed_argument (editor::Workbench& bench, Command command) { return new Pressed{bench, command}; }
 
 void button_pressed (Fl_Widget*, void* data) {
     const auto& pressed = *static_cast<const Pressed*> (data);
@@ -81,7 +81,7 @@ Fl_Button* ToolBar::add_button (Command command, bool is_toggle) {
     button->copy_tooltip (std::string (row.label).c_str ());
     button->visible_focus (0);
     button->labelsize (text_size);
-    button->callback (button_pressed, argument (bench_, command));
+    button->callback (button_pressed, pressed_argument (bench_, command));
     return button;
 }
 

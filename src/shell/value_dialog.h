@@ -31,6 +31,8 @@ class Dialog : public Fl_Double_Window {
     /// Shows so many fields with their labels and first values.
     void show_fields (const std::string& title, const std::vector<std::string>& labels,
                       const std::vector<std::string>& values);
+    /// The text of the first field as it stands.
+    std::string first_text () const { return fields_.front ()->value (); }
     /// A line between the buttons: what is wrong with an answer.
     void say (const std::string& text);
 

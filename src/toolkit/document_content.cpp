@@ -5,23 +5,15 @@
 #include "toolkit/font_metrics.h"
 
 #include <FL/gl.h>
-#include <algorithm>
 #include <cmath>
 
 namespace ostrand::toolkit {
-namespace {
-
-constexpr int smallest_size = 4; // pixels
-
-} // namespace
-
 void DocumentContent::draw_text (const document::FontMetrics& font, std::string_view letters,
                                  float x, float y, float zoom) {
     const int number = document::font_number (font.key);
     const bool greek = document::is_symbol (font.key) && symbol_is_greek ();
     const float scale = zoom * pixels_per_unit;
-    const int size =
-        std::max (static_cast<int> (static_cast<float> (font.pixel_size) * scale), smallest_size);
+    const int size = glpaint::shown_text_size (font, scale);
     const int base = static_cast<int> (std::lround (y * pixels_per_unit));
     float at = x * pixels_per_unit;
     glPushMatrix ();

@@ -1,6 +1,7 @@
 // Loading pictures into textures.
 #include "toolkit/picture_cache.h"
 
+#include <FL/Fl_Pixmap.H>
 #include <FL/Fl_RGB_Image.H>
 #include <FL/Fl_Shared_Image.H>
 #include <FL/gl.h>

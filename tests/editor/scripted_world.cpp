@@ -92,10 +92,7 @@ void ScriptedWorld::fill_formula_dialog (
     formula_entered = std::move (entered);
 }
 
-bool ScriptedWorld::save_manual (const std::string& path) {
-    saved_manual = path;
-    return true;
-}
+void ScriptedWorld::save_manual (const std::string& path) { saved_manual = path; }
 
 void ScriptedWorld::request_paste (editor::Canvas& canvas) {
     editor::paste_text (canvas, clipboard);

@@ -69,7 +69,7 @@ class ScriptedWorld : public editor::World {
     void show_formula_dialog () override { ++formula_dialogs; }
     void show_about () override {}
     void show_manual () override { ++manuals; }
-    bool save_manual (const std::string& path) override;
+    void save_manual (const std::string& path) override;
     void copy (editor::ClipboardContent content) override { clipboard = content.text; }
     void request_paste (editor::Canvas& canvas) override;
     double now () const override { return now_; }
