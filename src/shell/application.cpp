@@ -2,11 +2,11 @@
 #include "shell/application.h"
 
 #include "base/path.h"
+#include "base/text.h"
 #include "document/document_state.h"
 #include "resources/resources.h"
 #include "shell/about_window.h"
 #include "shell/screen.h"
-#include "base/text.h"
 #include "toolkit/text_fit.h"
 
 #include <FL/Fl.H>
@@ -262,8 +262,8 @@ manual::Manual& Application::user_manual () {
     if (!manual_) {
         std::size_t count = 0;
         while (manual_images[count].name != nullptr) ++count;
-        manual_ =
-            std::make_unique<manual::Manual> (std::span<const ResourceImage> (manual_images, count));
+        manual_ = std::make_unique<manual::Manual> (
+            std::span<const ResourceImage> (manual_images, count));
     }
     return *manual_;
 }

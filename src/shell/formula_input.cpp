@@ -24,8 +24,7 @@ struct Sign {
     const char* label;
     const char* tip;
 };
-constexpr Sign signs[] = {
-    {"+", "OR"}, {".", "AND"}, {"!", "NOT"}, {"(", nullptr}, {")", nullptr}};
+constexpr Sign signs[] = {{"+", "OR"}, {".", "AND"}, {"!", "NOT"}, {"(", nullptr}, {")", nullptr}};
 
 void fill (Fl_Input_Choice& chooser, const std::vector<std::string>& names) {
     chooser.clear ();

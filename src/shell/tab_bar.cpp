@@ -23,9 +23,9 @@ constexpr Fl_Color first_colour = 95;
 constexpr Fl_Color active_colour = 0xf0f00000;
 constexpr Fl_Color other_colour = 0xffffff00;
 constexpr Fl_Color edge_colour = 0x00009000;
-constexpr int neighbour_room = 60;     // pixels of the next tab that stay in view
-constexpr int wheel_step = 60;         // pixels
-constexpr int longest_label = 40; // letters; names may be of any length
+constexpr int neighbour_room = 60; // pixels of the next tab that stay in view
+constexpr int wheel_step = 60;     // pixels
+constexpr int longest_label = 40;  // letters; names may be of any length
 
 void name_chosen (Fl_Widget* widget, void* group) {
     static_cast<My_TabGroup*> (group)->select (*static_cast<TabBtn*> (widget->parent ()));

@@ -65,7 +65,7 @@ class My_TabGroup : public My_Pack {
     Fl_Button* plus_button_;
     // A drag.
     int shown_active_ = -1; // the tab that was last brought into view
-    int pressed_ = -1; // index of the tab
+    int pressed_ = -1;      // index of the tab
     bool dragging_ = false;
     int press_x_ = 0; // on the screen
     int press_y_ = 0;
