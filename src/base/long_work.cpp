@@ -45,7 +45,7 @@ Outcome LongWork::begin (const std::stop_token& stop) {
     }
 }
 
-Outcome LongWork::run (std::stop_token stop) {
+Outcome LongWork::run (const std::stop_token& stop) {
     Outcome outcome = begin (stop);
     tidy ();
     return outcome;

@@ -43,7 +43,10 @@ class SbmlWriter {
     document::PrintState to_;
 };
 
-const Node& master_of (const Node& n) { return n.master () != nullptr ? *n.master () : n; }
+const Node& master_of (const Node& n) {
+    const Node* const master = n.master ();
+    return master != nullptr ? *master : n;
+}
 
 void SbmlWriter::head (std::string_view model_id) {
     std::string& out = to_.out;
