@@ -155,7 +155,7 @@ TEST (ReportedChanges, what_is_there_already_is_no_change) {
     EXPECT_FALSE (r.arc.label_line ()->set_offset (0, 0));
     EXPECT_FALSE (r.arc.label_line ()->set_style (no_font, no_color));
     EXPECT_FALSE (r.network.set_align (r.network.align ()));
-    EXPECT_FALSE (r.network.set_origin (10, 10));
+    EXPECT_FALSE (r.network.set_origin (r.network.x (), r.network.y ()));
     EXPECT_FALSE (r.network.normalize_origin ());
     EXPECT_FALSE (r.network.clear_multi_conc ());
     EXPECT_FALSE (r.network.translate (0, 0));

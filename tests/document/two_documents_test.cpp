@@ -3,6 +3,7 @@
 #include "document/hit_test.h"
 #include "document/markup.h"
 #include "document/random_edits.h"
+#include "support/support.h"
 
 #include <gtest/gtest.h>
 
@@ -29,6 +30,7 @@ class Worker {
     const Network& network () const { return *network_; }
 
     void work () {
+        const testing::CaughtMessages messages;
         testing::Dice& dice = edits_.dice ();
         Network& network = *network_;
         switch (dice.below (12)) {
