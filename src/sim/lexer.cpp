@@ -92,8 +92,25 @@ int Lexer::intern (std::string_view name) {
     return std::max (index, 0);
 }
 
+/// Looks for a stop at every 256th call.
+bool Lexer::is_stopped () {
+    if (++looks_ % 256 == 0 && stop_.stop_requested ()) failed_ = true;
+    return failed_;
+}
+
+/// As the text's own search, but a stop is looked for on a long way; the end when there is none.
+std::size_t Lexer::find_first_of (std::string_view set, std::size_t from) {
+    constexpr std::size_t piece = 1 << 12;
+    while (from < text_.size () && !is_stopped ()) {
+        const std::size_t at = text_.substr (from, piece).find_first_of (set);
+        if (at != std::string_view::npos) return from + at;
+        from += piece;
+    }
+    return text_.size ();
+}
+
 Token Lexer::next_token () {
-    if (failed_) return plain_token (TokenKind::eof);
+    if (failed_ || is_stopped ()) return plain_token (TokenKind::eof);
     if (pushback_.kind != TokenKind::none) return std::exchange (pushback_, {});
     const Token token = read_token ();
     return failed_ ? plain_token (TokenKind::eof) : token;
@@ -104,8 +121,9 @@ void Lexer::skip_blanks_and_comments () {
         const char c = at (cursor_);
         if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
             ++cursor_;
+            if (is_stopped ()) return;
         } else if (c == '/' && at (cursor_ + 1) == '/') {
-            cursor_ = std::min (text_.find ('\n', cursor_), text_.size ());
+            cursor_ = find_first_of ("\n", cursor_);
         } else {
             return;
         }
@@ -138,7 +156,7 @@ Token Lexer::read_token () {
     if (c == '"') return read_quoted_name ();
     if (c == '#') return read_colour ();
     if (Token number; (is_digit (c) || c == '.') && read_number (number)) return number;
-    const std::size_t end = std::min (text_.find_first_of (name_ends, cursor_), text_.size ());
+    const std::size_t end = find_first_of (name_ends, cursor_);
     return read_name (text_.substr (cursor_, end - cursor_), end);
 }
 

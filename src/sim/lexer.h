@@ -1,10 +1,13 @@
 // Tokens of the model language, for every reader of models: each brings its own table of names.
 // Layer: sim.
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <stop_token>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace ostrand::sim {
 
@@ -67,6 +70,9 @@ class Lexer {
     Lexer (std::string_view text, NameIndex name_index, std::string table_full);
 
     Token next_token ();
+    /// A stop that is asked for reads as a failure of which nothing is reported.
+    void set_stop (std::stop_token stop) { stop_ = std::move (stop); }
+
     /// The next call of next_token gives this one again.
     void unget_token (const Token& token) { pushback_ = token; }
 
@@ -86,6 +92,8 @@ class Lexer {
     bool read_number (Token& token);
     bool unit_at (std::size_t place, std::string_view followers) const;
     void skip_blanks_and_comments ();
+    std::size_t find_first_of (std::string_view set, std::size_t from);
+    bool is_stopped ();
 
     /// The byte at a place; NUL behind the end.
     char at (std::size_t place) const { return place < text_.size () ? text_[place] : '\0'; }
@@ -95,6 +103,8 @@ class Lexer {
     NameIndex name_index_;
     std::string table_full_;
     Token pushback_;
+    std::stop_token stop_;
+    unsigned looks_ = 0; // for a stop
     bool failed_ = false;
 };
 

@@ -23,14 +23,16 @@ constexpr int view_width = 900;
 constexpr int view_height = 600;
 
 /// Writes the view's picture to the file that the environment names, after it was drawn once.
-void take_picture (CurveWidget& view, Fl_Window& window, const std::string& path) {
-    view.on_drawn = [&view, &window, path] {
+/// written  out: false when that fails, which is told
+void take_picture (CurveWidget& view, Fl_Window& window, const std::string& path, bool& written) {
+    view.on_drawn = [&view, &window, path, &written] {
         const ViewSize size = ViewSize::of (view.w (), view.h (), view.pixels_per_unit ());
         std::string error;
         if (!write_view_picture (path, static_cast<int> (size.w), static_cast<int> (size.hp),
                                  error)) {
             std::fprintf (stderr, "Cannot write '%s': %s\n", path.c_str (), error.c_str ());
         }
+        written = error.empty ();
         window.hide ();
     };
 }
@@ -68,11 +70,12 @@ bool run_viewer_window (ResultData& data, bool reverse_video) {
     window->resizable (whole);
     window->size_range (300, 300 + room);
     const char* picture = std::getenv ("OSTRAND_PICTURE");
-    if (picture != nullptr) take_picture (*view, *window, picture);
+    bool picture_written = true;
+    if (picture != nullptr) take_picture (*view, *window, picture, picture_written);
     window->show ();
     view->take_focus ();
     Fl::run ();
-    return true;
+    return picture_written;
 }
 
 } // namespace ostrand::viewer

@@ -474,6 +474,26 @@ TEST (window, a_picture_is_written_for_scripts) {
     EXPECT_EQ (testing::file_text (picture).substr (1, 3), "PNG");
 }
 
+TEST (window, a_picture_that_cannot_be_written_is_a_failure) {
+    const TemporaryFolder folder;
+    const VirtualDisplay display;
+    const std::string data = folder.write ("data", "1 1 2\na\ne0000000\n0\n5\n6\n");
+    const std::string old = folder.write ("p.png", "old");
+    const std::string program = std::string (OSTRAND_BUILD_DIR) + "/ostrand";
+    const auto run = [&] (const std::string& limit, const std::string& picture) {
+        return testing::run_program ({"bash", "-c",
+                                      limit + "OSTRAND_PICTURE=\"$1\" exec \"$0\" -v \"$2\"",
+                                      program, picture, data});
+    };
+    const auto full = run ("", "/dev/full");
+    EXPECT_EQ (full.status, 1);
+    EXPECT_EQ (full.error, "Cannot write '/dev/full': No space left on device\n");
+    const auto limited = run ("ulimit -f 1; ", old);
+    EXPECT_EQ (limited.status, 1);
+    EXPECT_EQ (limited.error, "Cannot write '" + old + "': File too large\n");
+    EXPECT_EQ (testing::file_text (old), "old");
+}
+
 TEST (window, a_slow_file_shows_that_it_loads) {
     const TemporaryFolder folder;
     const VirtualDisplay display;
