@@ -65,6 +65,10 @@ struct TextFile {
     std::string fault;               // as an Input has it
 };
 
+/// Where a path leads when its last name is a symbolic link, or a chain of them; the end need not
+/// exist.
+std::filesystem::path end_of_links (std::filesystem::path path);
+
 /// A file that is being written. A regular file is written beside its target, under a name that
 /// begins with a dot, and takes the target's place in `commit`; until then, and after any failure,
 /// the old file is whole. What a symbolic link points to is replaced, the link stays; the old

@@ -17,9 +17,9 @@ constexpr std::size_t rarest_change = 8;
 /// Lines whose text is surely more than what a piece can look back on.
 constexpr std::size_t lines_to_look_back = 16384;
 
-std::string lines_of (std::span<const std::uint32_t> counts) {
-    std::string text (counts.size () * line_room, '\0');
-    char* end = text.data ();
+std::string lines_of (std::span<const std::uint32_t> counts, std::string_view front = {}) {
+    std::string text (front.size () + counts.size () * line_room, '\0');
+    char* end = std::copy (front.begin (), front.end (), text.data ());
     for (const std::uint32_t count : counts) end = put_line (end, count);
     text.resize (static_cast<std::size_t> (end - text.data ()));
     return text;
@@ -48,8 +48,10 @@ ResultUnit ResultUnits::unit (std::uint64_t index) const {
     return {first, std::min (simulations_a_unit_, simulations_ - first), 0, lines_each_};
 }
 
-std::uint64_t ResultUnits::unit_of (std::uint64_t simulation) const {
-    return simulation * units_a_simulation_ / simulations_a_unit_;
+ResultCell ResultUnits::cell (std::uint64_t index) const {
+    const ResultUnit first = unit (index * units_a_simulation_);
+    return {first.first_simulation, first.simulations, index * units_a_simulation_,
+            units_a_simulation_};
 }
 
 std::size_t piece_count (std::span<const std::uint32_t> counts) {
@@ -61,19 +63,20 @@ std::size_t piece_count (std::span<const std::uint32_t> counts) {
 }
 
 DeflatedText deflate_piece (std::span<const std::uint32_t> counts, std::size_t piece,
-                            std::size_t pieces) {
+                            std::size_t pieces, std::string_view front) {
     const std::size_t begin = piece * counts.size () / pieces;
     const std::size_t end = (piece + 1) * counts.size () / pieces;
     const std::size_t look_back = std::min (begin, lines_to_look_back);
     const std::string before = lines_of (counts.subspan (begin - look_back, look_back));
-    return deflate_text (lines_of (counts.subspan (begin, end - begin)), before);
+    if (piece > 0) front = {};
+    return deflate_text (lines_of (counts.subspan (begin, end - begin), front), before);
 }
 
-DeflatedText deflate_unit (std::span<const std::uint32_t> counts) {
+DeflatedText deflate_unit (std::span<const std::uint32_t> counts, std::string_view front) {
     const std::size_t pieces = piece_count (counts);
     DeflatedText unit;
     for (std::size_t piece = 0; piece < pieces; ++piece) {
-        unit.append (deflate_piece (counts, piece, pieces));
+        unit.append (deflate_piece (counts, piece, pieces, front));
     }
     return unit;
 }

@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 
 namespace ostrand::sim {
 
@@ -23,6 +24,14 @@ struct ResultUnit {
 /// piece, to a percent or two.
 inline constexpr std::uint64_t unit_lines = 1 << 19;
 
+/// The least that is both whole simulations and whole units.
+struct ResultCell {
+    std::uint64_t first_simulation = 0;
+    std::uint64_t simulations = 0;
+    std::uint64_t first_unit = 0;
+    std::uint64_t units = 0;
+};
+
 class ResultUnits {
   public:
     ResultUnits () = default;
@@ -31,8 +40,13 @@ class ResultUnits {
 
     std::uint64_t count () const { return count_; }
     ResultUnit unit (std::uint64_t index) const;
-    /// The first unit that has lines of a simulation.
-    std::uint64_t unit_of (std::uint64_t simulation) const;
+    /// Cells lie behind each other too, and cover all.
+    std::uint64_t cell_count () const { return count_ / units_a_simulation_; }
+    ResultCell cell (std::uint64_t index) const;
+    std::uint64_t cell_of_simulation (std::uint64_t simulation) const {
+        return simulation / simulations_a_unit_;
+    }
+    std::uint64_t cell_of_unit (std::uint64_t unit) const { return unit / units_a_simulation_; }
 
   private:
     std::uint64_t simulations_ = 0;
@@ -45,11 +59,12 @@ class ResultUnits {
 /// A unit in pieces that can be compressed side by side, each with the help of the text in front of
 /// it: few of them where the text hardly changes and each piece's code table would weigh.
 /// counts  of the whole unit
+/// front   text in front of the unit: the head of the result goes with the first one
 std::size_t piece_count (std::span<const std::uint32_t> counts);
 DeflatedText deflate_piece (std::span<const std::uint32_t> counts, std::size_t piece,
-                            std::size_t pieces);
+                            std::size_t pieces, std::string_view front = {});
 
 /// All pieces of a unit.
-DeflatedText deflate_unit (std::span<const std::uint32_t> counts);
+DeflatedText deflate_unit (std::span<const std::uint32_t> counts, std::string_view front = {});
 
 } // namespace ostrand::sim

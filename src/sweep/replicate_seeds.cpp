@@ -7,10 +7,9 @@
 namespace ostrand::sweep {
 namespace {
 
-/// The sequence that seeds a plain run.
+/// The sequence that seeds a plain run: a state's second word follows its first.
 constexpr std::uint64_t multiplier = 1103515245;
 constexpr std::uint64_t increment = 12345;
-constexpr std::uint64_t sequence_start = 3;
 
 /// The key of a sweep without a seed. Seeds are below 2^63; the keys under this one serve the case
 /// that a state must not be used.
@@ -44,18 +43,9 @@ bool is_taken (const sim::RandomState& state) {
 } // namespace
 
 sim::RandomState plain_seed (std::uint64_t simulation) {
-    sim::SeedSequence seeds;
-    if (simulation == 0) return seeds.next ();
-    // The sequence x -> m x + a; done 1, 2, 4, ... times it is again such a step.
-    std::uint64_t x = sequence_start;
-    std::uint64_t m = multiplier;
-    std::uint64_t a = increment;
-    for (std::uint64_t steps = 3 * (simulation - 1) + 2; steps > 0; steps >>= 1) {
-        if ((steps & 1) != 0) x = x * m + a;
-        a = a * m + a;
-        m *= m;
-    }
-    return {x, x * multiplier + increment};
+    sim::Seeds seeds;
+    seeds.skip (simulation);
+    return seeds.next ();
 }
 
 sim::RandomState simulation_seed (const std::optional<std::uint64_t>& seed,

@@ -137,13 +137,24 @@ void expect_cover (std::uint64_t simulations, std::uint64_t lines_each) {
         ASSERT_LT (unit.size (), 2 * unit_lines);
         const bool last = i + 1 == units.count ();
         ASSERT_TRUE (last || unit.size () >= unit_lines);
-        if (unit.first_line == 0) {
-            ASSERT_EQ (units.unit_of (unit.first_simulation), i);
-            ASSERT_LE (units.unit_of (unit.first_simulation + unit.simulations - 1), i);
-        }
+        const std::uint64_t cell = units.cell_of_unit (i);
+        ASSERT_EQ (units.cell_of_simulation (unit.first_simulation), cell);
+        ASSERT_EQ (units.cell_of_simulation (unit.first_simulation + unit.simulations - 1), cell);
         line += unit.size ();
     }
     ASSERT_EQ (line, simulations * lines_each);
+    std::uint64_t simulation = 0;
+    std::uint64_t unit = 0;
+    for (std::uint64_t i = 0; i < units.cell_count (); ++i) {
+        const ResultCell cell = units.cell (i);
+        ASSERT_EQ (cell.first_simulation, simulation);
+        ASSERT_EQ (cell.first_unit, unit);
+        ASSERT_TRUE (cell.simulations == 1 || cell.units == 1);
+        simulation += cell.simulations;
+        unit += cell.units;
+    }
+    ASSERT_EQ (simulation, simulations);
+    ASSERT_EQ (unit, units.count ());
 }
 
 TEST (result_units, every_line_is_in_one_unit) {
