@@ -14,25 +14,6 @@ namespace {
 
 constexpr std::size_t window_size = 32768;
 
-/// A raw deflate stream.
-class Deflater {
-  public:
-    Deflater () {
-        constexpr int memory_level = 8; // as gzip has it
-        if (deflateInit2 (&stream_, Z_DEFAULT_COMPRESSION, Z_DEFLATED, -MAX_WBITS, memory_level,
-                          Z_DEFAULT_STRATEGY) != Z_OK) {
-            throw std::bad_alloc ();
-        }
-    }
-    ~Deflater () { deflateEnd (&stream_); }
-    Deflater (const Deflater&) = delete;
-    Deflater& operator= (const Deflater&) = delete;
-    z_stream& operator* () { return stream_; }
-
-  private:
-    z_stream stream_{};
-};
-
 Bytef* zlib_bytes (const char* text) {
     return const_cast<Bytef*> (reinterpret_cast<const Bytef*> (text)); // zlib does not write there
 }
@@ -81,52 +62,79 @@ void DeflatedText::append (const DeflatedText& more) {
     text_size += more.text_size;
 }
 
-DeflatedText deflate_text (std::string_view text, std::string_view before) {
-    DeflatedText result;
-    result.text_size = text.size ();
-    result.crc = static_cast<std::uint32_t> (
-        crc32_z (crc32_z (0, nullptr, 0), zlib_bytes (text.data ()), text.size ()));
-    if (text.empty ()) return result;
-    Deflater deflater;
-    z_stream& stream = *deflater;
-    if (!before.empty ()) {
-        const std::string_view window =
-            before.substr (before.size () - std::min (before.size (), window_size));
-        deflateSetDictionary (&stream, zlib_bytes (window.data ()),
-                              static_cast<uInt> (window.size ()));
+/// A raw deflate stream.
+struct TextDeflater::Stream {
+    z_stream z{};
+    Stream () {
+        constexpr int memory_level = 8; // as gzip has it
+        if (deflateInit2 (&z, Z_DEFAULT_COMPRESSION, Z_DEFLATED, -MAX_WBITS, memory_level,
+                          Z_DEFAULT_STRATEGY) != Z_OK) {
+            throw std::bad_alloc ();
+        }
     }
-    // What the blocks need, and beyond it a flush, which carries the last bits out.
-    result.bytes.resize (deflateBound (&stream, text.size ()) + 64);
-    std::size_t taken = 0;
-    std::size_t given = 0;
-    int flush = Z_BLOCK;
-    const auto run = [&] {
-        constexpr std::size_t most = std::numeric_limits<uInt>::max ();
-        do {
-            const std::size_t now = std::min (most, text.size () - taken);
-            const std::size_t room = std::min (most, result.bytes.size () - given);
-            stream.next_in = zlib_bytes (text.data () + taken);
-            stream.avail_in = static_cast<uInt> (now);
-            stream.next_out = zlib_bytes (result.bytes.data () + given);
-            stream.avail_out = static_cast<uInt> (room);
-            deflate (&stream, flush);
-            taken += now - stream.avail_in;
-            given += room - stream.avail_out;
-        } while (taken < text.size ());
-    };
-    run ();
+    ~Stream () { deflateEnd (&z); }
+    Stream (const Stream&) = delete;
+    Stream& operator= (const Stream&) = delete;
+};
+
+TextDeflater::TextDeflater (std::string_view before) : stream_ (std::make_unique<Stream> ()) {
+    result_.crc = static_cast<std::uint32_t> (crc32_z (0, nullptr, 0));
+    if (before.empty ()) return;
+    const std::string_view window =
+        before.substr (before.size () - std::min (before.size (), window_size));
+    deflateSetDictionary (&stream_->z, zlib_bytes (window.data ()),
+                          static_cast<uInt> (window.size ()));
+}
+
+TextDeflater::~TextDeflater () = default;
+
+void TextDeflater::run (std::string_view text, int flush) {
+    constexpr std::size_t room = 1 << 16;
+    z_stream& z = stream_->z;
+    do {
+        const std::size_t now =
+            std::min<std::size_t> (text.size (), std::numeric_limits<uInt>::max ());
+        z.next_in = zlib_bytes (text.data ());
+        z.avail_in = static_cast<uInt> (now);
+        do { // until it leaves room unused
+            if (result_.bytes.size () < given_ + room) result_.bytes.resize (given_ + 2 * room);
+            z.next_out = zlib_bytes (result_.bytes.data () + given_);
+            z.avail_out = room;
+            deflate (&z, flush);
+            given_ += room - z.avail_out;
+        } while (z.avail_out == 0);
+        text.remove_prefix (now);
+    } while (!text.empty ());
+}
+
+void TextDeflater::add (std::string_view text) {
+    if (text.empty ()) return;
+    result_.crc =
+        static_cast<std::uint32_t> (crc32_z (result_.crc, zlib_bytes (text.data ()), text.size ()));
+    result_.text_size += text.size ();
+    run (text, Z_NO_FLUSH);
+}
+
+DeflatedText TextDeflater::finish () {
+    if (result_.text_size == 0) return std::move (result_);
+    run ({}, Z_BLOCK);
     unsigned bytes_left = 0;
     int bits_left = 0;
-    deflatePending (&stream, &bytes_left, &bits_left);
-    result.bits = std::uint64_t{given} * CHAR_BIT + static_cast<std::uint64_t> (bits_left);
-    flush = Z_FULL_FLUSH;
-    run ();
-    result.bytes.resize ((result.bits + CHAR_BIT - 1) / CHAR_BIT);
+    deflatePending (&stream_->z, &bytes_left, &bits_left);
+    result_.bits = std::uint64_t{given_} * CHAR_BIT + static_cast<std::uint64_t> (bits_left);
+    run ({}, Z_FULL_FLUSH); // carries the last bits out
+    result_.bytes.resize ((result_.bits + CHAR_BIT - 1) / CHAR_BIT);
     if (bits_left != 0) {
-        const unsigned last = static_cast<unsigned char> (result.bytes.back ());
-        result.bytes.back () = static_cast<char> (last & ((1U << bits_left) - 1));
+        const unsigned last = static_cast<unsigned char> (result_.bytes.back ());
+        result_.bytes.back () = static_cast<char> (last & ((1U << bits_left) - 1));
     }
-    return result;
+    return std::move (result_);
+}
+
+DeflatedText deflate_text (std::string_view text, std::string_view before) {
+    TextDeflater deflater (before);
+    deflater.add (text);
+    return deflater.finish ();
 }
 
 GzipMember::GzipMember (std::function<bool (std::string_view bytes)> take)

@@ -1,8 +1,10 @@
 // Text compressed in pieces that know nothing of each other and are put together to one gzip
 // member: what threads, processes and machines have compressed apart is one file. Layer: sim.
 #pragma once
+#include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -19,10 +21,31 @@ struct DeflatedText {
     void append (const DeflatedText& more);
 };
 
-/// Compresses at the level that gzip has by default. The same text gives the same bits. A text that
-/// is to stand behind others must be one of digits and line ends: it never comes out as a stored
-/// block, which could not be moved within a byte.
-/// before  text that will stand in front; its last 32 KiB help
+/// Compresses a text that comes in parts, at the level that gzip has by default. The same parts
+/// give the same bits. A text that is to stand behind others must be one of digits and line ends:
+/// it never comes out as a stored block, which could not be moved within a byte.
+class TextDeflater {
+  public:
+    /// before  text that will stand in front; its last 32 KiB help
+    explicit TextDeflater (std::string_view before = {});
+    ~TextDeflater ();
+    TextDeflater (const TextDeflater&) = delete;
+    TextDeflater& operator= (const TextDeflater&) = delete;
+
+    void add (std::string_view text);
+    /// What has become of all that was added. To be called once.
+    DeflatedText finish ();
+
+  private:
+    struct Stream;
+    void run (std::string_view text, int flush);
+
+    std::unique_ptr<Stream> stream_;
+    std::size_t given_ = 0; // bytes of the result
+    DeflatedText result_;
+};
+
+/// The same for a text in one part.
 DeflatedText deflate_text (std::string_view text, std::string_view before = {});
 
 /// Writes one gzip member, without name and time, to whatever takes its bytes.

@@ -10,6 +10,9 @@ namespace {
 /// kernel has to give up is not longer.
 constexpr std::size_t applications_a_run = 1 << 17;
 
+/// Applications of steps to a lane between two looks at anything else.
+constexpr std::size_t applications_a_portion = 1 << 18;
+
 /// An even number of time steps.
 std::uint32_t time_steps_a_run (std::size_t n_steps) {
     const std::size_t time_steps = applications_a_run / std::max<std::size_t> (n_steps, 1);
@@ -124,6 +127,14 @@ SimulationState LaneGroup::state (std::size_t simulation) const {
             deterministic_->amounts[std::size_t{i} * deterministic_->width + simulation]);
     }
     return state;
+}
+
+std::uint32_t next_portion (const LaneGroup& group, std::uint64_t time_steps) {
+    const std::size_t portion =
+        applications_a_portion / std::max<std::size_t> (group.live_steps (), 1);
+    const auto to_point = static_cast<std::size_t> (stats - time_steps % stats);
+    return static_cast<std::uint32_t> (
+        std::min (std::max<std::size_t> (portion / 2 * 2, 2), to_point));
 }
 
 std::size_t live_steps (const LaneModel& model, std::span<const std::uint32_t> counts) {

@@ -57,6 +57,11 @@ class LaneGroup {
     std::optional<DeterministicLanes> deterministic_;
 };
 
+/// Time steps that the group may go on by now: to the next recorded point at most, and no further
+/// than a few milliseconds' work, so that a stop is answered and the clock looked at.
+/// time_steps  that it has done
+std::uint32_t next_portion (const LaneGroup& group, std::uint64_t time_steps);
+
 /// How many of the steps can do anything in a simulation that begins with these counts.
 std::size_t live_steps (const LaneModel& model, std::span<const std::uint32_t> counts);
 

@@ -11,18 +11,20 @@ namespace ostrand::sim {
 namespace {
 
 /// Lines that compress fast enough to be one of several pieces.
-constexpr std::size_t piece_lines = 1 << 17;
+constexpr std::size_t piece_lines = 1 << 16;
 /// Of so many lines one must differ from the line before it, or pieces do not pay.
 constexpr std::size_t rarest_change = 8;
+/// Lines whose text stays in the processor's nearest memory until it is compressed.
+constexpr std::size_t lines_at_once = 1024;
 /// Lines whose text is surely more than what a piece can look back on.
 constexpr std::size_t lines_to_look_back = 16384;
 
-std::string lines_of (std::span<const std::uint32_t> counts, std::string_view front = {}) {
-    std::string text (front.size () + counts.size () * line_room, '\0');
-    char* end = std::copy (front.begin (), front.end (), text.data ());
+/// Writes counts as lines behind each other into a text, which then holds nothing else.
+void write_lines (std::span<const std::uint32_t> counts, std::string& text) {
+    text.resize (counts.size () * line_room);
+    char* end = text.data ();
     for (const std::uint32_t count : counts) end = put_line (end, count);
     text.resize (static_cast<std::size_t> (end - text.data ()));
-    return text;
 }
 
 } // namespace
@@ -67,9 +69,15 @@ DeflatedText deflate_piece (std::span<const std::uint32_t> counts, std::size_t p
     const std::size_t begin = piece * counts.size () / pieces;
     const std::size_t end = (piece + 1) * counts.size () / pieces;
     const std::size_t look_back = std::min (begin, lines_to_look_back);
-    const std::string before = lines_of (counts.subspan (begin - look_back, look_back));
-    if (piece > 0) front = {};
-    return deflate_text (lines_of (counts.subspan (begin, end - begin), front), before);
+    std::string text;
+    write_lines (counts.subspan (begin - look_back, look_back), text);
+    TextDeflater deflater (text);
+    if (piece == 0) deflater.add (front);
+    for (std::size_t at = begin; at < end; at += lines_at_once) {
+        write_lines (counts.subspan (at, std::min (lines_at_once, end - at)), text);
+        deflater.add (text);
+    }
+    return deflater.finish ();
 }
 
 DeflatedText deflate_unit (std::span<const std::uint32_t> counts, std::string_view front) {

@@ -32,11 +32,10 @@ Coordinator::Coordinator (const SweepPlan& plan, Journal& journal, Ledger& ledge
             add_cell (i);
         }
     }
-    std::stable_sort (cells_.begin (), cells_.end (),
-                      [] (const Cell& a, const Cell& b) {
-                          return a.cost_each * static_cast<double> (a.unfinished) >
-                                 b.cost_each * static_cast<double> (b.unfinished);
-                      });
+    std::stable_sort (cells_.begin (), cells_.end (), [] (const Cell& a, const Cell& b) {
+        return a.cost_each * static_cast<double> (a.unfinished) >
+               b.cost_each * static_cast<double> (b.unfinished);
+    });
     for (std::size_t i = 0; i < cells_.size (); ++i) {
         place_[units.cell_of_simulation (cells_[i].first)] = i;
     }
@@ -90,8 +89,7 @@ double Coordinator::cost_each (const Cell& cell) const {
     double steps = 0;
     for (std::uint64_t i = 0; i < samples; ++i) {
         const std::uint64_t simulation = cell.first + i * (cell.end - cell.first) / samples;
-        steps += static_cast<double> (
-            sim::live_steps (plan_.model (), plan_.counts (simulation)));
+        steps += static_cast<double> (sim::live_steps (plan_.model (), plan_.counts (simulation)));
     }
     return (steps / samples + steps_of_overhead) * static_cast<double> (plan_.time_steps ());
 }
@@ -115,8 +113,8 @@ Coordinator::Cell* Coordinator::cell_with_work () {
 /// How many simulations of a cell one worker gets now.
 std::uint64_t Coordinator::portion (const Cell& cell) const {
     const double group_seconds = cell.cost_each * seconds_a_step_;
-    const double groups_in_time = std::clamp (portion_seconds / std::max (group_seconds, 1e-12),
-                                              1.0, 1e9);
+    const double groups_in_time =
+        std::clamp (portion_seconds / std::max (group_seconds, 1e-12), 1.0, 1e9);
     const std::uint64_t groups_left = (unassigned_ + width_ - 1) / width_;
     if (groups_left < workers_) {
         std::uint64_t busy = 0;

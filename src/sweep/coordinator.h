@@ -1,6 +1,5 @@
-// Decides who does what of a sweep, and keeps what comes back. One coordinator serves all threads of
-// a process or, in the first one, all processes.
-// Layer: sweep.
+// Decides who does what of a sweep, and keeps what comes back. One coordinator serves all threads
+// of a process or, in the first one, all processes. Layer: sweep.
 #pragma once
 #include "base/long_work.h"
 #include "sweep/journal.h"

@@ -165,10 +165,10 @@ Journal::Journal (std::filesystem::path path) : path_ (std::move (path)), lock_ 
     std::string start (std::min<std::uint64_t> (size, journal_mark.size ()), '\0');
     const bool read = read_whole (descriptor_, 0, start.data (), start.size ());
     std::uint64_t end = journal_mark.size ();
-    const bool cut_off =
-        read && journal_mark.starts_with (start) &&
-        (size <= end || read_records (descriptor_, end, [] (auto&&...) { return false; }) ==
-                            RecordsEnd::torn);
+    const bool cut_off = read && journal_mark.starts_with (start) &&
+                         (size <= end || read_records (descriptor_, end, [] (auto&&...) {
+                                             return false;
+                                         }) == RecordsEnd::torn);
     standing_ = cut_off ? Standing::fresh : Standing::foreign;
 }
 

@@ -90,8 +90,8 @@ class Journal {
     /// Of a leftover.
     const std::optional<SweepIdentity>& identity () const { return identity_; }
 
-    /// Goes on with a leftover: shows its records. A torn tail is cut off. False, with the reason in
-    /// error (), when it is damaged; then it is as it was.
+    /// Goes on with a leftover: shows its records. A torn tail is cut off. False, with the reason
+    /// in error (), when it is damaged; then it is as it was.
     bool replay (const RecordVisitor& visit);
     /// Begins anew; what was there is gone. False, with the reason in error (), when that fails.
     bool begin (const SweepIdentity& identity);

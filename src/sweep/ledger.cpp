@@ -34,8 +34,8 @@ bool Ledger::enter_series (const SeriesRecord& record, const RecordPlace& place,
     }
     SeriesRun& run = runs_[record.first_simulation];
     if (run.simulations == 0) run.simulations = record.simulations;
-    const bool follows = run.simulations == record.simulations && !run.finished &&
-                         run.points == record.first_point;
+    const bool follows =
+        run.simulations == record.simulations && !run.finished && run.points == record.first_point;
     if (!follows) return false;
     run.points += record.points;
     run.time_steps = record.time_steps;
@@ -85,20 +85,18 @@ collect_unit (const SweepIdentity& identity, const sim::ResultUnit& unit,
             const std::optional<SeriesRecord> record = SeriesRecord::from_bytes (read (slice));
             if (!record || record->first_simulation != first) return {};
             const std::uint64_t from = std::max (first, unit.first_simulation);
-            const std::uint64_t to = std::min (first + run.simulations,
-                                               unit.first_simulation + unit.simulations);
+            const std::uint64_t to =
+                std::min (first + run.simulations, unit.first_simulation + unit.simulations);
             for (std::uint64_t simulation = from; simulation < to; ++simulation) {
                 for (std::uint64_t d = 0; d < identity.n_displayed; ++d) {
                     const std::uint64_t line = d * identity.n_points + slice.first_point;
                     const std::uint64_t begin = std::max (line, unit.first_line);
                     const std::uint64_t end = std::min (line + slice.points, unit_end);
                     if (begin >= end) continue;
-                    const std::uint64_t row =
-                        (simulation - first) * identity.n_displayed + d;
+                    const std::uint64_t row = (simulation - first) * identity.n_displayed + d;
                     std::copy_n (record->counts.data () + row * slice.points + (begin - line),
                                  end - begin,
-                                 lines.data () +
-                                     (simulation - unit.first_simulation) * unit.lines +
+                                 lines.data () + (simulation - unit.first_simulation) * unit.lines +
                                      (begin - unit.first_line));
                     collected += end - begin;
                 }

@@ -228,7 +228,8 @@ Outcome ShardMerge::work (const std::stop_token& stop) {
     Ledger ledger (identity, units);
     for (std::size_t i = 0; i < shards.size (); ++i) {
         if (stop.stop_requested ()) return Outcome::stop ();
-        if (Outcome entered = enter_shard (shards[i], i, units, ledger); !entered.done ()) return entered;
+        if (Outcome entered = enter_shard (shards[i], i, units, ledger); !entered.done ())
+            return entered;
     }
     OutputFile file = open_output (out_, stop);
     if (!file.ok ()) return output_failure (file, out_);

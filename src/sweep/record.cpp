@@ -9,9 +9,8 @@ namespace ostrand::sweep {
 namespace {
 
 std::uint32_t checksum (std::string_view bytes) {
-    return static_cast<std::uint32_t> (
-        crc32_z (crc32_z (0, nullptr, 0), reinterpret_cast<const Bytef*> (bytes.data ()),
-                 bytes.size ()));
+    return static_cast<std::uint32_t> (crc32_z (
+        crc32_z (0, nullptr, 0), reinterpret_cast<const Bytef*> (bytes.data ()), bytes.size ()));
 }
 
 } // namespace

@@ -32,8 +32,8 @@ struct SeriesRecord {
     std::uint32_t simulations = 0;
     std::uint32_t first_point = 0;
     std::uint32_t points = 0;
-    std::uint64_t time_steps = 0;          // that the simulations have done
-    std::vector<std::uint32_t> counts;     // by simulation, displayed species, point
+    std::uint64_t time_steps = 0;             // that the simulations have done
+    std::vector<std::uint32_t> counts;        // by simulation, displayed species, point
     std::vector<sim::SimulationState> states; // where they stand; empty when they are finished
 
     bool finished () const { return states.empty (); }

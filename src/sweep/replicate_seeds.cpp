@@ -34,8 +34,7 @@ sim::RandomState permute (std::uint64_t key, std::uint64_t index) {
 /// A state that a plain run may give to one of its simulations, or that the generator never leaves.
 bool is_taken (const sim::RandomState& state) {
     const sim::RandomState first = plain_seed (0);
-    const bool is_first =
-        state.rd_state0 == first.rd_state0 && state.rd_state1 == first.rd_state1;
+    const bool is_first = state.rd_state0 == first.rd_state0 && state.rd_state1 == first.rd_state1;
     return is_first || state.rd_state1 == state.rd_state0 * multiplier + increment ||
            (state.rd_state0 == 0 && state.rd_state1 == 0);
 }

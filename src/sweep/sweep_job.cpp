@@ -62,11 +62,12 @@ Outcome SweepJob::open (const std::stop_token& stop) {
     } else if (std::error_code error; fs::is_directory (request_.out, error)) {
         return Outcome::failure ("Cannot write '" + request_.out + "': it is a folder");
     } else if (request_.resume) {
-        return Outcome::failure ("--resume needs an output that is a file; nothing is kept beside '" +
-                                 request_.out + "'");
+        return Outcome::failure (
+            "--resume needs an output that is a file; nothing is kept beside '" + request_.out +
+            "'");
     }
-    journal_ = plain ? std::make_unique<Journal> (journal_path (request_.out))
-                     : Journal::temporary ();
+    journal_ =
+        plain ? std::make_unique<Journal> (journal_path (request_.out)) : Journal::temporary ();
     ledger_ = std::make_unique<Ledger> (plan_->identity (), plan_->units ());
     return open_journal ();
 }
@@ -76,8 +77,7 @@ Outcome SweepJob::open_journal () {
     switch (journal_->standing ()) {
     case Journal::Standing::failed:
         return Outcome::failure ("Cannot write " + name + ": " + journal_->error ());
-    case Journal::Standing::busy:
-        return Outcome::failure ("another sweep is working on " + name);
+    case Journal::Standing::busy: return Outcome::failure ("another sweep is working on " + name);
     case Journal::Standing::foreign:
         return Outcome::failure (name + " is in the way: it is no unfinished sweep");
     case Journal::Standing::leftover:
@@ -140,8 +140,8 @@ Outcome SweepJob::write (const std::stop_token& stop) {
             if (!record) error = "what was finished cannot be read";
             return record ? std::optional (std::move (record->text)) : std::nullopt;
         };
-        outcome = write_gzip_result (file, request_.out, identity, plan_->units ().count (), unit,
-                                     stop);
+        outcome =
+            write_gzip_result (file, request_.out, identity, plan_->units ().count (), unit, stop);
     }
     if (outcome.done ()) {
         journal_->remove ();

@@ -44,8 +44,7 @@ std::optional<SweepRequest> sweep_request (const std::string& model,
     SweepRequest request;
     request.model = model;
     request.show_progress = true;
-    const auto number = [&] (const char* name, std::uint64_t least, std::uint64_t most,
-                             auto take) {
+    const auto number = [&] (const char* name, std::uint64_t least, std::uint64_t most, auto take) {
         const auto found = values.find (name);
         if (found == values.end () || !fault.empty ()) return;
         const auto read = whole_number (found->second, least, most);

@@ -20,8 +20,8 @@ namespace {
 std::uint64_t hash_of (std::string_view bytes) {
     std::uint64_t hash = bytes.size ();
     for (std::size_t at = 0; at < bytes.size (); at += 8) {
-        std::uint64_t word = ByteReader (std::string (bytes.substr (at, 8)) + std::string (8, '\0'))
-                                 .take_long ();
+        std::uint64_t word =
+            ByteReader (std::string (bytes.substr (at, 8)) + std::string (8, '\0')).take_long ();
         word = (word ^ word >> 30) * 0xBF58476D1CE4E5B9;
         word = (word ^ word >> 27) * 0x94D049BB133111EB;
         hash = std::rotl (hash, 27) * 0x9E3779B97F4A7C15 + (word ^ word >> 31);
@@ -157,12 +157,12 @@ std::unique_ptr<SweepPlan> SweepPlan::read (std::string_view model, const SweepC
     constexpr std::uint64_t most = std::numeric_limits<std::uint32_t>::max ();
     const std::uint64_t combinations = plan->grid_.n_simul ();
     if (combinations > most / choice.replicates) {
-        fault = format_text ("too many simulations: %s%llu combinations of concentrations with %u "
-                             "replicates, %llu simulations can be had",
-                             combinations == std::numeric_limits<std::uint64_t>::max () ? "over "
-                                                                                         : "",
-                             static_cast<unsigned long long> (combinations), choice.replicates,
-                             static_cast<unsigned long long> (most));
+        fault =
+            format_text ("too many simulations: %s%llu combinations of concentrations with %u "
+                         "replicates, %llu simulations can be had",
+                         combinations == std::numeric_limits<std::uint64_t>::max () ? "over " : "",
+                         static_cast<unsigned long long> (combinations), choice.replicates,
+                         static_cast<unsigned long long> (most));
         return nullptr;
     }
     for (std::uint32_t i = 0; i < tables.n_species (); ++i) {
@@ -174,11 +174,11 @@ std::unique_ptr<SweepPlan> SweepPlan::read (std::string_view model, const SweepC
     identity.n_points = tables.nb_gen / sim::stats;
     identity.choice = choice;
     identity.model_hash = hash_of (essence (tables, plan->grid_));
-    identity.head = sim::format_head (
-        tables, {.n_simul = static_cast<std::uint32_t> (identity.n_simul ()),
-                 .n_points = identity.n_points,
-                 .n_var_conc = plan->grid_.n_var_conc (),
-                 .replicates = choice.replicates});
+    identity.head =
+        sim::format_head (tables, {.n_simul = static_cast<std::uint32_t> (identity.n_simul ()),
+                                   .n_points = identity.n_points,
+                                   .n_var_conc = plan->grid_.n_var_conc (),
+                                   .replicates = choice.replicates});
     plan->units_ = sim::ResultUnits (identity.n_simul (), identity.lines_each ());
     return plan;
 }

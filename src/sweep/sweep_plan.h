@@ -1,7 +1,6 @@
 // What a sweep is to do: the model with its combinations and replicates, the part of a shard, the
-// head of the result and where its units lie. All ranks, shards and later goes of one sweep work out
-// the same plan.
-// Layer: sweep.
+// head of the result and where its units lie. All ranks, shards and later goes of one sweep work
+// out the same plan. Layer: sweep.
 #pragma once
 #include "sim/grid_plan.h"
 #include "sim/lane_group.h"

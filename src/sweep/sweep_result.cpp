@@ -97,8 +97,8 @@ Outcome write_shard (OutputFile& file, const std::string& out, const SweepIdenti
     for (std::uint64_t i = has_data ? units.cell_of_simulation (begin) : 1; i <= last; ++i) {
         if (stop.stop_requested ()) return Outcome::stop ();
         const sim::ResultCell cell = units.cell (i);
-        const bool whole = cell.first_simulation >= begin &&
-                           cell.first_simulation + cell.simulations <= end;
+        const bool whole =
+            cell.first_simulation >= begin && cell.first_simulation + cell.simulations <= end;
         if (whole) {
             for (std::uint64_t u = 0; u < cell.units; ++u) {
                 const std::string content = read (ledger.unit (cell.first_unit + u).place);

@@ -66,8 +66,8 @@ Outcome SweepRun::work (const std::stop_token& stop) {
     const unsigned threads = job_.request ().threads != 0
                                  ? job_.request ().threads
                                  : static_cast<unsigned> (processor_count ());
-    Coordinator coordinator (job_.plan (), job_.journal (), job_.ledger (),
-                             sim::widest (kernels_), threads);
+    Coordinator coordinator (job_.plan (), job_.journal (), job_.ledger (), sim::widest (kernels_),
+                             threads);
     simulate (coordinator, threads, stop);
     if (!coordinator.failure ().empty ()) {
         return Outcome::failure ("Cannot write '" + job_.journal ().path ().string () +

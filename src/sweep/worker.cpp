@@ -7,13 +7,6 @@
 #include <utility>
 
 namespace ostrand::sweep {
-namespace {
-
-/// Applications of steps between two looks at the clock and for a stop: a few milliseconds.
-constexpr std::uint64_t applications_a_look = 1 << 18;
-
-} // namespace
-
 /// Simulations that go on together, and the points recorded since some were last kept.
 struct Worker::Group {
     sim::LaneGroup lanes;
@@ -49,14 +42,13 @@ bool Worker::simulate (const Task& task, const RecordSink& sink, const std::stop
         if (task.states.empty ()) {
             for (std::uint64_t i = 0; i < size; ++i) states.push_back (plan_.start (first + i));
         } else {
-            const auto begin = task.states.begin () +
-                               static_cast<std::ptrdiff_t> (first - task.first_simulation);
+            const auto begin =
+                task.states.begin () + static_cast<std::ptrdiff_t> (first - task.first_simulation);
             states.assign (begin, begin + static_cast<std::ptrdiff_t> (size));
         }
         const bool fresh = task.states.empty ();
         Group group{sim::LaneGroup (plan_.model (), kernels_, states), first, task.time_steps,
-                    fresh ? 0
-                          : static_cast<std::uint32_t> (task.time_steps / sim::stats) + 1};
+                    fresh ? 0 : static_cast<std::uint32_t> (task.time_steps / sim::stats) + 1};
         if (!run_group (group, sink, stop)) return false;
         if (Clock::now () - kept_ > longest_unkept && !keep_finished (sink)) return false;
     }
@@ -74,17 +66,13 @@ bool Worker::run_group (Group& group, const RecordSink& sink, const std::stop_to
         progress_.add_progress (group.lanes.size ());
     };
     if (group.first_point == 0) record_point ();
-    const std::uint64_t live = std::max<std::uint64_t> (group.lanes.live_steps (), 1);
-    const std::uint64_t look_each =
-        std::max<std::uint64_t> (applications_a_look / live / 2 * 2, 2);
     while (group.time_steps < end) {
         if (stop.stop_requested ()) {
             keep_slice (group, sink);
             return false;
         }
-        const std::uint64_t to_point = sim::stats - group.time_steps % sim::stats;
-        const std::uint64_t now = std::min (look_each, to_point);
-        group.lanes.advance (static_cast<std::uint32_t> (now));
+        const std::uint32_t now = sim::next_portion (group.lanes, group.time_steps);
+        group.lanes.advance (now);
         group.time_steps += now;
         if (group.time_steps % sim::stats == 0) record_point ();
         if (group.time_steps < end && Clock::now () - kept_ > longest_unkept) {
@@ -117,9 +105,8 @@ bool Worker::keep_slice (Group& group, const RecordSink& sink) {
     }
     if (!of_unit_.empty ()) {
         // Whole lines of whole simulations are what a unit that is simulated at once consists of.
-        std::uint32_t* const to =
-            of_unit_.data () +
-            (group.first_simulation - unit_begin_) * n_displayed * plan_.n_points ();
+        std::uint32_t* const to = of_unit_.data () + (group.first_simulation - unit_begin_) *
+                                                         n_displayed * plan_.n_points ();
         for (std::size_t row = 0; row < simulations * n_displayed; ++row) {
             std::copy_n (slice.counts.data () + row * points, points,
                          to + row * plan_.n_points () + group.first_point);
@@ -138,7 +125,8 @@ bool Worker::keep_slice (Group& group, const RecordSink& sink) {
         return true;
     }
     if (!finished) {
-        for (std::size_t i = 0; i < simulations; ++i) slice.states.push_back (group.lanes.state (i));
+        for (std::size_t i = 0; i < simulations; ++i)
+            slice.states.push_back (group.lanes.state (i));
     }
     kept_ = Clock::now ();
     return sink (RecordKind::series, slice.to_bytes ());

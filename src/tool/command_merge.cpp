@@ -28,7 +28,8 @@ int run (const Arguments& arguments) {
     return sweep::tell_sweep_end ("ostrand-tool merge", outcome, {}, interruption);
 }
 
-constexpr std::array options{ToolOption{"-o", "OUT", "the result (needed); '-' is standard output"}};
+constexpr std::array options{
+    ToolOption{"-o", "OUT", "the result (needed); '-' is standard output"}};
 
 } // namespace
 
@@ -38,9 +39,10 @@ extern const ToolCommand merge_command{
     .fewest_words = 1,
     .most_words = std::numeric_limits<int>::max (),
     .summary = "join the shards of a sweep to its result",
-    .details = "All shards of 'ostrand-tool sweep --shard I/N', in any order. The result is the file\n"
-               "that the sweep without shards would be, byte for byte. One that is missing, there\n"
-               "twice, damaged or of another sweep is refused. The shards stay.\n",
+    .details =
+        "All shards of 'ostrand-tool sweep --shard I/N', in any order. The result is the file\n"
+        "that the sweep without shards would be, byte for byte. One that is missing, there\n"
+        "twice, damaged or of another sweep is refused. The shards stay.\n",
     .options = options,
     .run = run,
 };

@@ -43,7 +43,8 @@ extern const ToolCommand sweep_command{
     .details =
         "The result is what 'ostrand -a MODEL' writes, once unpacked. Replicates are one more\n"
         "varying concentration, \"replicate\", with the values 1 to N; the first one is the plain\n"
-        "run unless there is a seed. The same model and options give the same file, byte for byte,\n"
+        "run unless there is a seed. The same model and options give the same file, byte for "
+        "byte,\n"
         "whatever the threads, interruptions and shards were.\n"
         "While it goes on, what is finished is kept in OUT.sweep. After Ctrl-C (status 130), a\n"
         "kill or a full disk the same command with --resume goes on from there.\n",

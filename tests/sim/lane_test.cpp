@@ -44,8 +44,8 @@ LaneCase read_case (const std::string& text, std::size_t simulations) {
     if (!prepare_run (result.tables, seeds, std::uint64_t{1} << 30, grid)) {
         throw std::runtime_error ("grid does not fit");
     }
-    for (const Simulation& simulation : grid.simulations) {
-        result.starts.emplace_back (simulation.copy_num.begin (), simulation.copy_num.end () - 1);
+    for (std::size_t i = 0; i < grid.n_simul; ++i) {
+        grid.plan.write_counts (i, result.starts.emplace_back (result.tables.n_species ()));
     }
     std::mt19937_64 random (simulations);
     for (std::size_t i = 0; i < simulations; ++i) result.seeds.push_back ({random (), random ()});
