@@ -27,8 +27,8 @@ struct Shard {
 struct SweepChoice {
     std::uint32_t replicates = 1;
     bool stochastic = true;
-    std::optional<std::uint64_t> seed; // below 2^63
-    std::optional<Shard> shard;        // none: the whole sweep
+    std::optional<std::uint64_t> seed = {}; // below 2^63
+    std::optional<Shard> shard = {};        // none: the whole sweep
 };
 
 /// What a file of a sweep says of it: enough to know whether it belongs to a plan, and to put
