@@ -62,10 +62,10 @@ void svg_paint (benchmark::State& state) {
 void pdf_paint (benchmark::State& state) {
     const auto network = grid_network (static_cast<int> (state.range (0)));
     for (auto _ : state) {
-        const drawing::DrawingSize size = drawing::drawing_size (*network);
-        drawing::PdfDevice device (static_cast<float> (size.width),
-                                   static_cast<float> (size.height));
-        drawing::paint_export (*network, device);
+        const drawing::DrawingPage page = drawing::drawing_page (*network);
+        drawing::PdfDevice device (static_cast<float> (page.width),
+                                   static_cast<float> (page.height));
+        drawing::paint_export (*network, device, page);
         benchmark::DoNotOptimize (device.failed ());
     }
     state.SetComplexityN (state.range (0));

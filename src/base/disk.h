@@ -10,6 +10,7 @@
 #include <stop_token>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ostrand {
 
@@ -41,6 +42,9 @@ struct Input {
     ReadEnd end = ReadEnd::not_opened;
     std::string bytes; // empty unless it is whole
     std::string fault; // of one that is too large: the message for the user; empty otherwise
+    /// What there was of one that was stopped, so that whoever waits for the stop need not wait
+    /// until a gigabyte is freed.
+    std::vector<std::string> left = {};
     bool whole () const { return end == ReadEnd::whole; }
 };
 
@@ -63,6 +67,7 @@ struct TextFile {
     ReadEnd end;
     std::optional<std::string> text; // nothing unless it is whole
     std::string fault;               // as an Input has it
+    std::vector<std::string> left;   // likewise
 };
 
 /// Where a path leads when its last name is a symbolic link, or a chain of them; the end need not

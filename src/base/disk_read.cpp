@@ -14,6 +14,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace ostrand {
 namespace {
@@ -23,58 +24,76 @@ namespace fs = std::filesystem;
 /// Milliseconds between two looks for a stop while an input is silent.
 constexpr int longest_wait = 10;
 
-/// Gathers the bytes of an input, up to the bound.
+/// Gathers the bytes of an input, up to the bound. Where nobody knows how many there will be they
+/// are gathered in pieces: a string that grows would be copied, hundreds of megabytes in one step.
 class Gathered {
   public:
+    /// expected  bytes of the input as far as is known, 0 when it is not
     Gathered (const ReadOptions& options, std::size_t expected) : options_ (options) {
-        // One byte more than is expected tells the end without growing.
-        bytes_.reserve (std::min (expected, options.bound) + block_size);
+        // With room for a little more the end is found without another piece.
+        add_piece (expected + block_size);
     }
 
     /// False when there are more than may be.
     bool take (std::string_view block) {
         taken_ += block.size ();
         if (taken_ > options_.bound) return false;
-        make_room (block.size () + 1);
         if (options_.text_mode) {
             take_text (block);
         } else {
-            bytes_ += block;
+            append (block);
         }
         return true;
     }
-    std::string finish () {
-        if (return_waits_) bytes_ += '\r';
-        return std::move (bytes_);
+
+    /// All of it as one.
+    Input whole () {
+        if (std::exchange (return_waits_, false)) append ("\r");
+        if (pieces_.size () == 1) return {ReadEnd::whole, std::move (pieces_.front ()), {}, {}};
+        std::size_t size = 0;
+        for (const std::string& piece : pieces_) size += piece.size ();
+        Input input{ReadEnd::whole, {}, {}, {}};
+        input.bytes.reserve (size);
+        for (std::string& piece : pieces_) {
+            if (options_.stop.stop_requested ()) return stopped ();
+            input.bytes += piece;
+            std::string ().swap (piece);
+        }
+        return input;
     }
+
+    Input stopped () { return {ReadEnd::stopped, {}, {}, std::move (pieces_)}; }
 
     static constexpr std::size_t block_size = 1 << 16;
 
   private:
+    static constexpr std::size_t piece_size = std::size_t{1} << 22;
+
+    void add_piece (std::size_t size) { pieces_.emplace_back ().reserve (size); }
+
+    void append (std::string_view bytes) {
+        if (pieces_.back ().capacity () - pieces_.back ().size () < bytes.size ()) {
+            add_piece (piece_size);
+        }
+        pieces_.back () += bytes;
+    }
+
     /// Takes a block without the CR of each CR LF, which may stand in two blocks.
     void take_text (std::string_view block) {
-        if (return_waits_ && !block.starts_with ('\n')) bytes_ += '\r';
+        if (return_waits_ && !block.starts_with ('\n')) append ("\r");
         return_waits_ = false;
         while (!block.empty ()) {
             const std::size_t at = block.find ('\r');
-            bytes_ += block.substr (0, at);
+            append (block.substr (0, at));
             if (at == std::string_view::npos) return;
             block.remove_prefix (at + 1);
             return_waits_ = block.empty ();
-            if (!return_waits_ && !block.starts_with ('\n')) bytes_ += '\r';
+            if (!return_waits_ && !block.starts_with ('\n')) append ("\r");
         }
-    }
-    /// Doubles the room, in the end to what the bound asks for and no more: a string left to itself
-    /// would take twice that.
-    void make_room (std::size_t more) {
-        if (bytes_.size () + more <= bytes_.capacity ()) return;
-        const std::size_t doubled = 2 * bytes_.capacity ();
-        const std::size_t most = options_.bound + 2 * block_size;
-        bytes_.reserve (doubled < most / 2 ? doubled : std::max (most, bytes_.size () + more));
     }
 
     const ReadOptions& options_;
-    std::string bytes_;
+    std::vector<std::string> pieces_;
     std::size_t taken_ = 0;
     bool return_waits_ = false; // a CR, until it is known whether a LF follows
 };
@@ -97,22 +116,28 @@ std::size_t told_size (int descriptor) {
     return known ? static_cast<std::size_t> (file.st_size) : 0;
 }
 
+Input too_large (const std::string& name, std::size_t bound) {
+    const std::string most =
+        bound == largest_input ? std::string ("1 GiB") : format_text ("%zu bytes", bound);
+    return {ReadEnd::too_large,
+            {},
+            "'" + name + "' has more than " + most + ", the most that is read",
+            {}};
+}
+
 Input read_descriptor (int descriptor, const std::string& name, const ReadOptions& options) {
-    Gathered gathered (options, told_size (descriptor));
+    const std::size_t expected = told_size (descriptor);
+    if (expected > options.bound) return too_large (name, options.bound);
+    Gathered gathered (options, expected);
     std::array<char, Gathered::block_size> block{};
     for (;;) {
-        if (!wait_for_input (descriptor, options.stop)) return {ReadEnd::stopped, {}, {}};
+        if (!wait_for_input (descriptor, options.stop)) return gathered.stopped ();
         const ssize_t got = ::read (descriptor, block.data (), block.size ());
         if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return {ReadEnd::failed, {}, {}};
-        if (got == 0) return {ReadEnd::whole, gathered.finish (), {}};
+        if (got < 0) return {ReadEnd::failed, {}, {}, {}};
+        if (got == 0) return gathered.whole ();
         if (!gathered.take ({block.data (), static_cast<std::size_t> (got)})) {
-            const std::string bound = options.bound == largest_input
-                                          ? std::string ("1 GiB")
-                                          : format_text ("%zu bytes", options.bound);
-            return {ReadEnd::too_large,
-                    {},
-                    "'" + name + "' has more than " + bound + ", the most that is read"};
+            return too_large (name, options.bound);
         }
     }
 }
@@ -172,6 +197,7 @@ TextFile::TextFile (const fs::path& path, std::stop_token stop) {
     end = input.end;
     if (input.whole ()) text = std::move (input.bytes);
     fault = std::move (input.fault);
+    left = std::move (input.left);
 }
 
 } // namespace ostrand

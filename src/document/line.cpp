@@ -98,7 +98,7 @@ Char* Line::replace_selection (std::string_view markup) {
 
 void Line::selected_sprint (PrintState& to, float, float) const {
     for (std::size_t i = 0; i < chars_.size (); ++i) {
-        if (chars_[i]->selected) print_entry (to, i, -1);
+        if (chars_[i]->selected) chars_[i]->fprint (to, -1);
     }
 }
 
@@ -263,40 +263,11 @@ int Line::get_descent () const {
 
 int Line::get_height () const { return get_ascent () + get_descent (); }
 
-void Line::print_entry (PrintState& to, std::size_t place, int depth) const {
-    const Char& entry = *chars_[place];
-    const auto plain_letter = [&] (const Char& c) -> const StdChar* {
-        if (c.kind () != CharKind::std_char) return nullptr;
-        const auto& letter = static_cast<const StdChar&> (c);
-        return letter.sub || letter.sup ? nullptr : &letter;
-    };
-    const StdChar* letter = plain_letter (entry);
-    if (letter == nullptr || letter->code != '\\') {
-        entry.fprint (to, depth);
-        return;
-    }
-    // A backslash stands bare and takes the byte behind it as a letter. Where that byte is no
-    // letter but holds the text together, the backslash goes out in two bytes instead.
-    static constexpr std::string_view special = "\\<[^_{}";
-    const StdChar* next = place + 1 < chars_.size () ? plain_letter (*chars_[place + 1]) : nullptr;
-    const bool harmless = next != nullptr && next->code > 32 && next->code < 128 &&
-                          special.find (static_cast<char> (next->code)) == std::string_view::npos &&
-                          (next->font == letter->font || next->font == no_font) &&
-                          (next->color == letter->color || next->color == no_color) &&
-                          letter->font != no_font && letter->color != no_color;
-    if (harmless) {
-        entry.fprint (to, depth);
-    } else {
-        to.write_style (letter->font, letter->color);
-        to.out += "\xC2\\";
-    }
-}
-
 void Line::sprint (PrintState& to, float, float) const { fprint (to, -1); }
 
 void Line::fprint (PrintState& to, int depth) const {
     to.out += '{';
-    for (std::size_t i = 0; i < chars_.size (); ++i) print_entry (to, i, depth);
+    for (const auto& c : chars_) c->fprint (to, depth);
     to.out += '}';
 }
 

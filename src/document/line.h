@@ -108,7 +108,6 @@ class Line : public Char {
     Char* find_at (float px, float py, HitPlace& place) override;
 
   private:
-    void print_entry (PrintState& to, std::size_t place, int depth) const;
     bool erase_selection ();
     Char* insert_letter (unsigned code, Char* at);
     Line (unsigned new_font, unsigned new_color) : Char (new_font, new_color) {}

@@ -88,13 +88,14 @@ void StdChar::fprint (PrintState& to, int depth) const {
     if (code == end_mark) return;
     to.write_style (font, color);
     if (!sub && !sup) {
-        if (is_escaped (code)) to.out += '\\';
+        // A bare backslash would take the byte behind it as a letter.
+        if (is_escaped (code) || code == '\\') to.out += '\\';
         to.write_code (code);
         return;
     }
-    if (is_escaped (code) && (sup || code == '{')) {
-        // The short record would read the escape as the letter and take the letter for a script,
-        // and what follows would close the line. Marks behind the letter say the same without harm.
+    if (is_escaped (code)) {
+        // The short record would read the escape as the letter and take the letter for a script.
+        // Marks behind the letter say the same without harm.
         to.out += '\\';
         to.out += static_cast<char> (code);
         for (const Line* script : {sub.get (), sup.get ()}) {
@@ -107,7 +108,7 @@ void StdChar::fprint (PrintState& to, int depth) const {
         }
         return;
     }
-    to.out += is_escaped (code) ? "[E\\" : "[E";
+    to.out += "[E";
     to.out += static_cast<char> (code & 0xFFU);
     if (sub) {
         sub->fprint (to, depth);

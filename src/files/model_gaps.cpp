@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "files/model_write.h"
+#include "sim/concentration.h"
 
 #include <algorithm>
 
@@ -47,70 +48,6 @@ bool is_number (const std::string& text) {
     }
     return i < text.size () && is_digit (text[i]);
 }
-
-/// Reads the right side of a concentration statement as the simulator does.
-class ConcentrationCheck {
-  public:
-    explicit ConcentrationCheck (std::string_view text) : rest_ (text) {}
-
-    bool passes () {
-        if (take ('(')) { // linked species
-            const std::size_t end = rest_.find (')');
-            rest_.remove_prefix (end == std::string_view::npos ? rest_.size () : end + 1);
-        }
-        if (!quantity ()) {
-            return false;
-        }
-        for (skip_space (); !rest_.empty (); skip_space ()) {
-            if (take (',')) {
-                if (!quantity ()) {
-                    return false;
-                }
-            } else if (!rest_.starts_with ("->") || !series ()) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-  private:
-    void skip_space () {
-        while (!rest_.empty () && is_space (rest_.front ())) {
-            rest_.remove_prefix (1);
-        }
-    }
-    bool take (char c) {
-        skip_space ();
-        if (!rest_.starts_with (c)) {
-            return false;
-        }
-        rest_.remove_prefix (1);
-        return true;
-    }
-    /// A number that begins with a digit or a point, and its unit.
-    bool quantity () {
-        skip_space ();
-        const std::size_t end = std::min (rest_.find_first_not_of ("0123456789.e-"), rest_.size ());
-        if (end == 0 || (!is_digit (rest_[0]) && rest_[0] != '.')) {
-            return false;
-        }
-        value_ = parse_atof (rest_.substr (0, end));
-        rest_.remove_prefix (end);
-        skip_space ();
-        const bool has_unit =
-            rest_.starts_with ("mM") || rest_.starts_with ("uM") || rest_.starts_with ("\xB5M");
-        rest_.remove_prefix (has_unit ? 2 : 0);
-        return has_unit;
-    }
-    /// A series whose step is 0 has no end.
-    bool series () {
-        rest_.remove_prefix (2);
-        return quantity () && take (':') && quantity () && value_ > 0;
-    }
-
-    std::string_view rest_;
-    double value_ = 0; // of the last quantity
-};
 
 class GapFinder {
   public:
@@ -206,7 +143,7 @@ void GapFinder::concentration (const Node& n) {
     constexpr std::string_view behind = ";\n";
     const std::string value =
         statement.substr (before.size (), statement.size () - before.size () - behind.size ());
-    if (!ConcentrationCheck (value).passes ()) {
+    if (sim::concentration_fault (value)) {
         gaps_.push_back ("no concentration that the simulator reads: \"" + value + "\", of " +
                          name_of (&n));
     }

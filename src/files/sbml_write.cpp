@@ -1,6 +1,7 @@
 // What does a foreign tool see of a network? Compartments, species, reactions.
 #include "files/sbml_write.h"
 
+#include "files/label_text.h"
 #include "files/xml.h"
 
 #include "base/text.h"
@@ -11,7 +12,6 @@ namespace ostrand::files {
 namespace {
 
 using document::Arque;
-using document::GraphBase;
 using document::Network;
 using document::Node;
 
@@ -43,21 +43,6 @@ class SbmlWriter {
     document::PrintState to_;
 };
 
-/// A quote would end the attribute; all else stands as it is.
-std::string plain_label (const GraphBase& g) {
-    std::string plain;
-    g.print_plain (plain);
-    std::string out;
-    for (const char c : plain) {
-        if (c == '"') {
-            out += "&quot;";
-        } else {
-            out += c;
-        }
-    }
-    return out;
-}
-
 const Node& master_of (const Node& n) { return n.master () != nullptr ? *n.master () : n; }
 
 void SbmlWriter::head (std::string_view model_id) {
@@ -82,7 +67,7 @@ void SbmlWriter::compartments () {
     for (const auto& c : network_.comps ()) {
         c->id = document::take_id ();
         out += format_text ("<compartment id=\"c%d\" name=\"", c->id);
-        out += c->label ? plain_label (*c) : "defcomp";
+        out += c->label ? sbml_name_text (*c->label) : "defcomp";
         out += "\" outside=\"default\" size=\"1\" units=\"volume\">\n</compartment>\n";
     }
     out += "</listOfCompartments>\n";
@@ -96,7 +81,7 @@ void SbmlWriter::species () {
             continue;
         }
         n->id = document::take_id ();
-        std::string name = n->label ? plain_label (*n) : std::string ();
+        std::string name = n->label ? sbml_name_text (*n->label) : std::string ();
         if (name.empty ()) {
             name = format_text ("s%d", n->id);
         }

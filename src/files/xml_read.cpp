@@ -1,6 +1,7 @@
 // The XML block read: templates line by line, what a line has in another order is passed over.
 #include "files/xml.h"
 
+#include "files/label_text.h"
 #include "files/xml_match.h"
 
 #include "document/numbers.h"
@@ -101,6 +102,7 @@ bool BlockReader::attribute (std::string_view name, std::string& value) {
             cursor_.at += 2;
             if (scan_template (cursor_, "%[^\"]s", {&value}) == 1 && cursor_.peek () == '"') {
                 ++cursor_.at;
+                value = text_of_drawn_attribute (value);
                 return true;
             }
         }

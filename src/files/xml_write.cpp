@@ -1,6 +1,8 @@
 // The XML block written.
 #include "files/xml.h"
 
+#include "files/label_text.h"
+
 #include "document/numbers.h"
 
 #include "base/text.h"
@@ -47,11 +49,14 @@ void BlockWriter::value (const char* name, const Char& text) {
     to_.out += ' ';
     to_.out += name;
     to_.out += "=\"";
+    const std::size_t start = to_.out.size ();
     if (text.kind () == document::CharKind::network) {
         text.fprint (to_, -1);
     } else {
-        text.xml_print (to_);
+        write_drawn_label (text, to_);
     }
+    to_.out.replace (start, std::string::npos,
+                     drawn_attribute (std::string_view (to_.out).substr (start)));
     to_.out += '"';
 }
 
@@ -108,7 +113,7 @@ void BlockWriter::node (const Node& n) {
         to_.out += " calyx_display=\"true\"";
     }
     if (n.user_data) {
-        to_.out += " user_data=\"" + *n.user_data + '"';
+        to_.out += " user_data=\"" + drawn_attribute (*n.user_data) + '"';
     }
     to_.out += " />";
 }

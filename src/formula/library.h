@@ -81,8 +81,8 @@ class Lib_v1 : public Library {
     void add_gate (std::unique_ptr<LibGate> gate) override;
     bool load (const std::string& base) override;
     /// The same for whoever wants to know more.
-    /// fault  out: the message when the file is too large
-    ReadEnd load (const std::string& base, const std::stop_token& stop, std::string& fault);
+    /// file  out: as it was read
+    bool load (const std::string& base, const std::stop_token& stop, Input& file);
     std::span<const std::unique_ptr<LibGate>> gates () const override { return gates_; }
 
     /// Reads a gate file's text; what `load` does behind opening. Counts that promise more than a

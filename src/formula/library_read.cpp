@@ -66,21 +66,20 @@ std::set<std::string> as_set (std::vector<std::string> names) {
 } // namespace
 
 bool Lib_v1::load (const std::string& base) {
-    std::string fault;
-    const ReadEnd end = load (base, {}, fault);
-    if (!fault.empty ()) report_message ("%s", fault.c_str ());
-    return end == ReadEnd::whole;
+    Input file;
+    if (load (base, {}, file)) return true;
+    if (!file.fault.empty ()) report_message ("%s", file.fault.c_str ());
+    return false;
 }
 
-ReadEnd Lib_v1::load (const std::string& base, const std::stop_token& stop, std::string& fault) {
-    Input file = read_input (base + "_gates.csv", {.text_mode = true, .stop = stop});
+bool Lib_v1::load (const std::string& base, const std::stop_token& stop, Input& file) {
+    file = read_input (base + "_gates.csv", {.text_mode = true, .stop = stop});
     if (file.whole ()) {
         read (file.bytes, stop);
     } else if (file.end == ReadEnd::not_opened || file.end == ReadEnd::failed) {
         write_standard_output ("CSVReader: Impossible d'ouvrir le fichier en lecture.\n");
     }
-    fault = std::move (file.fault);
-    return file.end;
+    return file.whole ();
 }
 
 void Lib_v1::read (std::string_view text, const std::stop_token& stop) {

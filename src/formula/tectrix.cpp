@@ -29,12 +29,12 @@ struct Deadline {
     }
 };
 
-/// Runs a search to its end and hands its result out.
+/// Runs a search to its end and hands its result out. That the gate file is not there was told.
 SearchResult finish (FormulaSearch& search) {
     const Outcome outcome = search.run ();
-    if (outcome.failed () && search.result ().library_opened) {
-        report_message ("%s", outcome.reason.c_str ());
-    }
+    const SearchResult& result = search.result ();
+    const bool no_file = result.library != nullptr && !result.library_opened;
+    if (outcome.failed () && !no_file) report_message ("%s", outcome.reason.c_str ());
     return std::move (search.result ());
 }
 
@@ -58,20 +58,24 @@ FormulaSearch::FormulaSearch (std::unique_ptr<Library> library, SearchRequest re
 
 FormulaSearch::~FormulaSearch () = default;
 
-void FormulaSearch::tidy () { walk_.reset (); }
+void FormulaSearch::tidy () {
+    walk_.reset ();
+    file_ = {};
+}
 
 /// Fills the library, unless it was given.
 Outcome FormulaSearch::load (const std::stop_token& stop) {
     if (result_.library) return Outcome::success ();
     auto library = std::make_unique<Lib_v1> ();
-    std::string fault;
-    const ReadEnd end = library->load (request_.base, stop, fault);
-    result_.library = std::move (library);
-    result_.library_opened = end == ReadEnd::whole;
+    result_.library_opened = library->load (request_.base, stop, file_);
     if (stop.stop_requested ()) return Outcome::stop ();
-    if (result_.library_opened) return Outcome::success ();
-    return Outcome::failure (
-        end == ReadEnd::too_large ? fault : "cannot read '" + request_.base + "_gates.csv'");
+    if (!file_.fault.empty ()) return Outcome::failure (file_.fault);
+    result_.library = std::move (library);
+    if (!result_.library_opened) {
+        return Outcome::failure ("cannot read '" + request_.base + "_gates.csv'");
+    }
+    file_ = {};
+    return Outcome::success ();
 }
 
 Outcome FormulaSearch::work (const std::stop_token& stop) {

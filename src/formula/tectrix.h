@@ -1,6 +1,7 @@
 // From a formula to all minimal networks that compute it: the whole tool in a few calls.
 // Layer: formula.
 #pragma once
+#include "base/disk.h"
 #include "base/long_work.h"
 #include "formula/implementation.h"
 
@@ -27,7 +28,7 @@ enum class SearchEnd {
 };
 
 struct SearchResult {
-    std::unique_ptr<Library> library;
+    std::unique_ptr<Library> library; // null when the search failed before there was one
     bool library_opened = false;
     std::vector<Implementation> implementations; // ordered by their lines of reaction ids
     std::size_t variant_count = 0;
@@ -68,6 +69,7 @@ class FormulaSearch : public LongWork {
     Outcome load (const std::stop_token& stop);
 
     SearchRequest request_;
+    Input file_; // the gate file, until it is read
     SearchResult result_;
     std::unique_ptr<Walk> walk_;
 };

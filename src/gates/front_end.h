@@ -85,6 +85,7 @@ class FrontEndExtraction : public LongWork {
     FrontEndExtraction (GateFrontEnd& front_end, int depth);
 
     const SearchProgress& progress () const override { return extractor_.progress (); }
+    void tidy () override { extractor_.tidy (); }
 
   protected:
     Outcome work (const std::stop_token& stop) override;

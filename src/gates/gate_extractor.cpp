@@ -38,6 +38,12 @@ int GateExtractor::fork_gate_count () const {
     return sum;
 }
 
+void GateExtractor::tidy () {
+    request.model_file.reset ();
+    catalogue_file_.reset ();
+    kinetics_file_.reset ();
+}
+
 Outcome GateExtractor::work (const std::stop_token& stop) {
     const double start = now ();
     if (Outcome prepared = prepare_jobs (stop); !prepared.done ()) return prepared;
@@ -49,7 +55,8 @@ Outcome GateExtractor::work (const std::stop_token& stop) {
     total_time = now () - start;
     if (stop.stop_requested ()) return Outcome::stop ();
     write_summaries (stop);
-    const TextFile table (request.kinetics_path, stop);
+    const TextFile& table = kinetics_file_.emplace (request.kinetics_path, stop);
+    if (stop.stop_requested ()) return Outcome::stop ();
     kinetics_opened = table.text.has_value ();
     if (table.end == ReadEnd::too_large) return Outcome::failure (table.fault);
     const std::vector<Reaction> coefficients = CSVCineticReader (table, stop);
@@ -89,14 +96,14 @@ Outcome GateExtractor::prepare_jobs (const std::stop_token& stop) {
     const TextFile& file = request.model_file
                                ? *request.model_file
                                : request.model_file.emplace (request.input_path, stop);
+    if (stop.stop_requested ()) return Outcome::stop ();
     if (file.end == ReadEnd::too_large) return Outcome::failure (file.fault);
     model = sbmlReader (file, stop);
-    std::optional<TextFile> catalogue_file;
-    if (request.gate_file != builtin_gate_file) catalogue_file.emplace (request.gate_file, stop);
-    if (catalogue_file && catalogue_file->end == ReadEnd::too_large) {
-        return Outcome::failure (catalogue_file->fault);
+    if (request.gate_file != builtin_gate_file) catalogue_file_.emplace (request.gate_file, stop);
+    if (catalogue_file_ && catalogue_file_->end == ReadEnd::too_large) {
+        return Outcome::failure (catalogue_file_->fault);
     }
-    gate_file_opened = !catalogue_file || catalogue_file->text;
+    gate_file_opened = !catalogue_file_ || catalogue_file_->text;
     jobs.clear ();
     for (int number = 1; number <= request.partition_count; ++number) {
         if (stop.stop_requested ()) return Outcome::stop ();
@@ -105,8 +112,8 @@ Outcome GateExtractor::prepare_jobs (const std::stop_token& stop) {
         job.stem = request.output_base + "_N" + std::to_string (request.partition_count) + "_N" +
                    std::to_string (number);
         job.catalogue =
-            catalogue_file
-                ? gateNoticeReader (*catalogue_file, request.partition_count, number, stop)
+            catalogue_file_
+                ? gateNoticeReader (*catalogue_file_, request.partition_count, number, stop)
                 : load_catalogue (builtin_catalogue_text (), request.partition_count, number);
     }
     return stop.stop_requested () ? Outcome::stop () : Outcome::success ();

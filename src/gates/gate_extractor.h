@@ -50,6 +50,8 @@ class GateExtractor : public LongWork {
     explicit GateExtractor (ExtractionRequest asked) : request (std::move (asked)) {}
 
     const SearchProgress& progress () const override { return search_progress_; }
+    /// Frees the texts of the files that were read.
+    void tidy () override;
 
     ExtractionRequest request;
 
@@ -80,6 +82,8 @@ class GateExtractor : public LongWork {
     bool write (const std::string& path, const std::string& text, const std::stop_token& stop);
 
     SearchProgress search_progress_;
+    std::optional<TextFile> catalogue_file_;
+    std::optional<TextFile> kinetics_file_;
 };
 
 /// The path without its extension: cut at its last ".", unless a "/" comes behind that.

@@ -63,6 +63,15 @@ TokenKind keyword_of (std::string_view word) {
     return TokenKind::none;
 }
 
+std::string quoted (std::string_view name) {
+    std::string out = "\"";
+    for (const char c : name) {
+        if (c == '"') out += c;
+        out += c;
+    }
+    return out + '"';
+}
+
 std::string shown (const Token& token) {
     switch (token.kind) {
     case TokenKind::ident: return std::string (token.text);
@@ -171,16 +180,30 @@ Token Lexer::read_name (std::string_view name, std::size_t after) {
     return token;
 }
 
+/// Two quotes side by side are one letter of the name: two names never stand side by side. A pair
+/// alone is a name of no length.
 Token Lexer::read_quoted_name () {
     const std::size_t first = cursor_ + 1;
-    const std::size_t end = text_.find_first_of ("\"\n", first);
-    if (end == std::string_view::npos) return read_name (text_.substr (first), text_.size ());
-    if (text_[end] == '\n') {
-        const std::string rest (text_.substr (first, 4));
-        model_error ("'\\n' inside a name: '\"%4.4s ...'", rest.c_str ());
-        return {};
+    std::string unescaped; // up to `from`, once a quote was met in the name
+    std::size_t from = first;
+    for (;;) {
+        const std::size_t end = std::min (text_.find_first_of ("\"\n", from), text_.size ());
+        if (at (end) == '\n') {
+            const std::string rest (text_.substr (first, 4));
+            model_error ("'\\n' inside a name: '\"%4.4s ...'", rest.c_str ());
+            return {};
+        }
+        if (at (end) == '"' && at (end + 1) == '"') {
+            unescaped += text_.substr (from, end + 1 - from);
+            from = end + 2;
+            continue;
+        }
+        const std::size_t after = std::min (end + 1, text_.size ());
+        const std::string_view rest = text_.substr (from, end - from);
+        if (from == first) return read_name (rest, after);
+        names_with_quotes_.push_back (unescaped.append (rest));
+        return read_name (names_with_quotes_.back (), after);
     }
-    return read_name (text_.substr (first, end - first), end + 1);
 }
 
 Token Lexer::read_colour () {

@@ -3,6 +3,7 @@
 #pragma once
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <stop_token>
 #include <string>
@@ -50,8 +51,12 @@ struct Token {
     int species = -1;         // index of a name; -1 for a name of no length
     float number = 0;         // of a number
     std::uint32_t colour = 0; // of a colour, 0xRRGGBB00
-    std::string_view text;    // bytes of a name
+    std::string_view text;    // bytes of a name; good as long as the lexer and its text are there
 };
+
+/// A name between quotes, as the lexer reads it back: quotes inside it are doubled, all else stands
+/// as it is. A name that is a keyword, or holds a line end, cannot be told so.
+std::string quoted (std::string_view name);
 
 /// What messages show of a token: the bytes of a name, the value of a number, else its kind's text.
 std::string shown (const Token& token);
@@ -102,6 +107,7 @@ class Lexer {
     std::size_t cursor_ = 0;
     NameIndex name_index_;
     std::string table_full_;
+    std::deque<std::string> names_with_quotes_; // for which the text has no bytes to show
     Token pushback_;
     std::stop_token stop_;
     unsigned looks_ = 0; // for a stop

@@ -60,25 +60,28 @@ void print_error_stream (const std::string& text) {
 SimulationRun::SimulationRun (RunRequest request, SimulatorState& state)
     : request_ (std::move (request)), state_ (state) {}
 
-void SimulationRun::tidy () { grid_ = {}; }
+void SimulationRun::tidy () {
+    grid_ = {};
+    text_ = {};
+}
 
 /// Fills tables and grid.
 Outcome SimulationRun::read (const std::stop_token& stop) {
     std::string fault;
     const MessageScope listening ([&fault] (std::string_view text) { fault = text; });
-    const Input input = read_input (request_.model, {.text_mode = true, .stop = stop});
-    if (input.end == ReadEnd::stopped) return Outcome::stop ();
-    if (input.end == ReadEnd::too_large) {
+    text_ = read_input (request_.model, {.text_mode = true, .stop = stop});
+    if (text_.end == ReadEnd::stopped) return Outcome::stop ();
+    if (text_.end == ReadEnd::too_large) {
         fault_ = RunFault::model_refused;
-        return Outcome::failure (input.fault);
+        return Outcome::failure (text_.fault);
     }
-    if (!input.whole ()) {
+    if (!text_.whole ()) {
         fault_ = RunFault::model_not_opened;
         return Outcome::failure ("Cannot open '" + request_.model + "'");
     }
     const std::int32_t first = state_.complex_counter;
     tables_.complex_counter = first;
-    bool went_well = read_model (input.bytes, tables_, stop);
+    bool went_well = read_model (text_.bytes, tables_, stop);
     // Also those of a model that is refused.
     state_.complex_counter += tables_.complex_counter - first;
     if (went_well) {
@@ -86,7 +89,10 @@ Outcome SimulationRun::read (const std::stop_token& stop) {
         if (request_.verbose) print_error_stream (dump_tables (tables_));
         went_well = prepare_run (tables_, state_.seeds, available_memory (), grid_, stop);
     }
-    if (went_well) return Outcome::success ();
+    if (went_well) {
+        text_ = {};
+        return Outcome::success ();
+    }
     if (stop.stop_requested ()) return Outcome::stop ();
     fault_ = RunFault::model_refused;
     return Outcome::failure (fault);

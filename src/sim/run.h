@@ -1,6 +1,7 @@
 // A whole run: model file in, result file out.
 // Layer: sim.
 #pragma once
+#include "base/disk.h"
 #include "base/long_work.h"
 #include "sim/grid.h"
 #include "sim/lane_group.h"
@@ -48,7 +49,7 @@ class SimulationRun : public LongWork {
   public:
     explicit SimulationRun (RunRequest request, SimulatorState& state = simulator_state ());
 
-    /// Frees the series.
+    /// Frees the series, and the model's text.
     void tidy () override;
 
     /// Where it failed; the outcome has the reason in words.
@@ -64,6 +65,7 @@ class SimulationRun : public LongWork {
 
     RunRequest request_;
     SimulatorState& state_;
+    Input text_; // of the model, until it is read
     ModelTables tables_;
     Grid grid_;
     RunFault fault_ = RunFault::none;

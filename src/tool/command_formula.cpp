@@ -88,7 +88,9 @@ int run (const Arguments& arguments) {
     }
     bool well = outcome.done ();
     if (!well) std::fprintf (stderr, "ostrand-tool formula: %s\n", outcome.reason.c_str ());
-    if (!well && result.library_opened) return status_failure;
+    // Without a gate file there are no gates: the rest is told all the same.
+    const bool no_file = result.library != nullptr && !result.library_opened;
+    if (!well && !no_file) return status_failure;
     if (result.end != SearchEnd::complete) {
         std::fprintf (stderr, "%s\n", formula::search_end_message (result, limits).c_str ());
     }

@@ -72,10 +72,6 @@ TEST (text, fields_keep_an_empty_middle_and_drop_an_empty_end) {
     EXPECT_THAT (split_fields (";"), ElementsAre (""));
 }
 
-TEST (text, cr_lf_becomes_lf_and_a_lone_cr_stays) {
-    EXPECT_EQ (text_mode ("a\r\nb\rc\r\r\n"), "a\nb\rc\r\n");
-}
-
 TEST (progress, durations_and_bars) {
     EXPECT_EQ (format_duration (4.2), "5 s");
     EXPECT_EQ (format_duration (125), "2 min 05 s");

@@ -61,12 +61,16 @@ TEST (Markup, script_keeps_its_colour_change_and_drops_its_font_change) {
     EXPECT_EQ (letter (*line, 1).color, 4U);
 }
 
-TEST (Markup, scripted_underscore_is_written_escaped_and_read_as_it_stands) {
+TEST (Markup, scripted_underscore_is_written_with_marks_and_comes_back) {
     Line line ("_", 67, 0);
     static_cast<StdChar&> (*line.chars ()[0])
-        .set_script (false, std::make_unique<Line> ("b", 67, 0));
-    EXPECT_EQ (written (line), "{[E\\_{b}-]}");
-    const auto read = line_of (written (line));
+        .set_script (false, std::make_unique<Line> ("b", 66, 0));
+    EXPECT_EQ (written (line), "{\\__{b}}");
+    EXPECT_TRUE (line_of (written (line))->equals (line));
+}
+
+TEST (Markup, scripted_letter_of_a_record_is_read_as_it_stands) {
+    const auto read = line_of ("{[E\\_{b}-]}");
     EXPECT_EQ (letter (*read, 0).code, '\\');
     ASSERT_TRUE (letter (*read, 0).sub);
     EXPECT_EQ (letter (*read, 0).sub->chars_only (), "_");
@@ -97,10 +101,17 @@ TEST (Markup, no_font_and_no_colour_never_appear_in_a_file) {
     EXPECT_EQ (to.out, "{<74F><9C>b}{a}");
 }
 
-TEST (Markup, backslash_is_written_bare_and_escapes_on_reading) {
+TEST (Markup, bare_backslash_escapes_on_reading_and_is_written_doubled) {
+    EXPECT_EQ (line_of ("{a\\b}")->chars_only (), "ab");
     const Line line ("a\\b", 67, 0);
-    EXPECT_EQ (written (line), "{a\\b}");
-    EXPECT_EQ (line_of (written (line))->chars_only (), "ab");
+    EXPECT_EQ (written (line), "{a\\\\b}");
+    EXPECT_EQ (line_of (written (line))->chars_only (), "a\\b");
+    // A letter with scripts is told by its byte as it stands.
+    Line scripted ("\\", 67, 0);
+    static_cast<StdChar&> (*scripted.chars ()[0])
+        .set_script (false, std::make_unique<Line> ("b", 67, 0));
+    EXPECT_EQ (written (scripted), "{[E\\{b}-]}");
+    EXPECT_TRUE (line_of (written (scripted))->equals (scripted));
 }
 
 TEST (Markup, backslash_never_breaks_what_holds_the_text_together) {
@@ -110,7 +121,7 @@ TEST (Markup, backslash_never_breaks_what_holds_the_text_together) {
         EXPECT_EQ (letter (*line, markup[1] == 'a' ? 1 : 0).code, '\\') << markup;
         EXPECT_TRUE (line_of (written (*line))->equals (*line)) << markup;
     }
-    EXPECT_EQ (written (Line ("a\\", 67, 0)), "{a\xC2\\}");
+    EXPECT_EQ (written (Line ("a\\", 67, 0)), "{a\\\\}");
 }
 
 TEST (Markup, style_mark_with_another_letter_sets_nothing) {

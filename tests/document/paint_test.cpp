@@ -247,6 +247,18 @@ TEST (PaintNode, WideMoleculeMovesItsLabel) {
     EXPECT_EQ (n.get_height (), 24);
 }
 
+TEST (PaintNode, LabelOfFiftyIsNotWideYet) {
+    DrawnNetwork drawn;
+    const unsigned font = font_key (2, false, false, 1); // a "c" of Arial is 5 wide in it
+    for (const auto& [letters, x] :
+         {std::pair{"cccccccccc", 5.0F}, std::pair{"ccccccccccc", 13.0F}}) {
+        Node& n = drawn.node (100, 100, node::molecule, "");
+        n.take_label (std::make_unique<Line> (letters, font, 0U));
+        n.paint (0, 0, false);
+        EXPECT_EQ (n.label->x, x) << n.label->get_width ();
+    }
+}
+
 TEST (PaintNode, ResiduStandsOnTheUpperEdge) {
     const std::string text = painted_node (9, [] (Node& n) { n.take_residu (even_line ("P")); });
     // 24 high now: corner (80, 88). The text is 6 by 12 at (90, 88), its ground 14 by 14.
@@ -627,6 +639,27 @@ TEST (PaintNetwork, WhatIsOutsideTheClipWindowIsNotPainted) {
     device.calls.clear ();
     drawn.network.paint (0, 0, true);
     EXPECT_EQ (device.named ("text").size (), 1U);
+}
+
+TEST (PaintNetwork, EverythingStandsBesideTheOrigin) {
+    DrawnNetwork drawn;
+    Network& network = drawn.network;
+    network.add_compart (std::make_unique<Compart> (shape::rectangle, 50.F, 60.F, 300.F, 200.F));
+    Node& from = drawn.node (100, 100, 5);
+    drawn.arc (from, drawn.node (300, 100, 5));
+    network.x = 7;
+    network.y = 1000;
+    network.clip_x = network.clip_y = -2000;
+    network.clip_w = network.clip_h = 8000;
+    network.layout ();
+    RecordingDevice device;
+    const DeviceScope scope (device);
+    network.paint (20, 4, true);
+    // The origin is at (27, 1004).
+    EXPECT_TRUE (device.has ("fill_round_rect 79 1066 296 196 7")) << device.joined ();
+    EXPECT_TRUE (device.has ("fill_rect 107 1094 40 20")) << device.joined ();
+    EXPECT_EQ (device.named ("push 147 1104").size (), 1U) << device.joined ();
+    EXPECT_TRUE (device.has ("text 97 'AAAAA' 112 1107")) << device.joined ();
 }
 
 TEST (PaintNetwork, AlignMovesItUp) {

@@ -294,7 +294,8 @@ TEST (Insertion, a_failure_leaves_the_document_as_it_was) {
 }
 
 TEST (Insertion, first_lines_that_are_taken) {
-    for (const char* good : {"# Lattrix: 1.2\n", "#Lattrix:.5", "[N1 2 3\n", "[U1: 2 3 4]\n"}) {
+    for (const char* good :
+         {"# Lattrix: 1.2\n", "#Lattrix:.5", "# Lattrix:5", "[N1 2 3\n", "[U1: 2 3 4]\n"}) {
         EXPECT_TRUE (is_insertable_text (good)) << good;
     }
     for (const char* bad :
@@ -364,7 +365,8 @@ TEST (ModelGaps, concentrations_that_the_simulator_refuses_are_told) {
         EXPECT_THAT (gaps_of (good), IsEmpty ()) << good;
     }
     for (const char* bad : {"", "abc", "5", "5 M", "-5 mM", "1 mM -> 2 mM", "1 mM -> 2 mM : 0 uM",
-                            "1 mM,", "1 mM 2", "(b", "3 mM -> 1 mM : -1000 uM"}) {
+                            "1 mM,", "1 mM 2", "(b", "3 mM -> 1 mM : -1000 uM", "8000 mM",
+                            "0 mM -> 128 mM : 1 mM", "1 mM; [b] = 2 mM"}) {
         EXPECT_THAT (gaps_of (bad), ElementsAre ("no concentration that the simulator reads: \"" +
                                                  std::string (bad) + "\", of \"A\""));
     }

@@ -193,6 +193,15 @@ TEST (XmlReader, a_bad_byte_ends_the_reading_with_what_was_read) {
     EXPECT_EQ (n->nb_nodes (), 2);
 }
 
+TEST (XmlReader, a_bad_byte_is_the_one_thing_told) {
+    CaughtMessages messages;
+    const auto n =
+        read_xml_block ("<lattrix:network nb_nodes=\"9\" nb_comp=\"0\" align=\"2\" x=\"1\" "
+                        "y=\"2\" version=\"1.2\">\nx");
+    ASSERT_NE (n, nullptr);
+    EXPECT_THAT (messages.all, ElementsAre ("Format error: s = '         x'."));
+}
+
 TEST (XmlReader, an_unknown_element_is_a_bad_byte) {
     CaughtMessages messages;
     read_xml_block (block ("<lattrix:other />"));
@@ -310,11 +319,13 @@ TEST (XmlReader, a_compartment_line_in_full) {
     EXPECT_EQ (c.user_values, (std::array<int, 5>{1, 2, 3, -4, 5}));
 }
 
-TEST (XmlReader, a_label_with_a_double_quote_is_cut_at_it) {
+TEST (XmlReader, a_bare_double_quote_ends_a_value) {
     Network network;
-    Node& a = network.add_node (std::make_unique<Node> (0.F, 0.F, 13U, 3U, "say\"hi"));
+    Node& a = network.add_node (std::make_unique<Node> (0.F, 0.F, 13U, 3U, "say#hi"));
     a.user_data = "1 mM";
-    const auto n = read_quietly (block_of (network));
+    std::string block = block_of (network);
+    block[block.find ('#')] = '"';
+    const auto n = read_quietly (block);
     EXPECT_EQ (n->nodes ()[0]->name (), "say");
     EXPECT_EQ (n->nodes ()[0]->user_data, std::nullopt); // the rest of the line is lost
 }
@@ -328,9 +339,10 @@ TEST (XmlReader, an_empty_label_is_none) {
 
 TEST (XmlReader, braces_and_marks_in_a_label_are_markup) {
     Network network;
-    network.add_node (std::make_unique<Node> (0.F, 0.F, 13U, 3U, "a}b"));
-    const auto n = read_quietly (block_of (network));
-    EXPECT_EQ (n->nodes ()[0]->name (), "a"); // a loss of the format
+    network.add_node (std::make_unique<Node> (0.F, 0.F, 13U, 3U, "a#b"));
+    std::string block = block_of (network);
+    block[block.find ('#')] = '}';
+    EXPECT_EQ (read_quietly (block)->nodes ()[0]->name (), "a"); // bare, it ends the label
 }
 
 TEST (XmlReader, the_species_on_multiple_planes_is_not_kept) {
@@ -442,8 +454,8 @@ TEST (XmlBlock, is_found_between_line_starts) {
     EXPECT_EQ (find_xml_block (""), "");
 }
 
-/// What the format cannot keep is taken out: quotes, braces and marks in labels, scripts and
-/// pictures, empty labels, black letters of arcs.
+/// What the format cannot keep is taken out: fonts of scripts, pictures, empty labels, black
+/// letters of arcs.
 std::unique_ptr<Line> plain_line (const document::Char* label, bool of_arc) {
     if (label == nullptr || label->kind () != document::CharKind::line) {
         return nullptr;
@@ -458,14 +470,11 @@ std::unique_ptr<Line> plain_line (const document::Char* label, bool of_arc) {
         if (letter.code == document::end_mark) {
             continue;
         }
-        const bool kept = letter.code > 255 ||
-                          std::string_view ("\"<[{}\\").find (static_cast<char> (letter.code)) ==
-                              std::string_view::npos;
         const unsigned color = of_arc && letter.color == 0 ? 4U : letter.color;
         // A field in the running font, without a mark, would come back smaller.
         const unsigned font = of_arc && letter.font == 67 ? 66U : letter.font;
-        made->insert_before (
-            nullptr, std::make_unique<document::StdChar> (kept ? letter.code : 'x', font, color));
+        made->insert_before (nullptr,
+                             std::make_unique<document::StdChar> (letter.code, font, color));
     }
     made->x = label->x;
     made->y = label->y;

@@ -106,6 +106,19 @@ TEST (formula_search, in_the_background_is_watched_and_gives_its_result) {
     EXPECT_NE (implementation_text (result, 0), "");
 }
 
+TEST (formula_search, in_the_background_has_room_for_the_longest_circuits) {
+    std::string text;
+    for (int i = 0; i < 4000; ++i) {
+        const std::string from = i == 0 ? "a" : "s" + std::to_string (i - 1);
+        text += "E/S;1;" + from + ";1;s" + std::to_string (i) +
+                ";YES;ENZ;0;ELNEC;0;ELABS;0;REACTIONS;0;\n";
+    }
+    auto search = std::make_shared<FormulaSearch> (
+        library_of (text), SearchRequest{.base = {}, .formula = "a", .output = "s3999"});
+    EXPECT_TRUE (BackgroundWork (search).wait ().done ());
+    EXPECT_EQ (search->result ().implementations.size (), 1U);
+}
+
 TEST (formula_search, two_go_on_at_once) {
     auto endless = std::make_shared<FormulaSearch> (
         library_of (yes_clique (16)), SearchRequest{.base = {}, .formula = "s0", .output = "s15"});

@@ -2,70 +2,15 @@
 #include "contract/paint_device_contract.h"
 #include "document/document_state.h"
 #include "glpaint/gl_device.h"
+#include "support/off_screen.h"
 
 #include <GL/gl.h>
-#include <dlfcn.h>
 
 #include <array>
 #include <cstdint>
 
 namespace ostrand::testing {
 namespace {
-
-/// A context of 100 by 100 pixels made through EGL without a display. The library is looked for
-/// when the test runs, since nothing else needs it.
-class OffScreen {
-  public:
-    OffScreen () {
-        library_ = dlopen ("libEGL.so.1", RTLD_NOW | RTLD_LOCAL);
-        if (!library_) return;
-        // Numbers and signatures of EGL 1.4.
-        using Config = void*;
-        constexpr std::int32_t none = 0x3038;
-        const auto get_display = find<void* (*)(std::intptr_t)> ("eglGetDisplay");
-        const auto get_platform =
-            find<void* (*)(unsigned, void*, const std::intptr_t*)> ("eglGetPlatformDisplay");
-        const auto initialize =
-            find<unsigned (*) (void*, std::int32_t*, std::int32_t*)> ("eglInitialize");
-        const auto bind = find<unsigned (*) (unsigned)> ("eglBindAPI");
-        const auto choose =
-            find<unsigned (*) (void*, const std::int32_t*, Config*, std::int32_t, std::int32_t*)> (
-                "eglChooseConfig");
-        const auto make_surface =
-            find<void* (*)(void*, Config, const std::int32_t*)> ("eglCreatePbufferSurface");
-        const auto make_context =
-            find<void* (*)(void*, Config, void*, const std::int32_t*)> ("eglCreateContext");
-        const auto make_current =
-            find<unsigned (*) (void*, void*, void*, void*)> ("eglMakeCurrent");
-        if (!get_display || !initialize || !bind || !choose || !make_surface || !make_context ||
-            !make_current)
-            return;
-        constexpr unsigned surfaceless = 0x31DD;
-        void* display = get_platform ? get_platform (surfaceless, nullptr, nullptr) : nullptr;
-        if (!display) display = get_display (0);
-        if (!display || !initialize (display, nullptr, nullptr)) return;
-        constexpr unsigned opengl_api = 0x30A2;
-        if (!bind (opengl_api)) return;
-        const std::array<std::int32_t, 11> wanted{0x3033, 0x0001, 0x3040, 0x0008, 0x3024, 8,
-                                                  0x3023, 8,      0x3022, 8,      none};
-        Config config = nullptr;
-        std::int32_t found = 0;
-        if (!choose (display, wanted.data (), &config, 1, &found) || found == 0) return;
-        const std::array<std::int32_t, 5> size{0x3057, 100, 0x3056, 100, none};
-        void* const surface = make_surface (display, config, size.data ());
-        void* const context = make_context (display, config, nullptr, nullptr);
-        good_ = surface && context && make_current (display, surface, surface, context);
-    }
-    bool good () const { return good_; }
-
-  private:
-    template <typename Function>
-    Function find (const char* name) const {
-        return reinterpret_cast<Function> (dlsym (library_, name));
-    }
-    void* library_ = nullptr;
-    bool good_ = false;
-};
 
 /// Letters and pictures as blocks: where they stand is what is tested here.
 class Blocks : public glpaint::GlContent {
@@ -91,7 +36,7 @@ struct GlPage {
         return content;
     }
     static std::optional<Raster> paint (const std::function<void (document::PaintDevice&)>& scene) {
-        static const OffScreen screen;
+        static const OffScreen screen (100, 100);
         if (!screen.good ()) return std::nullopt;
         glViewport (0, 0, 100, 100);
         glMatrixMode (GL_PROJECTION);

@@ -25,6 +25,9 @@ struct RandomDocumentOptions {
     bool settled = false;
     bool pictures = true;
     bool fog = true;
+    /// All letters that can be typed, each of them with scripts too, those that mean something in
+    /// some format more often than others; no others.
+    bool typed = false;
 };
 
 /// Draws whole numbers without the library's distributions, whose results differ between machines.
@@ -76,13 +79,28 @@ class RandomDocument {
             picture->set_align (dice_.below (3));
             return picture;
         }
+        if (options_.typed) return typed_letter (depth);
         unsigned code = static_cast<unsigned> (32 + dice_.below (288));
         if (dice_.one_in (2)) code = static_cast<unsigned> ('a' + dice_.below (26));
-        if (code == '\\') code = 'x'; // is written bare and would take its neighbour
         auto made = std::make_unique<document::StdChar> (code, font (), color ());
-        const bool plain = code < 256 && std::string ("<[^_{}\\").find (static_cast<char> (code)) ==
+        const bool plain = code < 256 && std::string ("<[^_{}").find (static_cast<char> (code)) ==
                                              std::string::npos;
         if (plain && depth < 3 && dice_.one_in (6)) {
+            if (dice_.one_in (2)) made->set_script (false, line (3, depth + 1));
+            if (dice_.one_in (2)) made->set_script (true, line (3, depth + 1));
+        }
+        return made;
+    }
+    std::unique_ptr<document::Char> typed_letter (int depth) {
+        static constexpr std::string_view special = "\\\\  \"<>&{}[]^_#;-NPE'";
+        const int any = dice_.below (95 + 96);
+        auto code = static_cast<unsigned> (any < 95 ? 32 + any : 160 + any - 95);
+        if (dice_.one_in (2)) {
+            const int place = dice_.below (static_cast<int> (special.size ()));
+            code = static_cast<unsigned char> (special[static_cast<std::size_t> (place)]);
+        }
+        auto made = std::make_unique<document::StdChar> (code, font (), color ());
+        if (depth < 3 && dice_.one_in (6)) {
             if (dice_.one_in (2)) made->set_script (false, line (3, depth + 1));
             if (dice_.one_in (2)) made->set_script (true, line (3, depth + 1));
         }

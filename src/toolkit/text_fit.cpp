@@ -1,7 +1,14 @@
-// Cutting a text to the room it has.
-#include "viewer/text_fit.h"
+// Texts and the room they have.
+#include "toolkit/text_fit.h"
 
-namespace ostrand::viewer {
+#include <FL/fl_draw.H>
+
+namespace ostrand::toolkit {
+
+float label_width (const std::string& text, int font, int size) {
+    fl_font (font, size);
+    return static_cast<float> (fl_width (text.data (), static_cast<int> (text.size ())));
+}
 
 std::string fitted_text (const std::string& text, float room, const TextWidth& text_width, int font,
                          int size) {
@@ -26,4 +33,4 @@ std::string plain_label (const std::string& text) {
     return label;
 }
 
-} // namespace ostrand::viewer
+} // namespace ostrand::toolkit

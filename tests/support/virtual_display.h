@@ -29,7 +29,8 @@ struct Screenshot {
 /// meanwhile.
 class VirtualDisplay {
   public:
-    VirtualDisplay ();
+    /// options  further words for the server
+    explicit VirtualDisplay (const std::vector<std::string>& options = {});
     ~VirtualDisplay ();
     VirtualDisplay (const VirtualDisplay&) = delete;
     VirtualDisplay& operator= (const VirtualDisplay&) = delete;
@@ -37,7 +38,8 @@ class VirtualDisplay {
     Screenshot screenshot () const;
     /// Runs xdotool with these words; its standard output.
     std::string input (std::vector<std::string> words) const;
-    /// Waits for a window of that title and moves it to the top left corner.
+    /// Waits for a window of that title and moves it to the top left corner. Throws when none
+    /// comes.
     void place_window (const std::string& title) const;
 
   private:

@@ -1,5 +1,5 @@
 // A display without a screen.
-#include "viewer/virtual_display.h"
+#include "support/virtual_display.h"
 
 #include "support/support.h"
 
@@ -68,15 +68,17 @@ int Screenshot::count (int x, int y, int w, int h, std::uint32_t colour) const {
     return found;
 }
 
-VirtualDisplay::VirtualDisplay () {
+VirtualDisplay::VirtualDisplay (const std::vector<std::string>& options) {
     // Numbers follow the process, so that tests that run side by side never share one.
     static int counter = 0;
     const int number = 1000 + (getpid () * 7 + counter++) % 50000;
     name_ = ":" + std::to_string (number);
     const char* outer = std::getenv ("DISPLAY");
     outer_ = outer == nullptr ? "" : outer;
-    server_ = start (
-        {"Xvfb", name_, "-screen", "0", "1920x1200x24", "-nolisten", "tcp", "-noreset"}, true);
+    std::vector<std::string> words{"Xvfb",         name_,       "-screen", "0",
+                                   "1920x1200x24", "-nolisten", "tcp",     "-noreset"};
+    words.insert (words.end (), options.begin (), options.end ());
+    server_ = start (words, true);
     setenv ("DISPLAY", name_.c_str (), 1);
     setenv ("LIBGL_ALWAYS_SOFTWARE", "1", 1);
     const auto end = Clock::now () + std::chrono::seconds (20);
@@ -132,8 +134,13 @@ std::string VirtualDisplay::input (std::vector<std::string> words) const {
 }
 
 void VirtualDisplay::place_window (const std::string& title) const {
-    input ({"search", "--sync", "--onlyvisible", "--name", "^" + title + "$", "windowmove",
-            "--sync", "0", "0"});
+    const auto end = Clock::now () + std::chrono::seconds (20);
+    while (input ({"search", "--onlyvisible", "--name", "^" + title + "$"}).empty ()) {
+        if (Clock::now () > end) throw std::runtime_error ("no window '" + title + "'");
+        pause ();
+    }
+    input (
+        {"search", "--onlyvisible", "--name", "^" + title + "$", "windowmove", "--sync", "0", "0"});
 }
 
 RunningProgram::RunningProgram (std::vector<std::string> words) {
