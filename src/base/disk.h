@@ -98,6 +98,8 @@ class OutputFile {
     const std::string& error () const { return error_; }
     /// True when a stop that was asked for ended the writing.
     bool stopped () const { return stopped_; }
+    /// Where the unfinished file lies; empty when it is written directly.
+    const std::filesystem::path& unfinished () const { return temporary_; }
     /// The open file, for libraries that write by themselves; -1 when not open.
     int descriptor () const { return descriptor_; }
 

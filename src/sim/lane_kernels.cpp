@@ -55,6 +55,10 @@ std::vector<LaneKernel> find_kernels () {
 #if HWY_TARGETS & HWY_NEON
     if ((supported & HWY_NEON) != 0) N_NEON::append_kernels ("NEON", kernels);
 #endif
+        // What serves where none of these is there.
+#if HWY_TARGETS & HWY_EMU128
+    N_EMU128::append_kernels ("emulated", kernels);
+#endif
 #if HWY_TARGETS & HWY_SCALAR
     N_SCALAR::append_kernels ("scalar", kernels);
 #endif

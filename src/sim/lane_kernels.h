@@ -38,7 +38,7 @@ struct DeterministicLanes {
 
 /// Both engines for one instruction set and number of lanes.
 struct LaneKernel {
-    const char* target; // "AVX-512", "AVX2", "SSE4", "NEON"
+    const char* target; // "AVX-512", "AVX2", "SSE4", "NEON"; "emulated", "scalar" without vectors
     unsigned width;     // lanes
 
     /// Goes on by an even number of time steps, from an even one. False, with nothing changed, when
@@ -51,7 +51,7 @@ struct LaneKernel {
 };
 
 /// What this machine can run: the widest instruction set first, of each the narrower kernel first.
-/// Empty where there are no vectors.
+/// Never empty: the last ones run everywhere.
 std::span<const LaneKernel> lane_kernels ();
 
 /// The kernel for so many simulations side by side: the narrowest that holds them all, the widest

@@ -151,12 +151,15 @@ std::optional<NumberedTask> Coordinator::next_locked () {
         const SeriesRun& run = ledger_.runs ().at (range.first);
         const std::optional<SeriesRecord> record =
             SeriesRecord::from_bytes (journal_.read (run.slices.back ().place));
-        if (!record || record->states.size () != range.simulations) {
+        // The record may hold others too, which went on in other company.
+        const std::uint64_t skipped = record ? range.first - record->first_simulation : 0;
+        if (!record || record->states.size () < skipped + range.simulations) {
             failure_ = "what was finished cannot be read";
             return std::nullopt;
         }
         task.time_steps = run.time_steps;
-        task.states = record->states;
+        const auto states = record->states.begin () + static_cast<std::ptrdiff_t> (skipped);
+        task.states.assign (states, states + static_cast<std::ptrdiff_t> (range.simulations));
     }
     const bool all_of_cell = cell->whole && cell->cell.units == 1 && cell->open.size () == 1 &&
                              task.simulations == cell->cell.simulations && !range.interrupted;

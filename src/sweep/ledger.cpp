@@ -11,6 +11,41 @@ namespace ostrand::sweep {
 Ledger::Ledger (const SweepIdentity& identity, const sim::ResultUnits& units)
     : identity_ (identity), units_ (units), units_there_ (units.count ()) {}
 
+/// The run that a record begins or goes on with; null when it does neither. A record of a part of
+/// an interrupted run cuts it: the other parts stay where they are.
+SeriesRun* Ledger::run_for (const SeriesRecord& record) {
+    const std::uint64_t first = record.first_simulation;
+    const std::uint64_t end = first + record.simulations;
+    const auto next = runs_.upper_bound (first);
+    const bool before_next = next == runs_.end () || next->first >= end;
+    const auto before = next == runs_.begin () ? runs_.end () : std::prev (next);
+    const bool behind_before =
+        before == runs_.end () || before->first + before->second.simulations <= first;
+    if (behind_before) {
+        if (!before_next || record.first_point != 0) return nullptr;
+        SeriesRun& begun = runs_[first];
+        begun.simulations = record.simulations;
+        return &begun;
+    }
+    const std::uint64_t whole_first = before->first;
+    SeriesRun& whole = before->second;
+    const std::uint64_t whole_end = whole_first + whole.simulations;
+    if (end > whole_end || whole.finished || whole.points != record.first_point) return nullptr;
+    const auto part = [&] (std::uint64_t from, std::uint64_t to) {
+        SeriesRun copy = whole;
+        copy.simulations = static_cast<std::uint32_t> (to - from);
+        return copy;
+    };
+    if (end < whole_end) runs_[end] = part (end, whole_end);
+    if (whole_first < first) {
+        runs_[first] = part (first, end);
+        whole.simulations = static_cast<std::uint32_t> (first - whole_first);
+    } else {
+        whole.simulations = record.simulations;
+    }
+    return &runs_.at (first);
+}
+
 bool Ledger::enter_series (const SeriesRecord& record, const RecordPlace& place,
                            std::size_t source) {
     const std::uint64_t end = record.first_simulation + record.simulations;
@@ -23,20 +58,9 @@ bool Ledger::enter_series (const SeriesRecord& record, const RecordPlace& place,
     if (record.finished () && points != identity_.n_points) return false;
     // A point is recorded before its second is simulated.
     if (!record.finished () && points != record.time_steps / sim::stats + 1) return false;
-    const auto next = runs_.upper_bound (record.first_simulation);
-    if (next != runs_.end () && next->first < end) return false;
-    if (next != runs_.begin ()) {
-        const auto& [first, before] = *std::prev (next);
-        if (first != record.first_simulation &&
-            first + before.simulations > record.first_simulation) {
-            return false;
-        }
-    }
-    SeriesRun& run = runs_[record.first_simulation];
-    if (run.simulations == 0) run.simulations = record.simulations;
-    const bool follows =
-        run.simulations == record.simulations && !run.finished && run.points == record.first_point;
-    if (!follows) return false;
+    SeriesRun* const found = run_for (record);
+    if (found == nullptr) return false;
+    SeriesRun& run = *found;
     run.points += record.points;
     run.time_steps = record.time_steps;
     run.finished = record.finished ();
@@ -83,7 +107,11 @@ collect_unit (const SweepIdentity& identity, const sim::ResultUnit& unit,
         for (const SeriesRun::Slice& slice : run.slices) {
             if (slice.points == 0) continue;
             const std::optional<SeriesRecord> record = SeriesRecord::from_bytes (read (slice));
-            if (!record || record->first_simulation != first) return {};
+            const bool holds =
+                record && record->first_simulation <= first &&
+                record->first_simulation + record->simulations >= first + run.simulations &&
+                record->points == slice.points;
+            if (!holds) return {};
             const std::uint64_t from = std::max (first, unit.first_simulation);
             const std::uint64_t to =
                 std::min (first + run.simulations, unit.first_simulation + unit.simulations);
@@ -93,7 +121,8 @@ collect_unit (const SweepIdentity& identity, const sim::ResultUnit& unit,
                     const std::uint64_t begin = std::max (line, unit.first_line);
                     const std::uint64_t end = std::min (line + slice.points, unit_end);
                     if (begin >= end) continue;
-                    const std::uint64_t row = (simulation - first) * identity.n_displayed + d;
+                    const std::uint64_t row =
+                        (simulation - record->first_simulation) * identity.n_displayed + d;
                     std::copy_n (record->counts.data () + row * slice.points + (begin - line),
                                  end - begin,
                                  lines.data () + (simulation - unit.first_simulation) * unit.lines +

@@ -14,7 +14,8 @@
 
 namespace ostrand::sweep {
 
-/// Recorded points of simulations that went on together, in one or more records.
+/// Recorded points of simulations that went on together, in one or more records. A record may hold
+/// more simulations: those went on in other company, on a machine with narrower lanes.
 struct SeriesRun {
     struct Slice {
         std::uint32_t first_point = 0;
@@ -56,6 +57,8 @@ class Ledger {
     std::vector<std::pair<std::uint64_t, SeriesRun>> runs_of (const sim::ResultUnit& unit) const;
 
   private:
+    SeriesRun* run_for (const SeriesRecord& record);
+
     SweepIdentity identity_;
     sim::ResultUnits units_;
     std::vector<UnitPlace> units_there_;

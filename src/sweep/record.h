@@ -19,7 +19,8 @@ enum class RecordKind : std::uint32_t {
     identity = 1, // whose file this is: the first record
     series = 2,
     unit = 3,
-    seal = 4, // the last record of a shard: nothing is missing
+    seal = 4,   // the last record of a shard: nothing is missing
+    result = 5, // of a journal: the unfinished file that the result was being written to
 };
 
 /// A simulation's state among other values.

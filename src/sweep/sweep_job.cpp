@@ -85,6 +85,10 @@ Outcome SweepJob::open_journal () {
         report_message ("%s holds an unfinished sweep, which --resume would have gone on with; "
                         "beginning anew",
                         name.c_str ());
+        journal_->replay ([this] (RecordKind kind, std::string_view content, const RecordPlace&) {
+            return kind != RecordKind::result || enter (kind, content, {});
+        });
+        remove_unfinished ();
         break;
     case Journal::Standing::fresh: break;
     }
@@ -107,26 +111,55 @@ Outcome SweepJob::resume () {
     }
     const bool replayed = journal_->replay (
         [this] (RecordKind kind, std::string_view content, const RecordPlace& place) {
-            if (kind == RecordKind::series) {
-                const std::optional<SeriesRecord> record = SeriesRecord::from_bytes (content);
-                return record && ledger_->enter_series (*record, place);
-            }
-            if (kind == RecordKind::unit) {
-                const std::optional<UnitRecord> record = UnitRecord::from_bytes (content);
-                return record && ledger_->enter_unit (record->index, place);
-            }
-            return false;
+            return enter (kind, content, place);
         });
     if (!replayed) {
         return Outcome::failure ("cannot go on with " + name + ": " + journal_->error ());
     }
     begun_ = kept_ = true;
+    remove_unfinished ();
     return Outcome::success ();
+}
+
+bool SweepJob::enter (RecordKind kind, std::string_view content, const RecordPlace& place) {
+    if (kind == RecordKind::series) {
+        const std::optional<SeriesRecord> record = SeriesRecord::from_bytes (content);
+        return record && ledger_->enter_series (*record, place);
+    }
+    if (kind == RecordKind::unit) {
+        const std::optional<UnitRecord> record = UnitRecord::from_bytes (content);
+        return record && ledger_->enter_unit (record->index, place);
+    }
+    if (kind != RecordKind::result) return false;
+    unfinished_.emplace_back (content);
+    return true;
+}
+
+/// A kill while the result is written leaves the unfinished file; so the journal says which it is.
+bool SweepJob::note_result (const OutputFile& file) {
+    if (file.unfinished ().empty ()) return true;
+    const std::string name = file.unfinished ().filename ().string ();
+    return journal_->append (RecordKind::result, name).has_value ();
+}
+
+void SweepJob::remove_unfinished () const {
+    const fs::path target = end_of_links (request_.out);
+    for (const std::string& name : unfinished_) {
+        // Only what can be one: a hidden file named after the result.
+        const bool named_so = name.starts_with ("." + target.filename ().string ().substr (0, 200));
+        if (named_so && fs::path (name).filename () == name) {
+            remove_file (target.parent_path () / name);
+        }
+    }
 }
 
 Outcome SweepJob::write (const std::stop_token& stop) {
     OutputFile file = open_output (request_.out, stop);
     if (!file.ok ()) return output_failure (file, request_.out);
+    if (!note_result (file)) {
+        return Outcome::failure ("Cannot write " + in_quotes (journal_->path ()) + ": " +
+                                 journal_->error ());
+    }
     const SweepIdentity& identity = plan_->identity ();
     Outcome outcome;
     if (identity.choice.shard) {

@@ -2,6 +2,7 @@
 // the result at the end. Threads and ranks share it.
 // Layer: sweep.
 #pragma once
+#include "base/disk.h"
 #include "base/long_work.h"
 #include "sweep/journal.h"
 #include "sweep/ledger.h"
@@ -11,6 +12,8 @@
 #include <optional>
 #include <stop_token>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace ostrand::sweep {
 
@@ -54,14 +57,18 @@ class SweepJob {
     Outcome read_model (const std::stop_token& stop);
     Outcome open_journal ();
     Outcome resume ();
+    bool enter (RecordKind kind, std::string_view content, const RecordPlace& place);
+    bool note_result (const OutputFile& file);
+    void remove_unfinished () const;
 
     SweepRequest request_;
     std::string model_text_;
     std::unique_ptr<SweepPlan> plan_;
     std::unique_ptr<Journal> journal_;
     std::unique_ptr<Ledger> ledger_;
-    bool begun_ = false; // the journal is ours
-    bool kept_ = false;  // and not removed
+    std::vector<std::string> unfinished_; // names of results that killed sweeps left beside it
+    bool begun_ = false;                  // the journal is ours
+    bool kept_ = false;                   // and not removed
 };
 
 /// Where the journal of a result lies.

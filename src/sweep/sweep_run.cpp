@@ -35,6 +35,15 @@ void work_on_tasks (Coordinator& coordinator, Worker& worker, const std::stop_to
     }
 }
 
+Outcome end_sweep (SweepJob& job, const Coordinator& coordinator, const std::stop_token& stop) {
+    if (!coordinator.failure ().empty ()) {
+        return Outcome::failure ("Cannot write '" + job.journal ().path ().string () +
+                                 "': " + coordinator.failure ());
+    }
+    if (!coordinator.finished ()) return Outcome::stop ();
+    return job.write (stop);
+}
+
 SweepRun::SweepRun (SweepRequest request, std::span<const sim::LaneKernel> kernels)
     : job_ (std::move (request)), kernels_ (kernels) {}
 
@@ -69,12 +78,7 @@ Outcome SweepRun::work (const std::stop_token& stop) {
     Coordinator coordinator (job_.plan (), job_.journal (), job_.ledger (), sim::widest (kernels_),
                              threads);
     simulate (coordinator, threads, stop);
-    if (!coordinator.failure ().empty ()) {
-        return Outcome::failure ("Cannot write '" + job_.journal ().path ().string () +
-                                 "': " + coordinator.failure ());
-    }
-    if (!coordinator.finished ()) return Outcome::stop ();
-    return job_.write (stop);
+    return end_sweep (job_, coordinator, stop);
 }
 
 } // namespace ostrand::sweep

@@ -33,6 +33,9 @@ class SweepRun : public LongWork {
     std::span<const sim::LaneKernel> kernels_;
 };
 
+/// What is left to do when nobody works any more: writes the result, or says why it cannot be.
+Outcome end_sweep (SweepJob& job, const Coordinator& coordinator, const std::stop_token& stop);
+
 /// Works on tasks until there are no more: what each thread of a sweep does.
 void work_on_tasks (Coordinator& coordinator, Worker& worker, const std::stop_token& stop);
 

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <random>
+#include <set>
 #include <thread>
 
 namespace ostrand::sweep {
@@ -141,9 +142,10 @@ TEST (sweep, simulations_of_several_units_and_units_of_several_simulations_fit_t
 // ---- going on ------------------------------------------------------------------------------
 
 /// Stops a sweep after so long; true when it was stopped before its end.
-bool stop_after (const SweepRequest& request, std::chrono::microseconds delay) {
+bool stop_after (const SweepRequest& request, std::chrono::microseconds delay,
+                 std::span<const sim::LaneKernel> kernels = sim::lane_kernels ()) {
     std::stop_source stop;
-    SweepRun run (request);
+    SweepRun run (request, kernels);
     std::thread stopper ([&] {
         std::this_thread::sleep_for (delay);
         stop.request_stop ();
@@ -175,6 +177,34 @@ TEST (sweep, stops_at_random_moments_change_no_byte) {
         ASSERT_THAT (folder.names (), ElementsAre ("m.ssa", "r.gz"));
     }
     EXPECT_GT (stops, 0);
+}
+
+TEST (sweep, a_machine_with_other_lanes_may_go_on) {
+    const TemporaryFolder folder;
+    folder.write ("m.ssa", std::string (small_model) + "duration = 60;");
+    for (const bool stochastic : {true, false}) {
+        const SweepChoice choice{.replicates = 11, .stochastic = stochastic, .seed = 3};
+        const std::string expected = bytes_of (request_in (folder, choice));
+        std::mt19937 random (5);
+        int stops = 0;
+        std::set<unsigned> widths;
+        while (stops < 30) {
+            std::filesystem::remove (folder / "r.gz");
+            for (;;) {
+                // A machine that has one kernel only.
+                const sim::LaneKernel& kernel =
+                    sim::lane_kernels ()[random () % sim::lane_kernels ().size ()];
+                SweepRequest request = request_in (folder, choice, 1 + random () % 2);
+                request.resume = true;
+                const std::chrono::microseconds delay (random () % 30'000);
+                if (!stop_after (request, delay, {&kernel, 1})) break;
+                widths.insert (kernel.width);
+                ++stops;
+            }
+            ASSERT_EQ (testing::file_text (folder / "r.gz"), expected);
+        }
+        EXPECT_GT (widths.size (), 1U);
+    }
 }
 
 /// A sweep that was stopped, with something kept.

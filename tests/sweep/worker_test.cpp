@@ -188,13 +188,33 @@ TEST (ledger, slices_must_follow_each_other) {
     EXPECT_TRUE (ledger.enter_series (slice (0, 4, 0, 2, false), {}));
     EXPECT_FALSE (ledger.enter_series (slice (0, 4, 0, 2, false), {})); // again
     EXPECT_FALSE (ledger.enter_series (slice (0, 4, 3, 1, false), {})); // one is missing
-    EXPECT_FALSE (ledger.enter_series (slice (0, 3, 2, 1, false), {})); // not the same ones
+    EXPECT_FALSE (ledger.enter_series (slice (0, 5, 2, 1, false), {})); // more than there were
     EXPECT_FALSE (ledger.enter_series (slice (2, 4, 0, 2, false), {})); // overlaps
     EXPECT_FALSE (ledger.enter_series (slice (0, 4, 2, 2, true), {}));  // not finished
     EXPECT_TRUE (ledger.enter_series (slice (0, 4, 2, 3, true), {}));
     EXPECT_FALSE (ledger.enter_series (slice (0, 4, 5, 0, true), {})); // finished already
     EXPECT_TRUE (ledger.enter_series (slice (4, 8, 0, 5, true), {}));
     EXPECT_FALSE (ledger.enter_series (slice (12, 1, 0, 5, true), {})); // there is none
+}
+
+TEST (ledger, a_part_of_a_run_may_go_on_alone) {
+    const auto plan = plan_of (small_model);
+    for (const auto& [first, simulations] : {std::pair (0U, 2U), {1U, 2U}, {2U, 2U}, {0U, 4U}}) {
+        Ledger ledger (plan->identity (), plan->units ());
+        ASSERT_TRUE (ledger.enter_series (slice (0, 4, 0, 2, false), {}));
+        ASSERT_TRUE (ledger.enter_series (slice (first, simulations, 2, 3, true), {}));
+        std::uint64_t at = 0;
+        for (const auto& [begin, run] : ledger.runs ()) {
+            EXPECT_EQ (begin, at);
+            at += run.simulations;
+            EXPECT_EQ (run.finished, begin == first);
+            EXPECT_EQ (run.points, begin == first ? 5U : 2U);
+            // The others still can, and nobody twice.
+            EXPECT_EQ (ledger.enter_series (slice (begin, run.simulations, 2, 3, true), {}),
+                       begin != first);
+        }
+        EXPECT_EQ (at, 4U);
+    }
 }
 
 TEST (ledger, an_interrupted_slice_stands_where_its_points_say) {
