@@ -74,6 +74,7 @@ LaneGroup::LaneGroup (const LaneModel& model, std::span<const LaneKernel> kernel
 }
 
 void LaneGroup::advance (std::uint32_t time_steps) {
+    if (program_.forward.empty ()) return; // nothing reacts
     if (deterministic_) {
         kernel_->deterministic (program_, *deterministic_, time_steps);
         return;
