@@ -28,7 +28,6 @@ class BoundsDevice : public document::PaintDevice {
   public:
     const Bounds& bounds () const { return bounds_; }
 
-    bool is_file () const override { return true; }
     void set_color (unsigned) override {}
     void set_color_rgb (int, int, int) override {}
     void set_color_alpha (int, int, int, int) override {}

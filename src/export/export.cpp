@@ -2,48 +2,18 @@
 #include "export/export.h"
 
 #include "base/disk.h"
-#include "document/colors.h"
+#include "document/paint_style.h"
 #include "export/bounds_device.h"
 #include "export/pdf_device.h"
 #include "export/svg_device.h"
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace ostrand::drawing {
 namespace {
 
 using document::Network;
-
-constexpr int everything = std::numeric_limits<int>::max () / 4;
-
-/// Puts the network's place and clip window back.
-class PlaceScope {
-  public:
-    explicit PlaceScope (Network& network)
-        : network_ (network), x_ (network.x), y_ (network.y), clip_x_ (network.clip_x),
-          clip_y_ (network.clip_y), clip_w_ (network.clip_w), clip_h_ (network.clip_h) {}
-    ~PlaceScope () {
-        network_.x = x_;
-        network_.y = y_;
-        network_.clip_x = clip_x_;
-        network_.clip_y = clip_y_;
-        network_.clip_w = clip_w_;
-        network_.clip_h = clip_h_;
-    }
-    PlaceScope (const PlaceScope&) = delete;
-    PlaceScope& operator= (const PlaceScope&) = delete;
-
-  private:
-    Network& network_;
-    float x_;
-    float y_;
-    int clip_x_;
-    int clip_y_;
-    int clip_w_;
-    int clip_h_;
-};
 
 /// Whole pixels of a size, which may be no number at all.
 unsigned whole (double size) {
@@ -52,17 +22,11 @@ unsigned whole (double size) {
     return size >= largest ? 4294967295U : static_cast<unsigned> (size);
 }
 
-/// Paints the network with its origin at (x, y), as large as it is.
-void paint_at (Network& network, document::PaintDevice& device, float x, float y) {
-    const PlaceScope place (network);
-    const document::DeviceScope scope (device);
-    network.x = x;
-    network.y = y;
-    if (network.align == 1) network.y += static_cast<float> (network.get_height ()) / 2;
-    if (network.align == 0) network.y += static_cast<float> (network.get_height ());
-    network.clip_x = network.clip_y = -everything;
-    network.clip_w = network.clip_h = 2 * everything;
-    network.paint (0, 0, true);
+/// As the document's switches have it, without what only a view shows.
+document::PaintStyle export_style () {
+    document::PaintStyle style = document::paint_style_of_switches ();
+    style.marks = false;
+    return style;
 }
 
 /// One side of a page: how far the picture moves along it, and how long it is.
@@ -92,11 +56,11 @@ Side side_of (float first, float last, float size, float margin) {
 
 } // namespace
 
-DrawingPage drawing_page (Network& network) {
+DrawingPage drawing_page (const Network& network) {
     constexpr float right_margin = 13;
     constexpr float lower_margin = 12;
     BoundsDevice device;
-    paint_at (network, device, 0, 0);
+    network.paint_contents (device, export_style (), 0, 0);
     const Bounds& painted = device.bounds ();
     const Side across = side_of (painted.left, painted.right, network.get_width (), right_margin);
     const Side down = side_of (painted.top, painted.bottom,
@@ -104,17 +68,18 @@ DrawingPage drawing_page (Network& network) {
     return {across.origin, down.origin, across.length, down.length};
 }
 
-void paint_export (Network& network, document::PaintDevice& device, const DrawingPage& page) {
-    if (document::document_state ().dark_mode) {
+void paint_export (const Network& network, document::PaintDevice& device, const DrawingPage& page) {
+    const document::PaintStyle style = export_style ();
+    if (style.dark) {
         // The ground reaches below the page, since a filled rectangle of a PDF ends early.
-        device.set_color (document::painted_color (7));
+        device.set_color (style.color (7));
         device.fill_rect (0, 0, static_cast<float> (page.width),
                           static_cast<float> (page.height) + 2);
     }
-    paint_at (network, device, page.origin_x, page.origin_y);
+    network.paint_contents (device, style, page.origin_x, page.origin_y);
 }
 
-std::string svg_text (Network& network) {
+std::string svg_text (const Network& network) {
     const DrawingPage page = drawing_page (network);
     SvgDevice device (page.width, page.height);
     paint_export (network, device, page);
@@ -122,7 +87,7 @@ std::string svg_text (Network& network) {
     return device.text ();
 }
 
-bool export_svg (Network& network, const std::filesystem::path& path, std::string& error) {
+bool export_svg (const Network& network, const std::filesystem::path& path, std::string& error) {
     OutputFile file (path);
     if (file.ok ()) {
         const DrawingPage page = drawing_page (network);
@@ -134,7 +99,7 @@ bool export_svg (Network& network, const std::filesystem::path& path, std::strin
     return false;
 }
 
-bool export_pdf (Network& network, const std::filesystem::path& path, std::string& error) {
+bool export_pdf (const Network& network, const std::filesystem::path& path, std::string& error) {
     OutputFile file (path);
     if (file.ok ()) {
         const DrawingPage page = drawing_page (network);

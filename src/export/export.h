@@ -13,11 +13,13 @@ namespace ostrand::drawing {
 /// document's switches (dark mode, kinetics, stoichiometry) count. The file is written beside its
 /// target and takes its place when it is whole. False with the reason in `error` (empty for a
 /// failure of libHaru, which told it) when that fails; then nothing is left.
-bool export_svg (document::Network& network, const std::filesystem::path& path, std::string& error);
-bool export_pdf (document::Network& network, const std::filesystem::path& path, std::string& error);
+bool export_svg (const document::Network& network, const std::filesystem::path& path,
+                 std::string& error);
+bool export_pdf (const document::Network& network, const std::filesystem::path& path,
+                 std::string& error);
 
 /// The SVG text alone.
-std::string svg_text (document::Network& network);
+std::string svg_text (const document::Network& network);
 
 /// The page of a drawing, in pixels, and where the network's origin stands on it.
 struct DrawingPage {
@@ -31,11 +33,11 @@ struct DrawingPage {
 /// something of the drawing would then lie left of the page or above it: the whole picture is moved
 /// right or down by as many whole pixels as that takes, and the page grows with it. A page is never
 /// smaller than what is painted on it.
-DrawingPage drawing_page (document::Network& network);
+DrawingPage drawing_page (const document::Network& network);
 
 /// Paints the network into any device as an export does: nothing left out, in dark mode on a black
 /// ground.
-void paint_export (document::Network& network, document::PaintDevice& device,
+void paint_export (const document::Network& network, document::PaintDevice& device,
                    const DrawingPage& page);
 
 } // namespace ostrand::drawing

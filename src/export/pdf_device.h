@@ -31,7 +31,6 @@ class PdfDevice : public document::PaintDevice {
     float page_width () const { return page_width_; }
     float page_height () const { return page_height_; }
 
-    bool is_file () const override { return true; }
     void set_color (unsigned color) override;
     void set_color_rgb (int red, int green, int blue) override;
     void set_color_alpha (int red, int green, int blue, int alpha) override;

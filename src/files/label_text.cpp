@@ -20,10 +20,9 @@ enum class Form { drawing, model_name, sbml_name };
 
 /// The entry as a letter; null for the end mark and for what is no letter.
 const StdChar* letter_at (const Line& line, std::size_t i) {
-    if (i >= line.chars ().size () || line.chars ()[i]->kind () != CharKind::std_char)
-        return nullptr;
-    const auto& letter = static_cast<const StdChar&> (*line.chars ()[i]);
-    return letter.code == document::end_mark ? nullptr : &letter;
+    if (i >= line.chars ().size ()) return nullptr;
+    const StdChar& entry = line.chars ()[i];
+    return entry.is_letter () && entry.code != document::end_mark ? &entry : nullptr;
 }
 
 /// For each letter whether it is a brace without its counterpart in the line: only these would end
@@ -73,7 +72,7 @@ void LabelWriter::code (unsigned code) {
     else if (form_ == Form::sbml_name && code == '"')
         to_.out += "&quot;";
     else
-        to_.write_code (code);
+        document::append_code (to_.out, code);
 }
 
 /// True when the letter behind entry i is one of `codes` and no mark of a style comes between.
@@ -92,7 +91,7 @@ bool LabelWriter::follows_bare (const Line& line, std::size_t i, std::string_vie
 /// more care when it is read.
 bool LabelWriter::keeps_its_backslash (const Line& line, std::size_t i, bool in_script) const {
     const StdChar& backslash = *letter_at (line, i);
-    if (backslash.sub || backslash.sup) return false;
+    if (!backslash.is_plain ()) return false;
     if (form_ == Form::sbml_name) return true;
     if (follows_bare (line, i, " ")) return true;
     return form_ == Form::model_name && !in_script && i + 2 == line.chars ().size ();
@@ -116,7 +115,7 @@ void LabelWriter::letter (const Line& line, std::size_t i, bool in_script, bool 
         if (form_ == Form::drawing) to_.out += '\\';
         break;
     case '[': // begins a network, a picture or a letter with scripts
-        if (form_ == Form::drawing && !letter.sub && !letter.sup && follows_bare (line, i, "NPE"))
+        if (form_ == Form::drawing && letter.is_plain () && follows_bare (line, i, "NPE"))
             to_.out += '\\';
         break;
     case '{':
@@ -133,14 +132,14 @@ void LabelWriter::letter (const Line& line, std::size_t i, bool in_script, bool 
 }
 
 void LabelWriter::scripts (const StdChar& letter) {
-    if (letter.sub) {
+    if (letter.sub () != nullptr) {
         to_.out += "_{";
-        write (*letter.sub, true);
+        write (*letter.sub (), true);
         to_.out += '}';
     }
-    if (letter.sup) {
+    if (letter.sup () != nullptr) {
         to_.out += "^{";
-        write (*letter.sup, true);
+        write (*letter.sup (), true);
         to_.out += '}';
     }
 }
@@ -151,7 +150,8 @@ void LabelWriter::write (const Line& line, bool in_script) {
         const StdChar* const one = letter_at (line, i);
         if (one == nullptr) {
             // What is no letter has no place in a name; in a drawing it says itself.
-            if (form_ == Form::drawing) line.chars ()[i]->xml_print (to_);
+            const Char* const item = line.chars ()[i].item ();
+            if (form_ == Form::drawing && item != nullptr) item->xml_print (to_);
             continue;
         }
         if (form_ == Form::drawing) to_.write_style (one->font, one->color);

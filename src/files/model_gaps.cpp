@@ -28,10 +28,10 @@ std::string name_of (const GraphBase* g) {
     if (g->kind () == document::CharKind::arque) {
         return "the arc from " + name_of (static_cast<const Arque*> (g)->source ());
     }
-    if (g->label) {
+    if (g->label () != nullptr) {
         return '"' + g->name () + '"';
     }
-    return "the node without label at (" + format_g (g->x) + ", " + format_g (g->y) + ")";
+    return "the node without label at (" + format_g (g->x ()) + ", " + format_g (g->y ()) + ")";
 }
 
 bool is_number (const std::string& text) {
@@ -68,12 +68,12 @@ class GapFinder {
 };
 
 bool is_enzyme_of (const Arque& a, const Arque& r) {
-    return a.type >> 4 == 2 && a.source () != r.source () && a.source ()->label != nullptr;
+    return a.type () >> 4 == 2 && a.source () != r.source () && a.source ()->label () != nullptr;
 }
 
 bool GapFinder::is_stated (const Arque& r) const {
     const std::vector<Arque*> incoming = network_.arcs_to (r);
-    return r.source ()->label != nullptr &&
+    return r.source ()->label () != nullptr &&
            std::any_of (incoming.begin (), incoming.end (),
                         [&r] (const Arque* a) { return is_enzyme_of (*a, r); });
 }
@@ -90,7 +90,7 @@ void GapFinder::constant (const document::Char* field, const std::string& what) 
 
 void GapFinder::reaction (const Arque& r) {
     const std::string name = "reaction " + reaction_name (r);
-    if (r.source ()->label == nullptr) {
+    if (r.source ()->label () == nullptr) {
         gaps_.push_back ("left out: " + name + ", its source has no label");
     } else if (!is_stated (r)) {
         gaps_.push_back ("left out: " + name + ", nothing catalyses it");
@@ -102,25 +102,26 @@ void GapFinder::reaction (const Arque& r) {
                                  ", which the simulator refuses");
             }
         }
-        constant (r.label.get (), "label of " + name);
-        constant (r.residu.get (), "second label of " + name);
+        constant (r.label (), "label of " + name);
+        constant (r.residu (), "second label of " + name);
     }
 }
 
 void GapFinder::arc (const Arque& a) {
-    if (document::is_reaction (a.type)) {
+    if (document::is_reaction (a.type ())) {
         reaction (a);
         return;
     }
     const Arque* r = a.dest_arc ();
-    const bool on_reaction = r != nullptr && document::is_reaction (r->type);
-    const bool is_link = document::is_substrate_link (a.type) || document::is_product_link (a.type);
-    const unsigned head = a.type >> 4;
+    const bool on_reaction = r != nullptr && document::is_reaction (r->type ());
+    const bool is_link =
+        document::is_substrate_link (a.type ()) || document::is_product_link (a.type ());
+    const unsigned head = a.type () >> 4;
     if (on_reaction && (is_link || head == 2 || head == 3)) {
         // Said where the reaction is, which has told its own gap.
-        if (is_stated (*r) && !document::is_product_link (a.type) && head != 2) {
-            constant (a.label.get (), "label of the arc from " + name_of (a.source ()) +
-                                          " to reaction " + reaction_name (*r));
+        if (is_stated (*r) && !document::is_product_link (a.type ()) && head != 2) {
+            constant (a.label (), "label of the arc from " + name_of (a.source ()) +
+                                      " to reaction " + reaction_name (*r));
         }
         return;
     }
@@ -134,11 +135,12 @@ void GapFinder::arc (const Arque& a) {
 
 /// Evenly spaced values are written as a series, which the simulator reads upwards only.
 void GapFinder::concentration (const Node& n) {
-    if (n.master () != nullptr || !n.label || !n.user_data || *n.user_data == "0 uM") {
+    if (n.master () != nullptr || n.label () == nullptr || !n.user_data () ||
+        *n.user_data () == "0 uM") {
         return;
     }
     std::string statement;
-    write_concentration (statement, {}, *n.user_data);
+    write_concentration (statement, {}, *n.user_data ());
     constexpr std::string_view before = "[\"\"] = ";
     constexpr std::string_view behind = ";\n";
     const std::string value =
@@ -151,11 +153,11 @@ void GapFinder::concentration (const Node& n) {
 
 void GapFinder::node (const Node& n) {
     concentration (n);
-    if (!n.label) {
+    if (n.label () == nullptr) {
         gaps_.push_back ("left out: " + name_of (&n));
     } else if (const Network* nested = n.nested ()) {
         gaps_.push_back (format_text ("left out: the network inside the node at (%s, %s), %d nodes",
-                                      format_g (n.x).c_str (), format_g (n.y).c_str (),
+                                      format_g (n.x ()).c_str (), format_g (n.y ()).c_str (),
                                       nested->nb_nodes ()));
     }
     for (const auto& a : n.arcs ()) {

@@ -81,7 +81,7 @@ bool is_list (std::string_view text) {
 
 /// A node's name in the text.
 std::string model_name_of (const Node& n) {
-    return n.label ? model_name_text (*n.label) : std::string ();
+    return n.label () != nullptr ? model_name_text (*n.label ()) : std::string ();
 }
 
 /// The same with its quotes.
@@ -90,20 +90,20 @@ std::string quoted_name (const Node& n) { return sim::quoted (model_name_of (n))
 void write_concentrations (std::string& out, const Network& network, std::string_view multi_name) {
     const Node* last = nullptr;
     for (const auto& n : network.nodes ()) {
-        if (n->master () != nullptr || !n->user_data || *n->user_data == "0 uM") continue;
+        if (n->master () != nullptr || !n->user_data () || *n->user_data () == "0 uM") continue;
         if (last == nullptr && !multi_name.empty () && n->name () == multi_name) {
             last = n.get ();
             continue;
         }
-        write_concentration (out, model_name_of (*n), *n->user_data);
+        write_concentration (out, model_name_of (*n), *n->user_data ());
     }
-    if (last != nullptr) write_concentration (out, model_name_of (*last), *last->user_data);
+    if (last != nullptr) write_concentration (out, model_name_of (*last), *last->user_data ());
 }
 
 void write_display (std::string& out, const Network& network) {
     bool first = true;
     for (const auto& n : network.nodes ()) {
-        if (n->master () != nullptr || !n->calyx_display) continue;
+        if (n->master () != nullptr || !n->calyx_display ()) continue;
         out += (first ? "\ndisplay (" : ", ") + quoted_name (*n);
         first = false;
     }
@@ -136,38 +136,40 @@ void add_bounded (std::vector<Item>& list, Item item) {
 }
 
 void add_kinetic (Reaction& reaction, const Arque& a) {
-    std::string letters = letters_of (a.label.get ());
+    std::string letters = letters_of (a.label ());
     if (!letters.empty ()) reaction.kinetics.push_back (std::move (letters));
 }
 
 Reaction collect (const Network& network, const Arque& r) {
     Reaction reaction;
     add_kinetic (reaction, r);
-    reaction.reverse = letters_of (r.residu.get ());
+    reaction.reverse = letters_of (r.residu ());
     const Node* source = r.source ();
     const Node* dest = r.dest_node ();
     reaction.substrates.push_back (quoted_name (*source));
-    if (dest != nullptr && dest->label) reaction.products.push_back (quoted_name (*dest));
+    if (dest != nullptr && dest->label () != nullptr) {
+        reaction.products.push_back (quoted_name (*dest));
+    }
     const Node* substrate = nullptr; // whose first link of the kind was taken
     const Node* product = nullptr;
     for (const Arque* b : network.arcs_to (r)) { // node by node
         const Node* m = b->source ();
-        if (!m->label) continue;
-        if (document::is_substrate_link (b->type) && m != source && m != substrate) {
+        if (m->label () == nullptr) continue;
+        if (document::is_substrate_link (b->type ()) && m != source && m != substrate) {
             substrate = m;
             if (reaction.substrates.size () < most_names) {
                 reaction.substrates.push_back (quoted_name (*m));
                 add_kinetic (reaction, *b);
             }
         }
-        if (document::is_product_link (b->type) && m != dest && m != product) {
+        if (document::is_product_link (b->type ()) && m != dest && m != product) {
             product = m;
             add_bounded (reaction.products, quoted_name (*m));
         }
         if (m == source) continue;
-        if (b->type >> 4 == 2) add_bounded (reaction.enzymes, quoted_name (*m));
-        if (b->type >> 4 == 3) {
-            add_bounded (reaction.inhibitors, {quoted_name (*m), letters_of (b->label.get ())});
+        if (b->type () >> 4 == 2) add_bounded (reaction.enzymes, quoted_name (*m));
+        if (b->type () >> 4 == 3) {
+            add_bounded (reaction.inhibitors, {quoted_name (*m), letters_of (b->label ())});
         }
     }
     return reaction;
@@ -231,9 +233,9 @@ std::string write_model (const Network& network, int duration, std::string_view 
     write_display (out, network);
     if (duration > 0) out += format_text ("duration = %d;\n\n", duration);
     for (const auto& n : network.nodes ()) {
-        if (!n->label) continue;
+        if (n->label () == nullptr) continue;
         for (const auto& a : n->arcs ()) {
-            if (document::is_reaction (a->type)) write_reaction (out, collect (network, *a));
+            if (document::is_reaction (a->type ())) write_reaction (out, collect (network, *a));
         }
     }
     return out;

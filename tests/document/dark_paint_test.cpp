@@ -1,9 +1,8 @@
 // Painting on a dark canvas: ink, hollows, marks and handles.
 #include "document/arque.h"
 #include "document/compart.h"
-#include "document/document_state.h"
 #include "document/drawn_network.h"
-#include "document/paint_device.h"
+#include "document/paint_style.h"
 #include "support/recording_device.h"
 
 #include <gtest/gtest.h>
@@ -18,12 +17,15 @@ using ostrand::testing::RecordingDevice;
 namespace {
 
 /// What an object paints on a dark canvas.
-std::string painted_dark (Char& object) {
-    document_state ().dark_mode = true;
+std::string painted_dark (Network& network, const Char& object, Edge hot_edge = Edge::none) {
+    network.layout ();
+    PaintStyle style;
+    style.dark = true;
+    style.hover = &object;
+    style.hot_edge = hot_edge;
+    if (hot_edge == Edge::none) style.hover = nullptr;
     RecordingDevice device;
-    const DeviceScope scope (device);
-    object.paint (0, 0, true);
-    document_state ().dark_mode = false;
+    object.paint (device, style, 0, 0);
     return device.joined ();
 }
 
@@ -32,9 +34,9 @@ template <typename Change>
 std::string dark_node (unsigned type, const Change& change) {
     DrawnNetwork drawn;
     Node& n = drawn.node (100, 100, type);
-    n.bg_color = 0xAABBCC00;
+    n.set_color (0xAABBCC00);
     change (n);
-    return painted_dark (n);
+    return painted_dark (drawn.network, n);
 }
 
 /// An arc from (120, 100) to the right.
@@ -43,24 +45,26 @@ std::string dark_arc (unsigned type, const Change& change) {
     DrawnNetwork drawn;
     Arque& a = drawn.arc (drawn.node (100, 100), drawn.node (300, 100), type);
     change (a);
-    return painted_dark (a);
+    return painted_dark (drawn.network, a);
 }
 
-TEST (DarkPaint, MarksOfNodesHaveTheirOwnColours) {
+TEST (DarkPaint, marks_of_nodes_have_their_own_colours) {
     EXPECT_TRUE (dark_node (5, [] (Node& n) { n.selected = true; }).starts_with ("color 3\n"));
-    EXPECT_TRUE (dark_node (5, [] (Node& n) { n.calyx_display = true; }).starts_with ("color 6\n"));
-    EXPECT_TRUE (dark_node (5, [] (Node& n) { n.multi_conc = true; }).starts_with ("color 5\n"));
+    EXPECT_TRUE (
+        dark_node (5, [] (Node& n) { n.set_calyx_display (true); }).starts_with ("color 6\n"));
+    EXPECT_TRUE (
+        dark_node (5, [] (Node& n) { n.set_multi_conc (true); }).starts_with ("color 5\n"));
     // Fogged, everything has one colour but the fill, on which the label has to show.
-    EXPECT_EQ (dark_node (5, [] (Node& n) { n.foggy = true; }),
-               "color 100\nfill_rect 78 88 44 24\ncolor aabbcc00\nfill_rect 80 90 40 20\n"
-               "color 7\ntext 97 'AAAAA' 85 103\n");
+    EXPECT_TRUE (dark_node (5, [] (Node& n) { n.set_own_fog (true); })
+                     .starts_with ("color 100\nfill_rect 78 88 44 24\ncolor aabbcc00\n"
+                                   "fill_rect 80 90 40 20\ncolor 100\ntext 97 'A' 85 103\n"));
     EXPECT_TRUE (dark_node (0, [] (Node& n) {
                      n.selected = true;
                  }).starts_with ("color 3\nfill_rect 78.5 88.5 43 23\ncolor 0\n"));
 }
 
 /// Black lines are white and what is hollow is black.
-TEST (DarkPaint, ArcsTurnInkAndHollows) {
+TEST (DarkPaint, arcs_turn_ink_and_hollows) {
     const auto nothing = [] (Arque&) {};
     for (const auto& [type, part] :
          {std::pair{arc::reaction,
@@ -76,18 +80,18 @@ TEST (DarkPaint, ArcsTurnInkAndHollows) {
     }
     const std::string circle = dark_arc (arc::catalysis, nothing);
     EXPECT_LT (circle.find ("color 7\nfill_ellipse"), circle.find ("color 0\nfill_ellipse"));
-    const std::string foggy = dark_arc (arc::substrate, [] (Arque& a) { a.foggy = true; });
+    const std::string foggy = dark_arc (arc::substrate, [] (Arque& a) { a.set_own_fog (true); });
     EXPECT_NE (foggy.find ("color 100\nline 1\n"), std::string::npos) << foggy;
-    const std::string blue = dark_arc (arc::substrate, [] (Arque& a) { a.color = 4; });
+    const std::string blue = dark_arc (arc::substrate, [] (Arque& a) { a.set_own_color (4); });
     EXPECT_NE (blue.find ("color 6\nline 1\n"), std::string::npos) << blue;
 }
 
-TEST (DarkPaint, HandlesOfACompartmentAreTurnedToo) {
-    const DrawnNetwork drawn;
-    Compart c (shape::rectangle, 10, 20, 100, 60);
+TEST (DarkPaint, handles_of_a_compartment_are_turned_too) {
+    DrawnNetwork drawn;
+    Compart& c = drawn.network.add_compart (
+        std::make_unique<Compart> (shape::rectangle, 10.F, 20.F, 100.F, 60.F));
     c.selected = true;
-    c.edge = Edge::top;
-    const std::string text = painted_dark (c);
+    const std::string text = painted_dark (drawn.network, c, Edge::top);
     EXPECT_NE (text.find ("color 7\nfill_rect 6 42 16 16\ncolor 0\nfill_rect 8 44 12 12\n"),
                std::string::npos)
         << text;

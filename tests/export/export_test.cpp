@@ -72,9 +72,8 @@ TEST (Export, PageIsTheNetworkAndAMarginAndTheOriginItsCorner) {
                "<text style=\"font-family:Courier;font-weight:medium;font-style:normal;"
                "font-size:10px;fill:#000000;\" x=\"85\" y=\"103\">\nAAAAA\n</text>\n"
                "</svg>\n");
-    EXPECT_EQ (network->x, 50);
-    EXPECT_EQ (network->y, 60);
-    EXPECT_EQ (network->clip_w, 0);
+    EXPECT_EQ (network->x (), 50);
+    EXPECT_EQ (network->y (), 60);
 }
 
 TEST (Export, ArcIsOneGroup) {
@@ -117,8 +116,8 @@ TEST (Export, WhatIsLeftOfAndAboveThePageMovesThePicture) {
     EXPECT_NE (text.find ("x=\"0\" y=\"0\" width=\"44\" height=\"24\""), std::string::npos) << text;
     EXPECT_NE (text.find ("x=\"600\" y=\"380\" width=\"44\""), std::string::npos) << text;
     EXPECT_EQ (ostrand::testing::read_svg_page (text).outside (), "");
-    EXPECT_EQ (network->x, 0);
-    EXPECT_EQ (network->y, 0);
+    EXPECT_EQ (network->x (), 0);
+    EXPECT_EQ (network->y (), 0);
 }
 
 TEST (Export, PictureMovesOnlyTheWayThatItHasTo) {
@@ -203,8 +202,8 @@ TEST (Export, AlignedNetworkIsMovedFromWhereItStands) {
                                          "[S2 0 100 80 0 7 5{BBBBB}-]]");
         const std::string text = drawing::svg_text (*network);
         EXPECT_NE (text.find ("x=\"0\" y=\"0\" width=\"44\""), std::string::npos) << text;
-        EXPECT_EQ (network->x, 50);
-        EXPECT_EQ (network->y, 60);
+        EXPECT_EQ (network->x (), 50);
+        EXPECT_EQ (network->y (), 60);
     }
 }
 
@@ -358,7 +357,6 @@ TEST (Export, RandomDocumentsPaintWhollyAndAgainTheSame) {
         drawing::paint_export (*network, first, page);
         EXPECT_EQ (count (first.joined (), "push "), count (first.joined (), "pop\n"));
         EXPECT_EQ (count (first.joined (), "\nclip "), count (first.joined (), "end_clip\n"));
-        mark_layout_dirty ();
         network->layout ();
         ostrand::testing::RecordingDevice second;
         drawing::paint_export (*network, second, page);

@@ -44,7 +44,7 @@ std::unique_ptr<Line> label_of (std::string_view letters) {
 std::unique_ptr<Line> with_sub (char letter, std::string_view sub) {
     auto line = label_of (std::string (1, letter));
     auto script = std::make_unique<Line> (sub, document::reduced_font (document::start_font), 0U);
-    static_cast<document::StdChar&> (*line->chars ()[0]).set_script (false, std::move (script));
+    line->set_script (0, false, std::move (script));
     return line;
 }
 
@@ -231,18 +231,18 @@ void collect_lines (const Network& network, std::vector<const Line*>& lines) {
         const auto* line = static_cast<const Line*> (text);
         if (!line->is_empty ()) lines.push_back (line);
     };
-    for (const auto& c : network.comps ()) take (c->label.get ());
+    for (const auto& c : network.comps ()) take (c->label ());
     for (const auto& n : network.nodes ()) {
-        take (n->label.get ());
-        take (n->residu.get ());
+        take (n->label ());
+        take (n->residu ());
         if (const Network* inner = n->nested ()) collect_lines (*inner, lines);
     }
     for (const auto& n : network.nodes ()) {
         for (const auto& a : n->arcs ()) {
-            take (a->label.get ());
-            take (a->residu.get ());
-            take (a->stoech_src.get ());
-            take (a->stoech_dest.get ());
+            take (a->label ());
+            take (a->residu ());
+            take (a->stoech_src ());
+            take (a->stoech_dest ());
         }
     }
 }
@@ -263,7 +263,7 @@ std::unique_ptr<Network> typed_network (std::uint32_t seed) {
     auto network =
         RandomDocument (seed, {.settled = true, .pictures = false, .typed = true}).network ();
     for (const auto& c : network->comps ())
-        if (static_cast<const Line&> (*c->label).is_empty ()) c->set_label ("\"<&{\\");
+        if (static_cast<const Line&> (*c->label ()).is_empty ()) c->set_label ("\"<&{\\");
     return network;
 }
 
@@ -296,7 +296,7 @@ TEST (LabelText, all_labels_of_random_networks_come_back_from_the_drawing_in_sbm
 std::multiset<std::string> species_of (const Network& network) {
     std::multiset<std::string> names;
     for (const auto& n : network.nodes ())
-        if (n->master () == nullptr) names.insert (model_name_text (*n->label));
+        if (n->master () == nullptr) names.insert (model_name_text (*n->label ()));
     return names;
 }
 
@@ -319,8 +319,8 @@ Document chain_of_random_labels (std::uint32_t seed) {
             nodes[i]->connect (*nodes[i + 2], document::arc::reaction);
         nodes[i + 1]->connect (*reaction, document::arc::catalysis);
     }
-    nodes[4]->calyx_display = true;
-    nodes[6]->user_data = "10 uM";
+    nodes[4]->set_calyx_display (true);
+    nodes[6]->set_user_data ("10 uM");
     document.network->update_shared_nodes ();
     return document;
 }
@@ -364,7 +364,7 @@ TEST (LabelText, labels_that_look_like_tags_do_not_break_the_file_around_them) {
                        LoadStatus::loaded)
                 << messages.joined ();
             EXPECT_THAT (messages.all, IsEmpty ());
-            EXPECT_TRUE (back.network->nodes ()[0]->label->equals (*a.label));
+            EXPECT_TRUE (back.network->nodes ()[0]->label ()->equals (*a.label ()));
         }
     }
 }
@@ -385,9 +385,9 @@ TEST (LabelText, the_simulator_takes_every_name_and_keeps_it) {
         r->set_label ("1 mM");
         r->set_residu ("5");
         e.connect (*r, document::arc::catalysis);
-        s.user_data = "10 uM";
-        e.user_data = "1 uM";
-        s.calyx_display = true;
+        s.set_user_data ("10 uM");
+        e.set_user_data ("1 uM");
+        s.set_calyx_display (true);
         document.duration = 1;
         const TemporaryFolder folder;
         const std::string net = (folder / "a.net").string ();
@@ -402,12 +402,12 @@ TEST (LabelText, the_simulator_takes_every_name_and_keeps_it) {
         const auto run = ostrand::testing::run_program ({"ostrand", "-a", model, "-out", out});
         EXPECT_EQ (run.status, 0) << run.error << ostrand::testing::file_text (model);
         EXPECT_THAT (ostrand::testing::unzipped_file (out),
-                     HasSubstr ("\n" + model_name_text (*s.label) + "\n"));
+                     HasSubstr ("\n" + model_name_text (*s.label ()) + "\n"));
         const auto model_checked = ostrand::testing::run_program ({"ostrand-tool", "check", model});
         EXPECT_EQ (model_checked.status, 0) << model_checked.error;
         Document back;
         ASSERT_EQ (open_document (model, {}, back), LoadStatus::loaded);
-        EXPECT_TRUE (back.network->nodes ()[0]->label->equals (*s.label));
+        EXPECT_TRUE (back.network->nodes ()[0]->label ()->equals (*s.label ()));
     }
 }
 

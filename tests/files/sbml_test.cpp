@@ -62,10 +62,9 @@ std::string reaction (const std::string& reactants, const std::string& products,
 
 TEST (SbmlWriter, a_small_network_in_full) {
     Network network;
-    network.x = 8;
-    network.y = 8;
+    network.set_origin (8, 8);
     auto comp = std::make_unique<document::Compart> (8, 0.F, 0.F, 50.F, 50.F);
-    comp->color = 0;
+    comp->set_own_color (0);
     network.add_compart (std::move (comp));
     Node& a = network.add_node (std::make_unique<Node> (10.F, 20.F, 13U, 3U, "A b"));
     Node& b = network.add_node (std::make_unique<Node> (210.F, 20.F, 13U, 3U, "B"));
@@ -333,7 +332,7 @@ TEST (SbmlFiles, inputs_outputs_and_excess_are_coloured) {
     ASSERT_EQ (load_text_document (data ("logic_roles.xml"), document), LoadStatus::loaded);
     std::map<std::string, unsigned> colours;
     for (const auto& n : document.network->nodes ()) {
-        colours[n->name ()] = n->bg_color;
+        colours[n->name ()] = n->bg_color ();
     }
     EXPECT_EQ (colours["A"], 0x7fffbf00U);
     EXPECT_EQ (colours["B"], 0xffb67f00U);
@@ -538,7 +537,7 @@ TEST (RealModels, each_opens_with_its_reactions) {
             << entry.path ();
         std::size_t reactions = 0;
         for (const document::Arque* a : document.network->all_arcs ()) {
-            reactions += document::is_reaction (a->type) ? 1U : 0U;
+            reactions += document::is_reaction (a->type ()) ? 1U : 0U;
         }
         EXPECT_EQ (reactions, arrows) << entry.path ();
     }

@@ -1,6 +1,5 @@
 // The contract of paint devices, kept by the OpenGL device in a buffer that no screen shows.
 #include "contract/paint_device_contract.h"
-#include "document/document_state.h"
 #include "glpaint/gl_device.h"
 #include "support/off_screen.h"
 
@@ -35,7 +34,8 @@ struct GlPage {
         static Blocks content;
         return content;
     }
-    static std::optional<Raster> paint (const std::function<void (document::PaintDevice&)>& scene) {
+    static std::optional<Raster> paint (const std::function<void (document::PaintDevice&)>& scene,
+                                        float zoom = 1) {
         static const OffScreen screen (100, 100);
         if (!screen.good ()) return std::nullopt;
         glViewport (0, 0, 100, 100);
@@ -47,7 +47,7 @@ struct GlPage {
         glDisable (GL_SCISSOR_TEST);
         glClearColor (1, 1, 1, 1);
         glClear (GL_COLOR_BUFFER_BIT);
-        const glpaint::GlView view{.height = 100};
+        const glpaint::GlView view{.height = 100, .zoom = zoom};
         glpaint::GlDevice device (blocks (), view);
         scene (device);
         glFinish ();
@@ -69,7 +69,6 @@ INSTANTIATE_TYPED_TEST_SUITE_P (Gl, PaintDeviceContract, GlPage);
     if (!name) GTEST_SKIP () << "no OpenGL without a screen here"
 
 TEST (GlDevice, CoordinatesAreMultipliedByTheZoom) {
-    document::document_state ().paint_zoom = 2;
     const auto scene = [] (document::PaintDevice& device) {
         device.set_color (1);
         device.fill_rect (10, 10, 20, 20);
@@ -78,8 +77,7 @@ TEST (GlDevice, CoordinatesAreMultipliedByTheZoom) {
         device.end_clip ();
         device.draw_text (*document::font_metrics (67), "\xe9", 0, 20);
     };
-    const std::optional<Raster> raster = GlPage::paint (scene);
-    document::document_state ().paint_zoom = 1;
+    const std::optional<Raster> raster = GlPage::paint (scene, 2);
     if (!raster) GTEST_SKIP () << "no OpenGL without a screen here";
     EXPECT_EQ (raster->at (22, 22), red_pixel);
     EXPECT_EQ (raster->at (57, 57), red_pixel);
@@ -91,12 +89,12 @@ TEST (GlDevice, CoordinatesAreMultipliedByTheZoom) {
 }
 
 TEST (GlDevice, TextIsAtLeastFourPixels) {
-    document::document_state ().paint_zoom = 0.1F;
-    const auto raster = GlPage::paint ([] (document::PaintDevice& device) {
-        device.draw_text (*document::font_metrics (document::font_key (7, false, false, 3)), "a1",
-                          0, 20);
-    });
-    document::document_state ().paint_zoom = 1;
+    const auto raster = GlPage::paint (
+        [] (document::PaintDevice& device) {
+            device.draw_text (*document::font_metrics (document::font_key (7, false, false, 3)),
+                              "a1", 0, 20);
+        },
+        0.1F);
     if (!raster) GTEST_SKIP () << "no OpenGL without a screen here";
     EXPECT_EQ (GlPage::blocks ().last_size, 4);
     EXPECT_EQ (GlPage::blocks ().last_text, "α1");

@@ -32,7 +32,6 @@ class SwitchScope {
     ~SwitchScope () {
         document::document_state ().show_kinetics = true;
         document::document_state ().show_stoichiometry = false;
-        document::document_state ().multi_name.clear ();
     }
     SwitchScope (const SwitchScope&) = delete;
     SwitchScope& operator= (const SwitchScope&) = delete;
@@ -44,7 +43,7 @@ std::size_t written_labels (const document::Network& network) {
     for (const auto& n : network.nodes ()) {
         if (const document::Network* inner = n->nested ())
             count += written_labels (*inner);
-        else if (n->label && !n->name ().empty ())
+        else if (n->label () != nullptr && !n->name ().empty ())
             ++count;
     }
     return count;
