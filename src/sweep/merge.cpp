@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <condition_variable>
 #include <cstring>
+#include <exception>
 #include <filesystem>
 #include <map>
 #include <memory>
@@ -145,9 +146,25 @@ class UnitSource {
             }
             const std::uint64_t index = next_++;
             guard.unlock ();
-            std::optional<sim::DeflatedText> unit = make (index);
+            std::optional<sim::DeflatedText> unit;
+            std::exception_ptr fault;
+            try {
+                unit = make (index);
+            } catch (...) {
+                fault = std::current_exception ();
+            }
             guard.lock ();
-            ready_[index] = std::move (unit);
+            if (!fault) {
+                try {
+                    ready_[index] = std::move (unit);
+                } catch (...) {
+                    fault = std::current_exception ();
+                }
+            }
+            if (fault) {
+                fault_ = fault; // who waits for the unit throws it
+                ended_ = true;
+            }
             changed_.notify_all ();
         }
     }
@@ -166,7 +183,8 @@ class UnitSource {
             guard.unlock ();
             return make (index);
         }
-        changed_.wait (guard, [&] { return ready_.contains (index); });
+        changed_.wait (guard, [&] { return fault_ != nullptr || ready_.contains (index); });
+        if (fault_ != nullptr) std::rethrow_exception (fault_);
         std::optional<sim::DeflatedText> unit = std::move (ready_[index]);
         ready_.erase (index);
         taken_ = index + 1;
@@ -203,6 +221,19 @@ class UnitSource {
     std::uint64_t next_ = 0;
     std::uint64_t taken_ = 0;
     bool ended_ = false;
+    std::exception_ptr fault_;
+};
+
+/// Ends the helpers of a source, whatever happens to who takes from it.
+class SourceEnd {
+  public:
+    explicit SourceEnd (UnitSource& source) : source_ (source) {}
+    ~SourceEnd () { source_.end (); }
+    SourceEnd (const SourceEnd&) = delete;
+    SourceEnd& operator= (const SourceEnd&) = delete;
+
+  private:
+    UnitSource& source_;
 };
 
 } // namespace
@@ -235,10 +266,11 @@ Outcome ShardMerge::work (const std::stop_token& stop) {
     if (!file.ok ()) return output_failure (file, out_);
     UnitSource source (shards, identity, units, ledger);
     WorkerThreads helpers;
+    const SourceEnd before_they_are_joined (source);
     for (int started = 1; started < processor_count (); ++started) {
         if (!helpers.start ([&source] { source.make_ahead (); })) break;
     }
-    Outcome outcome = write_gzip_result (
+    return write_gzip_result (
         file, out_, identity, units.count (),
         [&] (std::uint64_t index, std::string& error) {
             std::optional<sim::DeflatedText> unit = source.take (index);
@@ -247,9 +279,6 @@ Outcome ShardMerge::work (const std::stop_token& stop) {
             return unit;
         },
         stop);
-    source.end ();
-    helpers.join ();
-    return outcome;
 }
 
 } // namespace ostrand::sweep

@@ -119,6 +119,28 @@ TEST_F (sweep_command, shards_are_merged_by_the_command) {
     EXPECT_EQ (bytes ("merged.gz"), bytes ("r.gz"));
 }
 
+TEST_F (sweep_command, the_scripts_of_job_arrays_make_the_file_of_one_machine) {
+    ASSERT_EQ (run ({"sweep", "m.ssa", "-o", "r.gz", "--seed=9"}).status, 0);
+    const std::string cluster = testing::source_path ("examples/cluster").string ();
+    const auto job = [&] (int index, const std::string& settings) {
+        return testing::run_program (
+            {"env", "OSTRAND_TOOL=" + program, "SLURM_ARRAY_TASK_MIN=1", "SLURM_ARRAY_TASK_STEP=1",
+             "SLURM_ARRAY_TASK_MAX=3", "SLURM_ARRAY_TASK_ID=" + std::to_string (index), settings,
+             "bash", cluster + "/sweep.slurm", "m.ssa", "array.gz", "--seed", "9"},
+            folder.path ());
+    };
+    for (const int index : {3, 1, 2}) ASSERT_EQ (job (index, "SLURM_CPUS_PER_TASK=2").status, 0);
+    ASSERT_EQ (testing::run_program ({"env", "OSTRAND_TOOL=" + program, "bash",
+                                      cluster + "/merge.slurm", "array.gz", "3"},
+                                     folder.path ())
+                   .status,
+               0);
+    EXPECT_EQ (bytes ("array.gz"), bytes ("r.gz"));
+    EXPECT_THAT (folder.names (), ElementsAre ("array.gz", "m.ssa", "r.gz"));
+    EXPECT_EQ (job (2, "SLURM_ARRAY_TASK_MIN=2").status, 2);
+    EXPECT_EQ (job (2, "OSTRAND_SHARDS=3").status, 0);
+}
+
 /// Starts a sweep with output to /dev/null and sends it a signal after so long. Gives its status.
 int killed_after (std::vector<std::string> words, const TemporaryFolder& folder, int signal_number,
                   std::chrono::milliseconds delay) {
