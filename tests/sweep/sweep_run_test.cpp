@@ -1,8 +1,11 @@
 // Whole sweeps: the same bytes whatever the threads, kernels, interruptions and shards.
+#include "base/progress.h"
 #include "sim/plain_simulator.h"
 #include "sweep/merge.h"
 #include "sweep/sweep_support.h"
 
+#include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <fstream>
 #include <gmock/gmock.h>
@@ -301,6 +304,41 @@ TEST_F (leftover, one_in_other_hands_is_refused) {
     EXPECT_EQ (refusal (request_in (folder)),
                "another sweep is working on '" + journal ().string () + "'");
     EXPECT_EQ (testing::file_text (journal ()), kept);
+}
+
+TEST_F (leftover, what_was_finished_is_not_done_again) {
+    // Stopped when 400 points of 36,000 were there: the next go begins with at least as many, and
+    // counts all the others once.
+    SweepRequest request = request_in (folder);
+    request.resume = true;
+    SweepRun run (request);
+    std::uint64_t least = ~std::uint64_t{0};
+    std::atomic<bool> ended{false};
+    std::thread watcher ([&] {
+        while (!ended) {
+            // Before it is expected, nothing is done either.
+            if (run.progress ().amount_expected () == 0) continue;
+            const std::uint64_t done = run.progress ().amount_done ();
+            if (done > 0) least = std::min (least, done);
+            std::this_thread::yield ();
+        }
+    });
+    EXPECT_TRUE (run.run ().done ());
+    ended = true;
+    watcher.join ();
+    EXPECT_GE (least, 400U);
+    EXPECT_EQ (run.progress ().amount_done (), 36'000U);
+}
+
+TEST (sweep_progress, the_line_tells_speed_and_time_left) {
+    EXPECT_EQ (sweep_progress_text (0, 1000, 0, 0.0), progress_bar (0, 24) + "   0 %");
+    EXPECT_EQ (sweep_progress_text (250, 1000, 0, 5.0),
+               progress_bar (0.25, 24) + "  25 %  50 simulated s/s  15 s left");
+    // What an earlier go has finished tells nothing of the speed.
+    EXPECT_EQ (sweep_progress_text (750, 1000, 500, 5.0),
+               progress_bar (0.75, 24) + "  75 %  50 simulated s/s  5 s left");
+    EXPECT_EQ (sweep_progress_text (500, 1000, 500, 5.0), progress_bar (0.5, 24) + "  50 %");
+    EXPECT_EQ (sweep_progress_text (1000, 1000, 0, 5.0), progress_bar (1, 24) + " 100 %  writing");
 }
 
 TEST (sweep, resume_without_a_leftover_runs_it_whole) {
