@@ -49,7 +49,7 @@ Outcome LongWork::begin (const std::stop_token& stop) {
     }
 }
 
-Outcome LongWork::run (std::stop_token stop) {
+Outcome LongWork::run (const std::stop_token& stop) {
     Outcome outcome = begin (stop);
     tidy ();
     return outcome;

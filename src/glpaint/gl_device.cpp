@@ -100,9 +100,15 @@ void GlDevice::set_color_alpha (int red, int green, int blue, int alpha) {
                 static_cast<GLubyte> (blue), static_cast<GLubyte> (alpha));
 }
 
-void GlDevice::set_line (float width, document::LineStyle style) {
-    line_width_ = std::max (width, 0.1F);
+/// Lines grow and shrink with the network, but to less than a pixel only when they were.
+void GlDevice::take_line_width (float width) {
+    const float least = std::clamp (width, 0.1F, 1.0F);
+    line_width_ = std::max (width * zoom (), least);
     glLineWidth (line_width_);
+}
+
+void GlDevice::set_line (float width, document::LineStyle style) {
+    take_line_width (width);
     if (style == document::LineStyle::dashed) {
         glLineStipple (4, 0xAAAA);
         glEnable (GL_LINE_STIPPLE);
@@ -157,8 +163,7 @@ void GlDevice::arrow_head (float length, float width, float line_width) {
     const Point points[] = {
         {0, 0}, {-length, -width / 2}, {-length * 3 / 4, 0}, {-length, width / 2}};
     fill_convex (points);
-    line_width_ = line_width;
-    glLineWidth (line_width);
+    take_line_width (line_width);
     emit (GL_LINE_LOOP, points);
 }
 

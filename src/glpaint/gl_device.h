@@ -38,8 +38,8 @@ struct GlView {
     float zoom = 1;        // of ours for one of the network
 };
 
-/// Coordinates are multiplied by the view's zoom. Every filled shape is also outlined
-/// with a 1-pixel line of its colour, which smooths its edge, unless `fast` is set.
+/// Coordinates and line widths are multiplied by the view's zoom. Every filled shape is also
+/// outlined with a 1-pixel line of its colour, which smooths its edge, unless `fast` is set.
 class GlDevice : public document::PaintDevice {
   public:
     /// content and view must outlive the device's use; the projection has y downwards.
@@ -74,6 +74,7 @@ class GlDevice : public document::PaintDevice {
   private:
     using Points = std::span<const document::Point>;
     float zoom () const { return view_.zoom; }
+    void take_line_width (float width);
     void emit (unsigned mode, Points points) const;
     void outline (Points points) const;
     void fill_convex (Points points) const;

@@ -20,14 +20,13 @@ void hide_window (Fl_Widget* widget, void*) { widget->window ()->hide (); }
 void show_credits (Fl_Widget*, void*) {
     static Fl_Double_Window* const window = [] {
         auto* const made = new Fl_Double_Window (400, 160, "Contributors");
-        auto* const text =
-            new Fl_Box (10, 10, 380, 105,
-                        "                    Design:    the Ostrand team\n"
-                        "               Programming:    the Ostrand team\n"
-                        "             Documentation:    the Ostrand team\n"
-                        "\n"
-                        "Graphic User Interface:    FLTK 1.4.x  \n"
-                        "            PDF output:    libHaru");
+        auto* const text = new Fl_Box (10, 10, 380, 105,
+                                       "                    Design:    the Ostrand team\n"
+                                       "               Programming:    the Ostrand team\n"
+                                       "             Documentation:    the Ostrand team\n"
+                                       "\n"
+                                       "Graphic User Interface:    FLTK 1.4.x  \n"
+                                       "            PDF output:    libHaru");
         text->labelfont (FL_COURIER);
         text->labelsize (12);
         text->align (FL_ALIGN_INSIDE | FL_ALIGN_LEFT);
@@ -45,8 +44,8 @@ void show_credits (Fl_Widget*, void*) {
 void show_about_window () {
     static Fl_Double_Window* const window = [] {
         auto* const made = new Fl_Double_Window (360, 430, "About Ostrand");
-        auto* const text = new Fl_Box (0, 0, 360, 385,
-                                       "\nOstrand   V2.0\n\n\n\n\n\n\n\n\n\n\n\n\n\n\n\n");
+        auto* const text =
+            new Fl_Box (0, 0, 360, 385, "\nOstrand   V2.0\n\n\n\n\n\n\n\n\n\n\n\n\n\n\n\n");
         text->labelsize (18);
         text->image (interface_image ("about.png"));
         text->align (FL_ALIGN_INSIDE | FL_ALIGN_CENTER | FL_ALIGN_IMAGE_BACKDROP);

@@ -2,11 +2,11 @@
 #include "shell/application.h"
 
 #include "base/path.h"
+#include "base/text.h"
 #include "document/document_state.h"
 #include "resources/resources.h"
 #include "shell/about_window.h"
 #include "shell/screen.h"
-#include "base/text.h"
 #include "toolkit/text_fit.h"
 
 #include <FL/Fl.H>
@@ -103,8 +103,8 @@ bool Application::yes_no (const std::string& question, const std::string& hint,
     fl_message_title ("Ostrand");
     const std::string text = question + ' ' + tail;
     // The second button is the one that Enter takes; Escape and the window's cross are no answer.
-    if (yes_is_default) return fl_choice_n ("%s", "No", "Yes", nullptr, text.c_str ()) == 1;
-    return fl_choice_n ("%s", "Yes", "No", nullptr, text.c_str ()) == 0;
+    if (yes_is_default) return fl_choice_n ("%s", "&No", "&Yes", nullptr, text.c_str ()) == 1;
+    return fl_choice_n ("%s", "&Yes", "&No", nullptr, text.c_str ()) == 0;
 }
 
 bool Application::may_overwrite (const std::string& path) {
@@ -208,7 +208,7 @@ editor::RecoveryAnswer Application::ask_recovery (const std::vector<editor::Reco
     if (items.size () > most_shown)
         text += format_text ("    and %zu more\n", items.size () - most_shown);
     fl_message_title ("Ostrand");
-    switch (fl_choice_n ("%s", "Later", "Restore", "Delete", text.c_str ())) {
+    switch (fl_choice_n ("%s", "&Later", "&Restore", "&Delete", text.c_str ())) {
     case 1: return editor::RecoveryAnswer::restore;
     case 2: return editor::RecoveryAnswer::remove;
     default: return editor::RecoveryAnswer::later;
@@ -262,8 +262,8 @@ manual::Manual& Application::user_manual () {
     if (!manual_) {
         std::size_t count = 0;
         while (manual_images[count].name != nullptr) ++count;
-        manual_ =
-            std::make_unique<manual::Manual> (std::span<const ResourceImage> (manual_images, count));
+        manual_ = std::make_unique<manual::Manual> (
+            std::span<const ResourceImage> (manual_images, count));
     }
     return *manual_;
 }

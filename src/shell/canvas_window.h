@@ -13,7 +13,8 @@ class CanvasWindow : public Fl_Gl_Window {
   public:
     CanvasWindow (int x, int y, int w, int h, editor::Canvas& canvas);
 
-    editor::Canvas& canvas () { return canvas_; }
+    /// The canvas is no more: nothing reaches it from now on.
+    void forget_canvas () { canvas_ = nullptr; }
     /// The colour around the canvas, 0xRRGGBB00.
     unsigned background = 0xf0f0f000;
     /// Called once, when the first context of the process is set up.
@@ -33,8 +34,9 @@ class CanvasWindow : public Fl_Gl_Window {
     void set_up_context ();
     editor::Pointer pointer () const;
     int key_event (bool down);
+    void press (int button);
 
-    editor::Canvas& canvas_;
+    editor::Canvas* canvas_;
     toolkit::DocumentContent content_;
     bool dropping_ = false;
 };

@@ -134,8 +134,11 @@ CanvasWindow* MainWindow::window_of (const editor::Canvas& canvas) {
 }
 
 void MainWindow::sync_canvases () {
+    // A window that goes moves the focus, and that leads back here.
+    if (syncing_) return;
+    syncing_ = true;
     const editor::TabList& tabs = bench_.tabs ();
-    // Windows of canvases that are no more.
+    std::vector<std::unique_ptr<CanvasWindow>> gone;
     for (auto it = canvas_windows_.begin (); it != canvas_windows_.end ();) {
         if (tabs.index_of (*it->first) >= 0) {
             ++it;
@@ -144,9 +147,18 @@ void MainWindow::sync_canvases () {
         if (shown_ == it->second) shown_ = nullptr;
         if (canvas_pack_->resizable () == it->second) canvas_pack_->resizable (nullptr);
         canvas_pack_->remove (*it->second);
-        delete it->second;
+        it->second->forget_canvas ();
+        gone.emplace_back (it->second);
         it = canvas_windows_.erase (it);
     }
+    gone.clear ();
+    add_canvas_windows ();
+    syncing_ = false;
+    show_active_canvas ();
+}
+
+void MainWindow::add_canvas_windows () {
+    const editor::TabList& tabs = bench_.tabs ();
     for (int i = 0; i < tabs.count (); ++i) {
         editor::Canvas& canvas = tabs.at (i);
         if (window_of (canvas) != nullptr) continue;
@@ -169,6 +181,10 @@ void MainWindow::sync_canvases () {
         canvas_pack_->insert (*window, 0);
         canvas_windows_[&canvas] = window;
     }
+}
+
+void MainWindow::show_active_canvas () {
+    const editor::TabList& tabs = bench_.tabs ();
     CanvasWindow* const on_top = tabs.active () < 0 ? nullptr : window_of (bench_.current ());
     if (on_top == shown_ || on_top == nullptr) return;
     CanvasWindow* const before = shown_;

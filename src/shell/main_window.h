@@ -18,6 +18,7 @@
 #include <FL/Fl_Value_Slider.H>
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace ostrand::shell {
 
@@ -42,6 +43,8 @@ class MainWindow : public Fl_Double_Window {
   private:
     void build_header ();
     void lay_out ();
+    void add_canvas_windows ();
+    void show_active_canvas ();
 
     editor::Workbench& bench_;
     My_Pack* root_pack_;
@@ -58,6 +61,7 @@ class MainWindow : public Fl_Double_Window {
     Fl_Box* status_line_;
     std::map<const editor::Canvas*, CanvasWindow*> canvas_windows_;
     CanvasWindow* shown_ = nullptr;
+    bool syncing_ = false;
     unsigned background_ = 0;
 };
 

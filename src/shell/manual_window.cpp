@@ -140,8 +140,7 @@ void ManualPage::draw () {
 }
 
 void ManualPage::show_pointer () {
-    const bool hand =
-        html_.link_at (Fl::event_x () - x (), Fl::event_y () - y ()) != nullptr;
+    const bool hand = html_.link_at (Fl::event_x () - x (), Fl::event_y () - y ()) != nullptr;
     window ()->cursor (hand ? FL_CURSOR_HAND : FL_CURSOR_DEFAULT);
 }
 
@@ -219,8 +218,8 @@ ManualWindow::ManualWindow ()
 
 void ManualWindow::show_count () {
     const std::size_t count = page_->html ().matches ().size ();
-    const std::string title = format_text ("Ostrand Documentation: %zu occurrence%s found", count,
-                                           count == 1 ? "" : "s");
+    const std::string title =
+        format_text ("Ostrand Documentation: %zu occurrence%s found", count, count == 1 ? "" : "s");
     copy_label (search_->size () > 0 ? title.c_str () : "Ostrand Documentation");
 }
 

@@ -33,7 +33,7 @@ void My_Pack::place_children () {
     }
     if (shown > 1) taken += (shown - 1) * spacing ();
     const int room = std::max ((across ? wide : high) - taken, 0);
-    int at = across ? left : top;
+    int at = (across ? left : top) - children_offset;
     for (int i = 0; i < children (); ++i) {
         Fl_Widget* const c = child (i);
         if (!c->visible ()) continue;

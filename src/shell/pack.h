@@ -18,6 +18,8 @@ class My_Pack : public Fl_Pack {
 
     /// Places the children, without drawing.
     void place_children ();
+    /// Pixels by which the children are moved to the left or up, out of the pack.
+    int children_offset = 0;
     void resize (int x, int y, int w, int h) override;
 
   protected:

@@ -64,9 +64,9 @@ PleaseWait::PleaseWait () : Fl_Double_Window (window_width, window_height, "Plea
     numbers_ = new Fl_Box (margin, top, inner, line_height);
     numbers_->align (FL_ALIGN_INSIDE | FL_ALIGN_LEFT | FL_ALIGN_CLIP);
     numbers_->labelsize (12);
-    cancel_button_ = new Fl_Button (window_width - margin - button_width,
-                                    window_height - margin - button_height, button_width,
-                                    button_height, "Cancel");
+    cancel_button_ =
+        new Fl_Button (window_width - margin - button_width, window_height - margin - button_height,
+                       button_width, button_height, "Cancel");
     cancel_button_->callback ([] (Fl_Widget*, void* w) { static_cast<PleaseWait*> (w)->cancel (); },
                               this);
     end ();

@@ -7,6 +7,7 @@
 
 #include <FL/Fl.H>
 #include <FL/fl_draw.H>
+#include <algorithm>
 
 namespace ostrand::shell {
 namespace {
@@ -22,7 +23,9 @@ constexpr Fl_Color first_colour = 95;
 constexpr Fl_Color active_colour = 0xf0f00000;
 constexpr Fl_Color other_colour = 0xffffff00;
 constexpr Fl_Color edge_colour = 0x00009000;
-constexpr int longest_label = 40; // letters; names may be of any length
+constexpr int neighbour_room = 60; // pixels of the next tab that stay in view
+constexpr int wheel_step = 60;     // pixels
+constexpr int longest_label = 40;  // letters; names may be of any length
 
 void name_chosen (Fl_Widget* widget, void* group) {
     static_cast<My_TabGroup*> (group)->select (*static_cast<TabBtn*> (widget->parent ()));
@@ -169,8 +172,30 @@ int My_TabGroup::tab_at (int at_x) const {
 void My_TabGroup::draw () {
     fl_color (color ());
     fl_rectf (x (), y (), w (), h ());
+    show_active ();
     damage (FL_DAMAGE_ALL);
+    fl_push_clip (x (), y (), w (), h ());
     My_Pack::draw ();
+    fl_pop_clip ();
+}
+
+/// More tabs than the bar has room for are moved so that the one on top is seen, with a part of its
+/// neighbours where that fits.
+void My_TabGroup::show_active () {
+    int total = plus_button_->w ();
+    for (const TabBtn* const tab : tabs_) total += tab->w () + spacing ();
+    const int last = std::max (total - w (), 0);
+    int left = 0;
+    const int active = bench_.tabs ().active ();
+    for (int i = 0; i < active && i < static_cast<int> (tabs_.size ()); ++i)
+        left += tabs_[static_cast<std::size_t> (i)]->w () + spacing ();
+    if (active >= 0 && active < static_cast<int> (tabs_.size ()) && active != shown_active_) {
+        const int right = left + tabs_[static_cast<std::size_t> (active)]->w ();
+        children_offset = std::min (children_offset, std::max (left - neighbour_room, 0));
+        children_offset = std::max (children_offset, right + neighbour_room - w ());
+        shown_active_ = active;
+    }
+    children_offset = std::clamp (children_offset, 0, last);
 }
 
 void My_TabGroup::start_drag (int index) {
@@ -232,6 +257,10 @@ int My_TabGroup::handle (int event) {
         if (!dragging_) bench_.select_tab (pressed_);
         pressed_ = -1;
         dragging_ = false;
+        return 1;
+    case FL_MOUSEWHEEL:
+        children_offset += wheel_step * (Fl::event_dy () + Fl::event_dx ());
+        redraw ();
         return 1;
     default: break;
     }

@@ -56,6 +56,7 @@ class My_TabGroup : public My_Pack {
 
   private:
     int index_of (const TabBtn& tab) const;
+    void show_active ();
     void start_drag (int index);
     void follow_pointer ();
 
@@ -63,7 +64,8 @@ class My_TabGroup : public My_Pack {
     std::vector<TabBtn*> tabs_; // children, in order; the plus button stands behind them
     Fl_Button* plus_button_;
     // A drag.
-    int pressed_ = -1; // index of the tab
+    int shown_active_ = -1; // the tab that was last brought into view
+    int pressed_ = -1;      // index of the tab
     bool dragging_ = false;
     int press_x_ = 0; // on the screen
     int press_y_ = 0;

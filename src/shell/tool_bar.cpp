@@ -31,7 +31,9 @@ struct Pressed {
 };
 
 /// Buttons live as long as the process.
-void* pressed_argument (editor::Workbench& bench, Command command) { return new Pressed{bench, command}; }
+void* pressed_argument (editor::Workbench& bench, Command command) {
+    return new Pressed{bench, command};
+}
 
 void button_pressed (Fl_Widget*, void* data) {
     const auto& pressed = *static_cast<const Pressed*> (data);

@@ -272,10 +272,13 @@ TEST (Compartments, inside_in_opposite_senses_is_an_overlap) {
 TEST (Compartments, touching_rectangles_are_disjoint) {
     Network network;
     box (network, 8, 0, 0, 50, 50);
-    box (network, 8, 50, 0, 50, 50);
+    box (network, 8, 50, 0, 50, 50);   // right of it
+    box (network, 8, -50, 0, 50, 50);  // left
+    box (network, 8, 0, 50, 100, 50);  // below
+    box (network, 8, 0, -50, 100, 50); // above
     const testing::CaughtMessages messages;
     network.check_compartments ();
-    EXPECT_TRUE (messages.all.empty ());
+    EXPECT_EQ (messages.joined (), "");
 }
 
 TEST (Compartments, the_larger_comes_first_and_takes_the_nodes) {
@@ -390,6 +393,21 @@ struct Reaction {
         link_p.set_label ("kp");
     }
 };
+
+TEST (FindById, of_two_with_one_number_gives_the_first_that_is_left) {
+    Network network;
+    Node& a = add (network, "a");
+    Node& b = add (network, "b");
+    Node& c = add (network, "c");
+    for (Node* const n : {&a, &b, &c}) n->set_id (5);
+    EXPECT_EQ (network.find_by_id (5), &a);
+    a.destroy ();
+    EXPECT_EQ (network.find_by_id (5), &b);
+    c.destroy ();
+    EXPECT_EQ (network.find_by_id (5), &b);
+    b.destroy ();
+    EXPECT_EQ (network.find_by_id (5), nullptr);
+}
 
 TEST (MainReactant, swaps_with_a_substrate) {
     Reaction x;
