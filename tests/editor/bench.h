@@ -36,6 +36,11 @@ class Bench {
 
     /// A native text becomes the document of the tab on top, by way of a file.
     void open_text (std::string_view native, std::string_view name = "start.net");
+    /// Opens a drawing with some of everything: the reaction "glc" to "g6p" with the enzyme "HK",
+    /// the further reactants "ATP" and "ADP", texts on it; a reversible reaction from "g6p" to
+    /// "f6p" with "ATP" again; a gene "G", a receptor "R", a complex, and the compartments "Cell"
+    /// around the first reaction and "Out".
+    void open_rich ();
     /// Another editor in the same folder, as after this one ended.
     std::unique_ptr<editor::Workbench> another ();
 

@@ -6,6 +6,7 @@
 #include "support/support.h"
 
 #include <cstdlib>
+#include <fstream>
 #include <gtest/gtest.h>
 
 namespace ostrand::test {
@@ -29,8 +30,8 @@ std::vector<std::string> documents (const testing::TemporaryFolder& folder, std:
         options.arcs = 10;
         document::PrintState state;
         testing::RandomDocument (seed * 3 + i, options).network ()->fprint (state, 0);
-        files.push_back (
-            folder.write ("d" + std::to_string (i) + ".net", "# Lattrix: 1.2\n" + state.out));
+        files.push_back ((folder / ("d" + std::to_string (i) + ".net")).string ());
+        std::ofstream (files.back ()) << "# Lattrix: 1.2\n" << state.out;
     }
     return files;
 }
