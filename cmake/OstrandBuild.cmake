@@ -45,14 +45,27 @@ target_link_libraries (external_jpeg INTERFACE JPEG::JPEG)
 add_library (external_haru INTERFACE)
 target_include_directories (external_haru SYSTEM INTERFACE "${HPDF_INCLUDE_DIR}")
 target_link_libraries (external_haru INTERFACE "${HPDF_LIBRARY}")
+add_library (external_hwy INTERFACE)
+target_include_directories (external_hwy SYSTEM INTERFACE "${HWY_INCLUDE_DIR}")
+target_link_libraries (external_hwy INTERFACE "${HWY_LIBRARY}")
+if (MPI_CXX_FOUND)
+    add_library (external_mpi INTERFACE)
+    target_compile_definitions (external_mpi INTERFACE OMPI_SKIP_MPICXX MPICH_SKIP_MPICXX)
+    target_link_libraries (external_mpi INTERFACE MPI::MPI_CXX)
+endif ()
 add_library (external_opengl INTERFACE)
 target_link_libraries (external_opengl INTERFACE OpenGL::GL OpenGL::GLU)
 add_library (external_fltk INTERFACE)
 target_link_libraries (external_fltk INTERFACE fltk::gl fltk::images fltk::fltk)
 
 # ostrand_layer (folder uses...): the static library of one folder of src. The libraries named
-# here are all that its files may include; tests/layers holds every #include against that.
+# here are all that its files may include; tests/layers holds every #include against that. Without
+# MPI the folders that need it are left out.
 function (ostrand_layer name)
+    if ("mpi" IN_LIST ARGN AND NOT TARGET external_mpi)
+        message (STATUS "MPI was not found: ${name} is not built")
+        return ()
+    endif ()
     file (GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
     if (NOT sources)
         return ()
@@ -67,4 +80,16 @@ function (ostrand_layer name)
             target_link_libraries (ostrand_${name} PUBLIC ostrand_${used})
         endif ()
     endforeach ()
+endfunction ()
+
+# ostrand_embed_chapters (name folder): the folder's *.html become the chapters of the library, in the
+# order of their file names. A change of a text rebuilds it.
+function (ostrand_embed_chapters name folder)
+    file (GLOB texts CONFIGURE_DEPENDS "${folder}/*.html")
+    set (made "${CMAKE_CURRENT_BINARY_DIR}/${name}_chapters.cpp")
+    set (script "${CMAKE_SOURCE_DIR}/cmake/EmbedChapters.cmake")
+    add_custom_command (OUTPUT "${made}"
+        COMMAND "${CMAKE_COMMAND}" "-DOUTPUT=${made}" "-DTEXTS=${texts}" -P "${script}"
+        DEPENDS ${texts} "${script}" VERBATIM)
+    target_sources (ostrand_${name} PRIVATE "${made}")
 endfunction ()

@@ -34,6 +34,9 @@ inc:zlib.h                      zlib1g-dev              zlib-devel            zl
 inc:png.h                       libpng-dev              libpng-devel          libpng
 inc:jpeglib.h                   libjpeg-dev             libjpeg-turbo-devel   libjpeg-turbo
 inc:hpdf.h                      libhpdf-dev             libharu-devel         libharu
+inc:hwy/highway.h               libhwy-dev              highway-devel         highway
+cmd:mpicxx                      libopenmpi-dev          openmpi-devel         openmpi
+cmd:mpirun                      openmpi-bin             openmpi               openmpi
 inc:GL/gl.h                     libgl-dev               mesa-libGL-devel      mesa
 inc:GL/glu.h                    libglu1-mesa-dev        mesa-libGLU-devel     glu
 inc:X11/Xlib.h                  libx11-dev              libX11-devel          libx11

@@ -43,7 +43,7 @@ class Progress {
     void add_progress (std::uint64_t amount) {
         done_.fetch_add (amount, std::memory_order_relaxed);
     }
-    /// For work whose amount is only estimated: the part that is done, 0 to 1.
+    /// For work whose amount is only estimated: the part that is done, 0 to 1. Never goes back.
     void estimate (double fraction);
     /// So many results more: gates, networks.
     void add_results (std::uint64_t more) { results_.fetch_add (more, std::memory_order_relaxed); }
