@@ -43,11 +43,11 @@ void fast_search (benchmark::State& state) {
     for (auto _ : state) {
         const EquationGraph graph =
             build_equation_graph (loaded.model.reactions, loaded.model.elements);
-        const SearchOutcome outcome = search_gates (graph, shares,
-                                                    {.limit = static_cast<int> (state.range (1)),
-                                                     .rules = {},
-                                                     .threads = static_cast<int> (state.range (2)),
-                                                     .progress = {}});
+        const SearchOutcome outcome =
+            search_gates (graph, shares,
+                          {.limit = static_cast<int> (state.range (1)),
+                           .rules = {},
+                           .threads = static_cast<int> (state.range (2))});
         gates = 0;
         for (const SearchResult& job : outcome.jobs) gates += job.gates.size ();
     }

@@ -36,7 +36,10 @@ plain::Model sample () {
     return model;
 }
 
-double seconds_of_plain (const plain::Model& model, bool stochastic) {
+/// Of as many seconds as the engines simulate: the plain simulator leaves the last one out, which
+/// nobody sees.
+double seconds_of_plain (plain::Model model, bool stochastic) {
+    ++model.seconds;
     double best = 1e9;
     for (int i = 0; i < 3; ++i) {
         const auto start = std::chrono::steady_clock::now ();

@@ -1,6 +1,7 @@
 // Loading a result file beside zcat of the same file. Each round runs both; `ratio` is ours over
 // theirs, median of the rounds.
 #include "base/platform.h"
+#include "base/process.h"
 #include "viewer/result_data.h"
 
 #include <algorithm>
@@ -54,7 +55,7 @@ void load_beside_zcat (benchmark::State& state) {
         const double ours = seconds_since (start);
         state.SetIterationTime (ours);
         start = std::chrono::steady_clock::now ();
-        run_process ({"sh", "-c", "zcat \"$0\" >/dev/null", path});
+        ChildProcess ({"sh", "-c", "zcat \"$0\" >/dev/null", path}).wait ();
         ratios.push_back (ours / seconds_since (start));
         if (data.error) state.SkipWithError ("does not load");
     }

@@ -1,7 +1,8 @@
-// Native text of any bytes: reading must not crash, hang or leak, and what was read is written so
-// that it reads back whole.
+// Native text of any bytes: reading must not crash, hang or leak, what was read is written so that
+// it reads back whole, and a network that settles is written as what a reader makes of its text.
 #include "base/report.h"
-#include "document/document_state.h"
+#include "document/markup.h"
+#include "document/network.h"
 #include "files/native.h"
 
 #include <cstddef>
@@ -35,7 +36,6 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
     bool too_deep = false;
     const MessageScope scope (
         [&too_deep] (std::string_view text) { too_deep |= text.starts_with ("Nesting"); });
-    document::document_state ().multi_name.clear ();
     const auto network =
         files::read_native (std::string_view (reinterpret_cast<const char*> (data), size));
     if (!network) return 0;
@@ -48,7 +48,10 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
     count (*network, first);
     count (*again, second);
     if (!(first == second)) __builtin_trap ();
+    network->settle ();
+    if (files::write_native (*network) != files::write_native (*again)) __builtin_trap ();
     again->update_shared_nodes ();
+    again->layout ();
     if (again->nb_nodes () > 0) {
         again->nodes ()[0]->destroy ();
         files::write_native (*again);

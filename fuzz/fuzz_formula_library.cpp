@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
         FormCreator creator;
         const OperatorPtr root = creator.parse (formula);
         int left = 20;
-        Growner search (library, "out", creator.variables (), [&] { return --left < 0; });
+        Growner search (library, "out", creator.variables (), {.late = [&] { return --left < 0; }});
         for (const OperatorPtr& tree : variants (root, {}, nullptr, search.tree_use ())) {
             search.try_variant (tree);
         }

@@ -55,6 +55,6 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
     }
     if (root->node_count () > 8) return 0;
     int left = 3;
-    variants (root, [&] { return --left < 0; });
+    variants (root, {.late = [&] { return --left < 0; }});
     return 0;
 }

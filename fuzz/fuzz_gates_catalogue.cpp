@@ -41,6 +41,6 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
     if (gates > 50) return 0;
     std::vector<const Catalogue*> shares;
     for (const Catalogue& catalogue : catalogues) shares.push_back (&catalogue);
-    search_gates (network (), shares, {.limit = 3, .rules = {}, .threads = 1, .progress = {}});
+    search_gates (network (), shares, {.limit = 3, .rules = {}, .threads = 1});
     return 0;
 }

@@ -21,6 +21,6 @@ extern "C" int LLVMFuzzerTestOneInput (const std::uint8_t* data, std::size_t siz
     // The cost grows with 2 to the power of the elements.
     if (graph.enzyme_count () > 6 || graph.length () > 18 || graph.rows.size () > 40) return 0;
     const Catalogue catalogue = load_catalogue (builtin_catalogue_text (), 1, 1);
-    search_gates (graph, {&catalogue}, {.limit = 2, .rules = {}, .threads = 1, .progress = {}});
+    search_gates (graph, {&catalogue}, {.limit = 2, .rules = {}, .threads = 1});
     return 0;
 }

@@ -1,10 +1,10 @@
-// Reading whole files and writing them beside their place.
+// Writing files beside their place.
 #include "base/disk.h"
 
 #include "base/report.h"
 #include "base/text.h"
 
-#include <array>
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstring>
@@ -22,19 +22,8 @@ namespace fs = std::filesystem;
 constexpr mode_t new_file_mode = 0666;
 /// How many names are tried for a temporary file before giving up.
 constexpr int name_tries = 100;
-
-std::optional<std::string> read_descriptor (int descriptor, std::size_t bound) {
-    std::string bytes;
-    std::array<char, 1 << 16> block{};
-    for (;;) {
-        const ssize_t got = ::read (descriptor, block.data (), block.size ());
-        if (got < 0 && errno == EINTR) continue;
-        if (got < 0) return std::nullopt;
-        if (got == 0) return bytes;
-        bytes.append (block.data (), static_cast<std::size_t> (got));
-        if (bytes.size () > bound) return std::nullopt;
-    }
-}
+/// Bytes between two looks for a stop: a few milliseconds of writing.
+constexpr std::size_t most_at_once = std::size_t{1} << 20;
 
 /// The file that a chain of symbolic links ends at, also when it does not exist yet.
 fs::path end_of_links (fs::path path) {
@@ -64,25 +53,11 @@ int open_beside (const fs::path& target, fs::path& chosen) {
 
 } // namespace
 
-std::optional<std::string> read_file (const fs::path& path, std::size_t bound) {
-    const int descriptor = ::open (path.c_str (), O_RDONLY | O_CLOEXEC);
-    if (descriptor < 0) return std::nullopt;
-    std::optional<std::string> bytes = read_descriptor (descriptor, bound);
-    ::close (descriptor);
-    return bytes;
-}
-
-std::optional<std::string> read_text_file (const fs::path& path, std::size_t bound) {
-    std::optional<std::string> bytes = read_file (path, bound);
-    if (bytes) *bytes = text_mode (std::move (*bytes));
-    return bytes;
-}
-
-std::optional<std::string> read_standard_input (std::size_t bound) {
-    return read_descriptor (STDIN_FILENO, bound);
-}
-
-OutputFile::OutputFile (const fs::path& path) : target_ (end_of_links (path)) {
+// Built up from an object that is whole, so that what fails halfway, for want of memory, is taken
+// back by the destructor.
+OutputFile::OutputFile (const fs::path& path, std::stop_token stop) : OutputFile () {
+    target_ = end_of_links (path);
+    stop_ = std::move (stop);
     struct stat old {};
     const bool exists = ::stat (target_.c_str (), &old) == 0;
     if (!exists && errno != ENOENT) { // a ring of links, a folder that may not be searched
@@ -126,7 +101,8 @@ OutputFile OutputFile::standard_output () {
 OutputFile::OutputFile (OutputFile&& other) noexcept
     : descriptor_ (std::exchange (other.descriptor_, -1)), owned_ (other.owned_),
       target_ (std::move (other.target_)), temporary_ (std::move (other.temporary_)),
-      guard_ (std::move (other.guard_)), error_ (std::move (other.error_)) {
+      guard_ (std::move (other.guard_)), stop_ (std::move (other.stop_)), stopped_ (other.stopped_),
+      error_ (std::move (other.error_)) {
     other.temporary_.clear ();
 }
 
@@ -134,6 +110,16 @@ OutputFile::~OutputFile () { close_and_remove (); }
 
 void OutputFile::fail () {
     if (error_.empty ()) error_ = std::strerror (errno);
+}
+
+/// Whether a stop was asked for, which fails the file.
+bool OutputFile::is_stopped () {
+    if (!stopped_ && stop_.stop_requested ()) {
+        stopped_ = true;
+        errno = ECANCELED;
+        fail ();
+    }
+    return stopped_;
 }
 
 void OutputFile::close_and_remove () {
@@ -145,8 +131,9 @@ void OutputFile::close_and_remove () {
 }
 
 bool OutputFile::write (std::string_view bytes) {
-    while (ok () && !bytes.empty ()) {
-        const ssize_t written = ::write (descriptor_, bytes.data (), bytes.size ());
+    while (ok () && !bytes.empty () && !is_stopped ()) {
+        const std::size_t length = std::min (bytes.size (), most_at_once);
+        const ssize_t written = ::write (descriptor_, bytes.data (), length);
         if (written >= 0) {
             bytes.remove_prefix (static_cast<std::size_t> (written));
         } else if (errno != EINTR) {
@@ -157,26 +144,30 @@ bool OutputFile::write (std::string_view bytes) {
 }
 
 bool OutputFile::commit () {
-    if (!ok ()) return false;
+    if (!ok () || is_stopped ()) return false;
     if (temporary_.empty ()) {
         if (owned_ && ::close (std::exchange (descriptor_, -1)) != 0) fail ();
         if (!owned_) descriptor_ = -1;
         return error_.empty ();
     }
-    if (::fsync (descriptor_) != 0) fail ();
+    if (!flush_to_disk (descriptor_, stop_)) fail ();
     if (::close (std::exchange (descriptor_, -1)) != 0) fail ();
+    is_stopped (); // the last moment for it
     if (error_.empty () && ::rename (temporary_.c_str (), target_.c_str ()) != 0) fail ();
     if (error_.empty ()) temporary_.clear ();
     close_and_remove ();
     return error_.empty ();
 }
 
-bool write_file (const fs::path& path, std::string_view bytes, std::string& error) {
-    OutputFile file (path);
+bool write_file (const fs::path& path, std::string_view bytes, std::string& error,
+                 std::stop_token stop) {
+    OutputFile file (path, std::move (stop));
     const bool written = file.write (bytes) && file.commit ();
     if (!written) error = file.error ();
     return written;
 }
+
+void remove_file (const fs::path& path) noexcept { ::unlink (path.c_str ()); }
 
 bool write_standard_output (std::string_view bytes) {
     OutputFile file = OutputFile::standard_output ();

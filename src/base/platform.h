@@ -4,6 +4,7 @@
 #pragma once
 #include <cstdint>
 #include <filesystem>
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -25,13 +26,13 @@ std::uint64_t available_memory ();
 /// Absolute path of the running program's file.
 std::filesystem::path executable_path ();
 
-/// Starts a program with an argument vector (no shell) and waits for its end. Gives its exit
-/// status, 128 + the signal's number when a signal ended it, or -1 when it could not be started.
-int run_process (const std::vector<std::string>& arguments);
+/// From now on writing to a pipe that nobody reads any more, or beyond the limit of a file's size,
+/// is an error of the write instead of the end of the process.
+void make_write_failures_errors ();
 
-/// Writing to a pipe that nobody reads any more becomes an error of the write instead of the end of
-/// the process.
-void ignore_broken_pipes ();
+/// Brings what was written to an open file to the disk. False, with the reason in errno, when that
+/// fails or a stop is asked for, which is looked at now and then while a large file goes out.
+bool flush_to_disk (int descriptor, const std::stop_token& stop);
 
 /// True when the standard stream (0, 1, 2) is a terminal.
 bool is_terminal (int stream);

@@ -4,19 +4,18 @@
 #include <algorithm>
 #include <array>
 #include <atomic>
+#include <cerrno>
 #include <climits>
 #include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
 #include <memory>
 #include <sched.h>
-#include <spawn.h>
 #include <sys/ioctl.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
+#include <sys/stat.h>
 #include <unistd.h>
-
-extern char** environ; // NOLINT(readability-redundant-declaration)
 
 namespace ostrand {
 namespace {
@@ -110,25 +109,32 @@ std::filesystem::path executable_path () {
     return error ? std::filesystem::path () : path;
 }
 
-int run_process (const std::vector<std::string>& arguments) {
-    if (arguments.empty ()) return -1;
-    std::vector<char*> words;
-    words.reserve (arguments.size () + 1);
-    for (const std::string& argument : arguments) {
-        words.push_back (const_cast<char*> (argument.c_str ())); // posix_spawn does not write
+bool flush_to_disk (int descriptor, const std::stop_token& stop) {
+#ifdef SYNC_FILE_RANGE_WRITE
+    // In pieces when a stop may come: a whole file can take seconds.
+    constexpr off64_t piece = off64_t{4} << 20;
+    constexpr unsigned write_and_wait =
+        SYNC_FILE_RANGE_WAIT_BEFORE | SYNC_FILE_RANGE_WRITE | SYNC_FILE_RANGE_WAIT_AFTER;
+    struct stat file {};
+    const bool in_pieces = stop.stop_possible () && fstat (descriptor, &file) == 0;
+    for (off64_t place = 0; in_pieces && place < file.st_size; place += piece) {
+        if (stop.stop_requested ()) break;
+        if (sync_file_range (descriptor, place, piece, write_and_wait) == 0) continue;
+        if (errno == EIO || errno == ENOSPC || errno == EDQUOT) return false;
+        break; // not known here: what follows does it all
     }
-    words.push_back (nullptr);
-    pid_t child = 0;
-    if (posix_spawnp (&child, words[0], nullptr, nullptr, words.data (), environ) != 0) return -1;
-    int status = 0;
-    while (waitpid (child, &status, 0) < 0) {
-        if (errno != EINTR) return -1;
+#endif
+    if (stop.stop_requested ()) {
+        errno = ECANCELED;
+        return false;
     }
-    if (WIFEXITED (status)) return WEXITSTATUS (status);
-    return WIFSIGNALED (status) ? 128 + WTERMSIG (status) : -1;
+    return fsync (descriptor) == 0;
 }
 
-void ignore_broken_pipes () { std::signal (SIGPIPE, SIG_IGN); }
+void make_write_failures_errors () {
+    std::signal (SIGPIPE, SIG_IGN);
+    std::signal (SIGXFSZ, SIG_IGN);
+}
 
 bool is_terminal (int stream) { return isatty (stream) == 1; }
 

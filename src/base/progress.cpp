@@ -1,12 +1,15 @@
-// A one-line progress display on a terminal.
+// One-line progress displays on a terminal.
 #include "base/progress.h"
 
 #include "base/platform.h"
 #include "base/text.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <exception>
+#include <utility>
 
 namespace ostrand {
 
@@ -26,6 +29,43 @@ void ProgressLine::clear () {
     std::fputs ("\r\x1b[K", stderr);
     std::fflush (stderr);
     shown_ = false;
+}
+
+ProgressWatch::ProgressWatch (bool wanted, std::function<std::string (double seconds)> line)
+    : line_ (std::move (line)) {
+    if (!wanted || !is_terminal (2)) return;
+    try {
+        thread_ = std::thread ([this] {
+            try {
+                watch ();
+            } catch (const std::exception&) {
+                // No memory for a line: the work goes on without it.
+            }
+        });
+    } catch (const std::exception&) {
+        // No thread: likewise.
+    }
+}
+
+ProgressWatch::~ProgressWatch () {
+    if (!thread_.joinable ()) return;
+    {
+        const std::lock_guard guard (lock_);
+        ended_ = true;
+    }
+    wake_.notify_all ();
+    thread_.join ();
+}
+
+void ProgressWatch::watch () {
+    constexpr auto interval = std::chrono::milliseconds (200);
+    ProgressLine shown;
+    const auto start = std::chrono::steady_clock::now ();
+    std::unique_lock guard (lock_);
+    while (!wake_.wait_for (guard, interval, [this] { return ended_; })) {
+        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now () - start;
+        shown.show (line_ (elapsed.count ()));
+    }
 }
 
 std::string format_duration (double seconds) {

@@ -1,7 +1,11 @@
-// A one-line progress display on a terminal.
+// One-line progress displays on a terminal.
 // Layer: base.
 #pragma once
+#include <condition_variable>
+#include <functional>
+#include <mutex>
 #include <string>
+#include <thread>
 
 namespace ostrand {
 
@@ -21,6 +25,28 @@ class ProgressLine {
   private:
     bool active_;
     bool shown_ = false;
+};
+
+/// While it lives, shows a line that tells how far some work is, five times a second, on a thread
+/// of its own that does nothing else. Nothing at all when not wanted or standard error is no
+/// terminal.
+class ProgressWatch {
+  public:
+    /// line  called ON THAT THREAD for the text
+    ///       seconds  since the beginning
+    ProgressWatch (bool wanted, std::function<std::string (double seconds)> line);
+    ~ProgressWatch ();
+    ProgressWatch (const ProgressWatch&) = delete;
+    ProgressWatch& operator= (const ProgressWatch&) = delete;
+
+  private:
+    void watch ();
+
+    std::function<std::string (double seconds)> line_;
+    std::mutex lock_;
+    std::condition_variable wake_;
+    bool ended_ = false;
+    std::thread thread_;
 };
 
 /// Seconds in words for a progress line: "5 s", "2 min 05 s", "1 h 02 min".

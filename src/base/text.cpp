@@ -127,14 +127,4 @@ std::vector<std::string> split_fields (std::string_view line, char separator) {
     return fields;
 }
 
-std::string text_mode (std::string text) {
-    std::size_t to = 0;
-    for (std::size_t from = 0; from < text.size (); ++from) {
-        if (text[from] == '\r' && from + 1 < text.size () && text[from + 1] == '\n') continue;
-        text[to++] = text[from];
-    }
-    text.resize (to);
-    return text;
-}
-
 } // namespace ostrand

@@ -41,9 +41,6 @@ std::optional<std::uint32_t> scan_hexadecimal (std::string_view text);
 /// final separator with nothing behind it, and an empty line has no field.
 std::vector<std::string> split_fields (std::string_view line, char separator = ';');
 
-/// CR LF becomes LF, as a file opened in text mode reads; a lone CR stays.
-std::string text_mode (std::string text);
-
 /// True for the white space of C's isspace in the C locale.
 constexpr bool is_space (char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
 constexpr bool is_digit (char c) { return c >= '0' && c <= '9'; }

@@ -40,8 +40,8 @@ Box box_of (const GraphBase& object, unsigned arc_type) {
             0,
             static_cast<double> (object.get_height ())};
     if (object.kind () == CharKind::node) {
-        box.center_x = object.x;
-        box.center_y = object.y;
+        box.center_x = object.x ();
+        box.center_y = object.y ();
     } else {
         box.center_x = box.left + box.half_w;
         box.center_y = box.top + box.half_h;
@@ -84,8 +84,9 @@ bool crosses_bottom (const CenterLine& line, const Box& box, double x) {
 
 Point end_point (const CenterLine& line, const Box& from, const Box& to, double k) {
     double x = line.x_at (to.top);
-    if (from.center_y < to.top + to.height && x >= to.left && x <= to.right ())
+    if (from.center_y < to.top + to.height && x >= to.left && x <= to.right ()) {
         return point (x - k, to.top);
+    }
     x = line.x_at (to.bottom ());
     if (crosses_bottom (line, to, x)) return point (x + k, to.bottom () + 1);
     const double y = line.y_at (to.left);
@@ -99,47 +100,10 @@ Point start_point (const CenterLine& line, const Box& from, const Box& to, doubl
     x = line.x_at (from.bottom ());
     if (crosses_bottom (line, from, x)) return point (x - k, from.bottom ());
     const double y = line.y_at (from.left);
-    if (from.left + from.half_w <= to.left + to.half_w || y < from.top || y > from.bottom ())
+    if (from.left + from.half_w <= to.left + to.half_w || y < from.top || y > from.bottom ()) {
         return point (from.right (), line.y_at (from.right ()) + k);
+    }
     return point (from.left, y - k);
-}
-
-/// Arcs from one node to another, in the order of the source's arcs. Both ends know them; the end
-/// that has fewer is asked first, since one arc or none has no order.
-std::vector<Arque*> arcs_between (const Node& from, const Node& to) {
-    std::vector<Arque*> found;
-    if (from.arcs ().size () > to.incoming ().size ()) {
-        for (Arque* const b : to.incoming ())
-            if (b->source () == &from) found.push_back (b);
-        if (found.size () <= 1) return found;
-        found.clear ();
-    }
-    for (const auto& b : from.arcs ())
-        if (b->dest () == &to) found.push_back (b.get ());
-    return found;
-}
-
-/// Parallel arcs step aside: two in one direction to either side, two in opposite directions
-/// likewise.
-void choose_side (Arque& arc) {
-    const Node* const to = arc.dest_node ();
-    if (arc.side != 0 || !to) return;
-    bool parallel = false;
-    for (Arque* const b : arcs_between (*arc.source (), *to)) {
-        if (b == &arc) continue;
-        parallel = true;
-        if (arc.side == -2)
-            b->side = 2;
-        else
-            arc.side = b->side != -2 ? -2 : 2;
-    }
-    if (parallel) return;
-    for (Arque* const b : arcs_between (*to, *arc.source ())) {
-        if (arc.side == 1)
-            b->side = -1;
-        else
-            arc.side = b->side == 1 ? -1 : 1;
-    }
 }
 
 /// Where `end` and `head` go, back from the box that is met; one parameter for each, 1 is the box.
@@ -161,8 +125,9 @@ HeadPlaces head_places (unsigned type, double length) {
     }
 }
 
-double width_of (const Line* text, const Line* instead) {
-    return text ? text->get_width () : instead ? instead->get_width () : 0.0;
+/// Width of the text that stands at a place: the first that is there; 0 for none.
+double width_of (const Char* text, const Char* instead) {
+    return text != nullptr ? text->get_width () : instead != nullptr ? instead->get_width () : 0.0;
 }
 
 /// Default place of the label, at the near end.
@@ -171,9 +136,10 @@ Point label_place (unsigned type, Point p, Point e, double ux, double uy, const 
                    double w) {
     const double px = p.x;
     const double py = p.y;
-    if (head_code (type) == 2 || head_code (type) == 5)
+    if (head_code (type) == 2 || head_code (type) == 5) {
         return point (e.x > target.x ? target.x - w : target.x + 14.0,
                       e.y > target.y ? target.y - 5.0 : target.y + 28.0);
+    }
     if (e.y < p.y) {
         if (p.x <= e.x) return point (px + 12 + ux * 11, py - 17 + ux * 28);
         return point (px + 8 + w * ux * 1.4 * ux * ux, py - 10 + uy * 10);
@@ -197,18 +163,18 @@ Point residu_place (Point p, Point q, double ux, double uy, double w) {
 } // namespace
 
 void Arque::compute_geometry () {
-    if (!source () || !dest ()) return;
-    choose_side (*this);
-    const double k = side == 0 ? 0 : side == -2 ? parallel_offset : -parallel_offset;
-    const Box from = box_of (*source (), type);
-    const Box to = box_of (*dest (), type);
+    if (source_ == nullptr || dest_ == nullptr) return;
+    ArcGeometry& at = geometry_;
+    const double k = side_ == 0 ? 0 : side_ == -2 ? parallel_offset : -parallel_offset;
+    const Box from = box_of (*source_, type_);
+    const Box to = box_of (*dest_, type_);
     const CenterLine line = center_line (from, to);
-    angle = static_cast<float> (line.angle);
-    end = end_point (line, from, to, k);
-    start = start_point (line, from, to, k);
+    at.angle = static_cast<float> (line.angle);
+    at.end = end_point (line, from, to, k);
+    at.start = start_point (line, from, to, k);
 
-    const double dx = static_cast<double> (end.x) - start.x;
-    const double dy = static_cast<double> (end.y) - start.y;
+    const double dx = static_cast<double> (at.end.x) - at.start.x;
+    const double dy = static_cast<double> (at.end.y) - at.start.y;
     double length = std::sqrt (dx * dx + dy * dy);
     double t1 = -249999.5;
     double t2 = 250000.5;
@@ -220,31 +186,35 @@ void Arque::compute_geometry () {
         t2 = 0.5 + 25 / length;
         t3 = 1 - 19 / length;
     }
-    const auto along = [this, dx, dy, origin = start] (double t) {
+    const auto along = [dx, dy, origin = at.start] (double t) {
         return point (origin.x + t * dx, origin.y + t * dy);
     };
-    mark_a = along (t1);
-    mark_b = along (t2);
-    inner = along (t3);
-    const HeadPlaces places = head_places (type, length);
-    head = places.head == 1 ? end : along (places.head);
-    if (places.end != 1) end = along (places.end);
-    line_a = end.x - start.x;
-    line_b = end.y - start.y;
-    line_c = start.y * end.x - end.y * start.x;
-    x = start.x + (end.x - start.x - get_width ()) / 2;
-    y = start.y + (end.y - start.y - static_cast<float> (get_height ())) / 2;
+    at.mark_a = along (t1);
+    at.mark_b = along (t2);
+    at.inner = along (t3);
+    const HeadPlaces places = head_places (type_, length);
+    at.head = places.head == 1 ? at.end : along (places.head);
+    if (places.end != 1) at.end = along (places.end);
+    at.line_a = at.end.x - at.start.x;
+    at.line_b = at.end.y - at.start.y;
+    at.line_c = at.start.y * at.end.x - at.end.y * at.start.x;
+    x_ = at.start.x + (at.end.x - at.start.x - get_width ()) / 2;
+    y_ = at.start.y + (at.end.y - at.start.y - static_cast<float> (get_height ())) / 2;
 
     const double ux = dx / length;
     const double uy = dy / length;
-    if (label || stoech_src) {
-        const double w = label ? label->get_width () : width_of (stoech_src.get (), nullptr);
-        label_pos = label_place (type, start, end, ux, uy, dest ()->anchor (type), w);
+    at.label_pos = {};
+    at.residu_pos = {};
+    if (label_ || stoech_src_) {
+        at.label_pos = label_place (type_, at.start, at.end, ux, uy, dest_->anchor (type_),
+                                    width_of (label_.get (), stoech_src_.get ()));
     }
-    const bool has_place = is_reaction (type) || type == arc::inhibition || type == arc::activation;
-    if (has_place && (residu || stoech_dest))
-        residu_pos =
-            residu_place (start, end, ux, uy, width_of (residu.get (), stoech_dest.get ()));
+    const bool has_place =
+        is_reaction (type_) || type_ == arc::inhibition || type_ == arc::activation;
+    if (has_place && (residu_ || stoech_dest_)) {
+        at.residu_pos =
+            residu_place (at.start, at.end, ux, uy, width_of (residu_.get (), stoech_dest_.get ()));
+    }
 }
 
 } // namespace ostrand::document

@@ -2,6 +2,7 @@
 #include "document/arque.h"
 
 #include "document/network.h"
+#include "document/parallel_arcs.h"
 
 #include "base/text.h"
 
@@ -30,28 +31,41 @@ const char* arc_type_name (unsigned type) {
     }
 }
 
-Arque::Arque (unsigned new_type) : type (new_type) { color = document_state ().default_color; }
+Arque::Arque (unsigned new_type) : type_ (new_type) { color_ = document_state ().default_color; }
 
 Arque::~Arque () {
+    if (goes_with_all_) return;
     drop_incoming ();
     unlink ();
 }
 
+// Ends
+
 void Arque::unlink () {
     if (dest_ == nullptr) return;
-    std::vector<Arque*>& ends = dest_->incoming_;
-    ends[incoming_place_] = ends.back ();
-    ends[incoming_place_]->incoming_place_ = incoming_place_;
-    ends.pop_back ();
+    IncomingArcs& chain = dest_->incoming_;
+    (before_incoming_ == nullptr ? chain.first_ : before_incoming_->next_incoming_) =
+        next_incoming_;
+    if (next_incoming_ != nullptr) next_incoming_->before_incoming_ = before_incoming_;
+    --chain.count_;
     dest_ = nullptr;
 }
 
 void Arque::set_dest (GraphBase* new_dest) {
+    if (new_dest == dest_) return;
+    note_links ();
+    release_parallels ();
     unlink ();
     dest_ = new_dest;
     if (dest_ == nullptr) return;
-    incoming_place_ = dest_->incoming_.size ();
-    dest_->incoming_.push_back (this);
+    IncomingArcs& chain = dest_->incoming_;
+    before_incoming_ = nullptr;
+    next_incoming_ = chain.first_;
+    if (chain.first_ != nullptr) chain.first_->before_incoming_ = this;
+    chain.first_ = this;
+    ++chain.count_;
+    note_side ();
+    note_links ();
 }
 
 Node* Arque::dest_node () const {
@@ -64,63 +78,66 @@ Arque* Arque::dest_arc () const {
                                                                  : nullptr;
 }
 
-Network* Arque::owner_network () const { return source_ == nullptr ? nullptr : source_->network; }
-
-void Arque::take_stoech_src (std::unique_ptr<Line> line) {
-    if (line) line->parent = this;
-    stoech_src = std::move (line);
-    mark_layout_dirty ();
+Network* Arque::owner_network () const {
+    return source_ == nullptr ? nullptr : source_->network ();
 }
 
-void Arque::take_stoech_dest (std::unique_ptr<Line> line) {
-    if (line) line->parent = this;
-    stoech_dest = std::move (line);
-    mark_layout_dirty ();
+void Arque::note_side () {
+    side_stale_ = true;
+    note ();
 }
 
-namespace {
+void Arque::release_parallels () const {
+    const Node* const to = dest_node ();
+    if (source_ == nullptr || to == nullptr || source_->destroyed () || to->destroyed ()) return;
+    const auto release = [this] (Arque& b) {
+        if (&b == this) return;
+        b.side_ = 0;
+        b.note_side ();
+    };
+    each_arc_between (*source_, *to, release);
+    if (to != source_) each_arc_between (*to, *source_, release);
+}
 
-/// Arcs that joined the same two objects are centred again when one of them goes.
-void centre_parallel_arcs (const Arque& gone) {
-    const Node* source = gone.source ();
-    const GraphBase* dest = gone.dest ();
-    if (gone.side == 0 || source == nullptr || dest == nullptr) return;
-    if (source->destroyed || dest->destroyed) return;
-    for (const auto& b : source->arcs ()) {
-        if (b->dest () == dest) b->side = 0;
-    }
-    const Node* other = gone.dest_node ();
-    if (other == nullptr) return;
-    for (const auto& b : other->arcs ()) {
-        if (b->dest () == source) b->side = 0;
+void Arque::note_links () const {
+    if (type_ != arc::catalysis || dest_arc () == nullptr) return;
+    for (Arque* const b : dest_->incoming ()) {
+        if (is_substrate_link (b->type_) || is_product_link (b->type_)) b->note ();
     }
 }
 
-} // namespace
+// Removal
 
 void Arque::destroy_all (const std::vector<Arque*>& arcs) {
     std::vector<Arque*> doomed;
-    const auto doom = [&doomed] (const std::vector<Arque*>& more) {
-        for (Arque* a : more) {
-            if (a->destroyed) continue;
-            a->destroyed = true;
+    const auto doom = [&doomed] (const auto& more) {
+        for (Arque* const a : more) {
+            if (a->destroyed_) continue;
+            a->destroyed_ = true;
             doomed.push_back (a);
         }
     };
     doom (arcs);
     for (std::size_t i = 0; i < doomed.size (); ++i) doom (doomed[i]->incoming_);
     if (doomed.empty ()) return;
-    for (const Arque* a : doomed) centre_parallel_arcs (*a);
-    for (Arque* a : doomed) a->unlink ();
+    // What ends on an arc leaves before it.
+    for (auto a = doomed.rbegin (); a != doomed.rend (); ++a) {
+        if (Network* const network = (*a)->owner_network ()) network->leave (**a);
+    }
+    for (const Arque* const a : doomed) {
+        a->note_links ();
+        a->release_parallels ();
+    }
+    for (Arque* const a : doomed) a->unlink ();
     std::vector<std::unique_ptr<Arque>> dead;
     dead.reserve (doomed.size ());
-    for (const Arque* a : doomed) {
-        Node* source = a->source_;
+    for (const Arque* const a : doomed) {
+        Node* const source = a->source_;
         if (source == nullptr) continue; // left with an arc before it
         // One sweep takes all that go from this source.
         auto kept = source->arcs_.begin ();
         for (std::unique_ptr<Arque>& b : source->arcs_) {
-            if (b->destroyed) {
+            if (b->destroyed_) {
                 b->source_ = nullptr;
                 dead.push_back (std::move (b));
             } else {
@@ -129,94 +146,109 @@ void Arque::destroy_all (const std::vector<Arque*>& arcs) {
             }
         }
         source->arcs_.erase (kept, source->arcs_.end ());
+        source->arc_places_good_ = false;
     }
-    mark_layout_dirty ();
 }
 
 void Arque::destroy () {
-    if (!destroyed) destroy_all ({this});
+    if (!destroyed_) destroy_all ({this});
 }
 
 std::unique_ptr<Char> Arque::clone (Char* new_parent) const {
-    auto copy = std::make_unique<Arque> (type);
-    copy->color = color;
-    copy->font = font;
-    copy->thickness = thickness;
-    copy->selectable = selectable;
-    copy->foggy = foggy;
-    copy->side = side;
-    copy->parent = new_parent;
-    if (label) copy->take_label (label->clone (copy.get ()));
-    if (residu) copy->take_residu (residu->copy (copy.get ()));
-    if (stoech_src) copy->take_stoech_src (stoech_src->copy (copy.get ()));
-    if (stoech_dest) copy->take_stoech_dest (stoech_dest->copy (copy.get ()));
+    auto copy = std::make_unique<Arque> (type_);
+    copy->color_ = color_;
+    copy->set_thickness (thickness ());
+    copy->set_selectable (selectable ());
+    copy->foggy_ = foggy_;
+    adopt (*copy, new_parent);
+    if (label_) copy->take_label (label_->clone (copy.get ()));
+    if (residu_) copy->take_residu (residu_->copy (copy.get ()));
+    if (stoech_src_) copy->take_stoech_src (stoech_src_->copy (copy.get ()));
+    if (stoech_dest_) copy->take_stoech_dest (stoech_dest_->copy (copy.get ()));
     return copy;
 }
 
-Arque* Arque::first_catalysis () const {
-    const Network* network = owner_network ();
-    if (network == nullptr) return nullptr;
-    for (Arque* a : network->arcs_to (*this)) {
-        if (a->type == arc::catalysis) return a;
-    }
-    return nullptr;
+// Kind
+
+bool Arque::set_type (unsigned new_type) {
+    if (type_ == new_type) return false;
+    note_links (); // of a catalysis that was
+    type_ = new_type;
+    note_links (); // of one that is now
+    note ();
+    return true;
 }
 
-namespace {
+bool Arque::set_kind (int k) {
+    if (!set_type (static_cast<unsigned> (k))) return false;
+    set_own_color (type_ == arc::inhibition ? 89 : type_ == arc::activation ? 68 : 0);
+    return true;
+}
+
+// Texts
+
+void Arque::take_label (std::unique_ptr<Char> new_label) {
+    GraphBase::take_label (std::move (new_label));
+    note_links ();
+}
+
+void Arque::take_stoech_src (std::unique_ptr<Line> line) {
+    take_line (stoech_src_, std::move (line));
+}
+
+void Arque::take_stoech_dest (std::unique_ptr<Line> line) {
+    take_line (stoech_dest_, std::move (line));
+}
 
 /// Gives a field its default text when it is missing or empty.
-void fill (std::unique_ptr<Line>& field, Arque& owner, const char* markup, unsigned font,
-           unsigned color) {
-    if (field && !field->is_empty ()) return;
-    if (!field) {
-        field = std::make_unique<Line> ("", font, color);
-        field->parent = &owner;
-    }
+bool Arque::fill_line (std::unique_ptr<Line>& field, std::string_view markup, unsigned font,
+                       unsigned color) {
+    if (field && !field->is_empty ()) return false;
+    if (!field) take_line (field, std::make_unique<Line> ("", font, color));
     field->replace (0, -1, markup, font, color);
+    return true;
 }
 
-void fill_label (Arque& owner, const char* markup) {
-    if (owner.label && owner.label->kind () != CharKind::line) return;
-    std::unique_ptr<Line> line (static_cast<Line*> (owner.label.release ()));
-    fill (line, owner, markup, kinetic_font, 4);
-    owner.label = std::move (line);
+bool Arque::fill_label (std::string_view markup) {
+    constexpr unsigned blue = 4;
+    if (label_ && label_line () == nullptr) return false;
+    if (label_ && !label_line ()->is_empty ()) return false;
+    if (!label_) take_label (std::make_unique<Line> ("", kinetic_font, blue));
+    label_line ()->replace (0, -1, markup, kinetic_font, blue);
+    return true;
 }
 
-} // namespace
-
-bool Arque::kinetic_labels (bool stoichiometry) {
+DefaultLabels Arque::kinetic_labels (bool stoichiometry) {
+    constexpr unsigned blue = 4;
+    constexpr unsigned grey = 72;
     const auto stoich = [this] (std::unique_ptr<Line>& field) {
-        fill (field, *this, "1", stoichiometry_font, 72);
+        return fill_line (field, "1", stoichiometry_font, grey);
     };
     const auto fill_residu = [this] (const char* markup) {
-        fill (residu, *this, markup, kinetic_font, 4);
+        return fill_line (residu_, markup, kinetic_font, blue);
     };
-    if (is_reaction (type)) {
+    if (is_reaction (type_)) {
         if (stoichiometry) {
-            stoich (stoech_src);
-            stoich (stoech_dest);
-            return true;
+            const bool src = stoich (stoech_src_);
+            const bool dest = stoich (stoech_dest_);
+            return {true, src || dest};
         }
         const bool catalysed = first_catalysis () != nullptr;
-        fill_label (*this, catalysed ? "K_{m}" : "K_{off}");
-        fill_residu (catalysed ? "K_{cat}" : "K_{on}");
-        return true;
+        const bool near = fill_label (catalysed ? "K_{m}" : "K_{off}");
+        const bool far = fill_residu (catalysed ? "K_{cat}" : "K_{on}");
+        return {true, near || far};
     }
-    if (type == arc::inhibition || type == arc::activation) {
-        if (stoichiometry) return false;
-        fill_label (*this, "K_{eq}");
-        if (type == arc::activation) fill_residu ("X_{fact}");
-        return true;
+    if (type_ == arc::inhibition || type_ == arc::activation) {
+        if (stoichiometry) return {};
+        bool changed = fill_label ("K_{eq}");
+        if (type_ == arc::activation) changed = fill_residu ("X_{fact}") || changed;
+        return {true, changed};
     }
-    if (is_substrate_link (type) || is_product_link (type)) {
-        if (stoichiometry) {
-            stoich (stoech_src);
-        } else {
-            fill_label (*this, is_substrate_link (type) ? "K_{m}" : "K_{cat}");
-        }
-        return true;
+    if (is_substrate_link (type_) || is_product_link (type_)) {
+        if (stoichiometry) return {true, stoich (stoech_src_)};
+        return {true, fill_label (is_substrate_link (type_) ? "K_{m}" : "K_{cat}")};
     }
-    return false;
+    return {};
 }
 
 bool Arque::stoichiometries (int* src, int* dst) const {
@@ -229,85 +261,89 @@ bool Arque::stoichiometries (int* src, int* dst) const {
         const bool digits = i < letters.size () && is_digit (letters[i]);
         return digits ? parse_atoi (letters) : 1;
     };
-    if (src != nullptr) *src = number (stoech_src);
-    if (dst != nullptr) *dst = number (stoech_dest);
-    return stoech_src || stoech_dest;
+    if (src != nullptr) *src = number (stoech_src_);
+    if (dst != nullptr) *dst = number (stoech_dest_);
+    return stoech_src_ || stoech_dest_;
+}
+
+// Neighbours
+
+Arque* Arque::first_catalysis () const {
+    const Network* const network = owner_network ();
+    Arque* first = nullptr;
+    for (Arque* const a : incoming ()) {
+        if (a->type_ != arc::catalysis || network == nullptr || a->owner_network () != network) {
+            continue;
+        }
+        if (first == nullptr || network->walk_place (*a) < network->walk_place (*first)) first = a;
+    }
+    return first;
 }
 
 bool Arque::arc_neighbours (std::vector<Arque*>& substrates, std::vector<Arque*>& products) const {
     substrates.clear ();
     products.clear ();
-    const Network* network = owner_network ();
-    if (!is_main_reaction (type) || network == nullptr) return false;
-    for (Arque* a : network->arcs_to (*this)) {
-        if (is_substrate_link (a->type)) {
+    const Network* const network = owner_network ();
+    if (!is_main_reaction (type_) || network == nullptr) return false;
+    for (Arque* const a : network->arcs_to (*this)) {
+        if (is_substrate_link (a->type_)) {
             substrates.push_back (a);
-        } else if (is_product_link (a->type)) {
+        } else if (is_product_link (a->type_)) {
             products.push_back (a);
         }
     }
     return !substrates.empty () || !products.empty ();
 }
 
-Popup* Arque::menu (int row) const {
-    return document_state ().arc_menus[static_cast<std::size_t> (row) & 3U];
-}
-
 Anchor Arque::anchor (unsigned arc_type) const {
     switch (arc_type >> 9 & 3U) {
-    case 1: return {mark_a.x, mark_a.y, 0, 0};
-    case 2: return {mark_b.x, mark_b.y, 0, 0};
+    case 1: return {geometry_.mark_a.x, geometry_.mark_a.y, 0, 0};
+    case 2: return {geometry_.mark_b.x, geometry_.mark_b.y, 0, 0};
     default: {
-        const int half = is_reaction (type) ? 7 : 0;
-        return {x, y, half, half};
+        const int half = is_reaction (type_) ? 7 : 0;
+        return {x_, y_, half, half};
     }
     }
 }
 
-bool Arque::set_kind (int k) {
-    const unsigned old = type;
-    type = static_cast<unsigned> (k);
-    if (type == arc::inhibition) {
-        if (old != type) set_color (89);
-    } else if (type == arc::activation) {
-        if (old != type) set_color (68);
-    } else {
-        set_color (0);
-    }
-    if (old != type) mark_layout_dirty ();
-    return old != type;
-}
-
-Extent Arque::extent () const {
+/// catalysis  that of the reaction which this link ends on: its label counts in; null for none
+Extent Arque::extent_with (const Arque* catalysis) const {
+    const Point start = geometry_.start;
+    const Point end = geometry_.end;
     Extent box{std::min (start.x, end.x), std::min (start.y, end.y), std::max (start.x, end.x),
                std::max (start.y, end.y)};
     const auto join_label = [&box] (const Arque& owner) {
-        if (!owner.label) return;
-        const float left = owner.label_pos.x + owner.label->x;
-        const float top = owner.label_pos.y + owner.label->y;
-        box.join ({left, top, left + owner.label->get_width (),
-                   top + static_cast<float> (owner.label->get_height ())});
+        const Char* const label = owner.label ();
+        if (label == nullptr) return;
+        const float left = owner.geometry_.label_pos.x + label->x ();
+        const float top = owner.geometry_.label_pos.y + label->y ();
+        box.join ({left, top, left + label->get_width (),
+                   top + static_cast<float> (label->get_height ())});
     };
     join_label (*this);
-    if (residu) {
-        const float left = residu_pos.x + residu->x;
-        const float top = residu_pos.y + residu->y;
-        box.join ({left, top, left + residu->get_width (), top});
+    if (residu_) {
+        const float left = geometry_.residu_pos.x + residu_->x ();
+        const float top = geometry_.residu_pos.y + residu_->y ();
+        box.join ({left, top, left + residu_->get_width (), top});
     }
-    const Arque* reaction = dest_arc ();
-    if ((is_substrate_link (type) || is_product_link (type)) && reaction != nullptr &&
-        is_reaction (reaction->type)) {
-        if (const Arque* catalysis = reaction->first_catalysis ()) join_label (*catalysis);
+    if (catalysis != nullptr) join_label (*catalysis);
+    constexpr float least_side = 14;
+    if (box.right - box.x < least_side) {
+        box.x -= least_side;
+        box.right += least_side;
     }
-    if (box.right - box.x < 14) {
-        box.x -= 14;
-        box.right += 14;
-    }
-    if (box.bottom - box.y < 14) {
-        box.y -= 14;
-        box.bottom += 14;
+    if (box.bottom - box.y < least_side) {
+        box.y -= least_side;
+        box.bottom += least_side;
     }
     return box;
+}
+
+Extent Arque::extent () const {
+    const Arque* const reaction = dest_arc ();
+    const bool is_link = is_substrate_link (type_) || is_product_link (type_);
+    const bool counts_in = is_link && reaction != nullptr && is_reaction (reaction->type_);
+    return extent_with (counts_in ? reaction->first_catalysis () : nullptr);
 }
 
 void Arque::sprint (PrintState& to, float, float) const { fprint (to, -1); }

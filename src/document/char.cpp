@@ -1,11 +1,22 @@
 // What a Char does when its class says nothing else.
 #include "document/char.h"
 
+#include "document/graph_object.h"
+
 #include <cstdio>
 
 namespace ostrand::document {
 
-Char* Char::key (KeyPress, Char* cursor, Line*&) { return cursor; }
+CharKind Hit::kind () const {
+    return letter >= 0 && object == static_cast<const Char*> (line) ? CharKind::std_char
+                                                                    : object->kind ();
+}
+
+bool Char::set_fog (bool on) {
+    const bool changed = foggy_ != on;
+    foggy_ = on;
+    return changed;
+}
 
 bool Char::set_position (float, float) { return false; }
 
@@ -17,17 +28,26 @@ void Char::print_plain (std::string&) const {}
 
 bool Char::equals (const Char&) const { return false; }
 
-bool Char::append_identity (std::string&) const { return false; }
+bool Char::add_identity (Identity&) const { return false; }
 
-Char* Char::find_at (float, float, HitPlace&) { return nullptr; }
+void Char::content_changed () {
+    if (parent_ != nullptr) parent_->content_changed ();
+}
 
-Char* Char::get_object () {
-    for (Char* c = this; c != nullptr; c = c->parent) {
+GraphBase* Char::find_object () {
+    for (Char* c = this; c != nullptr; c = c->parent_) {
         const CharKind k = c->kind ();
-        if (k == CharKind::compart || k == CharKind::arque || k == CharKind::node) return c;
+        if (k == CharKind::compart || k == CharKind::arque || k == CharKind::node) {
+            return static_cast<GraphBase*> (c);
+        }
     }
-    std::fputs ("get_object: ancestor == 0\n", stderr);
     return nullptr;
+}
+
+GraphBase* Char::get_object () {
+    GraphBase* const object = find_object ();
+    if (object == nullptr) std::fputs ("get_object: ancestor == 0\n", stderr);
+    return object;
 }
 
 std::string Char::name () const {

@@ -1,7 +1,8 @@
-// Char: the base of all that can stand in a line of text or be drawn in a network.
+// Char: the base of what can stand in a line of text beside letters, and of what a network holds.
 // Layer: document.
 #pragma once
-#include "document/font.h"
+#include "document/identity.h"
+#include "document/places.h"
 
 #include <memory>
 #include <string>
@@ -9,10 +10,15 @@
 namespace ostrand::document {
 
 class Char;
+class GraphBase;
 class Line;
+class PaintDevice;
+struct HitQuery;
+struct PaintStyle;
 struct PrintState;
 
-/// Concrete classes, by the numbers that files and tables use.
+/// Concrete classes, by the numbers that files and tables use. A letter is a value (StdChar) that
+/// stands in a line; only its number is here.
 enum class CharKind {
     std_char = 0,
     line = 1,
@@ -23,68 +29,53 @@ enum class CharKind {
     network = 6
 };
 
-/// What a hit test tells beside the object that was hit.
-struct HitPlace {
-    Line* line = nullptr;  // the line of text that holds the point
-    Char* owner = nullptr; // the object whose text was hit
-    float rel_x = 0;       // x of the point inside the letter that was hit
+/// What a hit test found.
+struct Hit {
+    Char* object = nullptr; // what was hit; for a letter the line that holds it; null for nothing
+    Line* line = nullptr;   // the line of text that holds the point
+    int letter = -1;        // the letter's index in that line; -1 when no letter was hit
+    Char* owner = nullptr;  // the object whose text was hit
+    float rel_x = 0;        // x of the point inside the letter
+    Edge edge = Edge::none; // of a compartment, the edge that may be dragged from here
+
+    explicit operator bool () const { return object != nullptr; }
+    /// The kind of what was hit; std_char for a letter. There must have been a hit.
+    CharKind kind () const;
 };
 
-struct Point {
-    float x = 0;
-    float y = 0;
-};
-
-/// A key as the toolkit numbers it (X key symbols; control letters 1 to 26) with its shift state.
-struct KeyPress {
-    int key = 0;
-    bool shift = false;
-};
-
-/// One thing that is laid out, painted, selected, written and compared. Whoever holds it in a
-/// unique_ptr owns it; `parent` only looks.
+/// One thing that is laid out, painted, written and compared. Whoever holds it in a unique_ptr owns
+/// it; `parent` only looks. What a layout, an index or a writer depends on is changed by functions
+/// that tell whether something changed, and that note it for the next layout.
 class Char {
   public:
-    explicit Char (unsigned new_font = no_font, unsigned new_color = no_color)
-        : color (new_color), font (new_font) {}
+    Char () = default;
     Char (const Char&) = delete;
     Char& operator= (const Char&) = delete;
     virtual ~Char () = default;
 
-    // Cached sizes in network pixels; good only as long as their stamp says so, hence always asked
-    // for by get_width () and so on. A Compart keeps its own size in width and height.
-    mutable float width = 0;
-    mutable float height = 0;
-    mutable int ascent = 0;
-    mutable int descent = 0;
-    float x = 0; // position inside the parent; its meaning depends on the class
-    float y = 0;
-    unsigned color; // below 256 an index of the colour map, else 0xRRGGBB00
-    unsigned font;  // font key
-    bool selected = false;
-    bool foggy = false; // drawn faint; left out of nothing else
-    Char* parent = nullptr;
+    /// Position inside the parent; its meaning depends on the class.
+    float x () const { return x_; }
+    float y () const { return y_; }
+    /// Drawn faint; left out of nothing else.
+    bool foggy () const { return foggy_; }
+    Char* parent () const { return parent_; }
 
-    virtual void set_fog (bool on) { foggy = on; }
-    /// A deep copy whose `parent` is new_parent.
+    /// Sets `foggy` here and on what hangs on it; true when a flag changed.
+    virtual bool set_fog (bool on);
+    /// A deep copy whose parent is new_parent.
     virtual std::unique_ptr<Char> clone (Char* new_parent) const = 0;
     virtual CharKind kind () const = 0;
+    /// Size in network pixels, by the fonts as they are measured now.
     virtual float get_width () const = 0;
     virtual int get_height () const = 0;
     virtual int get_ascent () const = 0;
     virtual int get_descent () const = 0;
-    /// Lays out at (x, y), the base point of what is inside; draws on the current device as well
-    /// when `draw` is true.
-    virtual void paint (float left, float top, bool draw) = 0;
-    /// True when the object wants to stay selected as a letter of a line.
-    virtual bool set_selected (bool on) {
-        selected = on;
-        return false;
-    }
-    /// Handles a key at `cursor` and gives the cursor's new place; out_line becomes the line that
-    /// handled it.
-    virtual Char* key (KeyPress press, Char* cursor, Line*& out_line);
-    /// Moves the object; false when it cannot be moved so.
+    /// Brings the places of what is inside up to date, for the one who lays out what is around it.
+    virtual void lay_out () = 0;
+    /// Draws as it is laid out; (left, top) is where its parent's origin stands.
+    virtual void paint (PaintDevice& device, const PaintStyle& style, float left,
+                        float top) const = 0;
+    /// Moves the object; false when it stays where it is.
     virtual bool set_position (float new_x, float new_y);
     virtual bool is_selectable () const { return false; }
     /// Native text for memory (clipboard, undo of labels): no line breaks, positions moved by
@@ -102,25 +93,40 @@ class Char {
     virtual void print_plain (std::string& out) const;
     /// True when both say the same, whatever their fonts, colours and places.
     virtual bool equals (const Char& other) const;
-    /// Appends a key that is the same for two objects exactly when they are equal; false when the
-    /// object is equal to nothing, itself included.
-    virtual bool append_identity (std::string& identity) const;
-    /// The object at a point relative to the parent, or null.
-    virtual Char* find_at (float px, float py, HitPlace& place);
-    virtual bool is_blank () const { return true; }
+    /// Takes in all that equals () compares; false when the object is equal to nothing, itself
+    /// included.
+    virtual bool add_identity (Identity& identity) const;
+    /// What lies under a point relative to the parent. Changes nothing.
+    virtual Hit find_at (float px, float py, const HitQuery& query) = 0;
 
-    /// The nearest node, arc or compartment up the parents, this one included. Null, with a line on
-    /// standard error, when there is none.
-    Char* get_object ();
+    /// What is inside has another size, or may have: sizes are computed anew when they are asked
+    /// for, and the network around lays the object out again.
+    virtual void content_changed ();
+
+    /// The nearest node, arc or compartment up the parents, this one included; null when there is
+    /// none.
+    GraphBase* find_object ();
+    /// Likewise, with a line on standard error when there is none.
+    GraphBase* get_object ();
     /// text () as a string of its own.
     std::string name () const;
 
   protected:
-    // Counts of mark_layout_dirty at which the cached sizes were made; 0 never.
-    mutable unsigned width_stamp = 0;
-    mutable unsigned height_stamp = 0;
-    mutable unsigned ascent_stamp = 0;
-    mutable unsigned descent_stamp = 0;
+    /// For those who hold other Chars.
+    static void adopt (Char& child, Char* parent) { child.parent_ = parent; }
+    static void place (Char& child, float x, float y) {
+        child.x_ = x;
+        child.y_ = y;
+    }
+
+    // In an order that leaves no holes: there are very many of them.
+    Char* parent_ = nullptr;
+    float x_ = 0;
+    float y_ = 0;
+    bool foggy_ = false;
+
+  public:
+    bool selected = false; // painted so; nothing else depends on it
 };
 
 } // namespace ostrand::document

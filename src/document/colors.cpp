@@ -1,8 +1,6 @@
 // The colour map, the dark map, lighter colours.
 #include "document/colors.h"
 
-#include "document/document_state.h"
-
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -89,17 +87,9 @@ unsigned dark_color (unsigned color) {
     return color;
 }
 
-unsigned painted_color (unsigned color) {
-    return document_state ().dark_mode ? dark_color (color) : color;
-}
-
 unsigned lighten (unsigned color, int n) {
     const Rgb rgb = split (color);
     return join (rgb.red + n, rgb.green + n, rgb.blue + n);
-}
-
-unsigned fogged_color (unsigned color) {
-    return document_state ().dark_mode ? 100U : lighten (color, 200);
 }
 
 unsigned light_band_color (unsigned color) {

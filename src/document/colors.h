@@ -11,14 +11,8 @@ std::uint32_t color_rgb (unsigned color);
 /// The colour that stands for `color` on a dark canvas; colours without a counterpart stay.
 unsigned dark_color (unsigned color);
 
-/// `color` as painted: through dark_color while the document's dark mode is on.
-unsigned painted_color (unsigned color);
-
 /// Adds n to each of red, green and blue, at most 255; an all black result becomes colour 56.
 unsigned lighten (unsigned color, int n);
-
-/// The colour of a fogged object: lighter by 200, on a dark canvas colour 100.
-unsigned fogged_color (unsigned color);
 
 /// The light inner band of a compartment: the hue of `color` at full value with its saturation
 /// reduced to a quarter.

@@ -1,101 +1,161 @@
-// A compartment: its size, kind and what it holds.
+// A compartment: its size, kind and what it holds, and how it follows the pointer.
 #include "document/compart.h"
 
 #include "document/network.h"
 #include "document/numbers.h"
 
+#include <algorithm>
+
 namespace ostrand::document {
+namespace {
+
+/// By how much a compartment is wider than its label, at least.
+constexpr float label_margin = 10;
+/// Least height, and least width without a label.
+constexpr float least_size = 30;
+
+} // namespace
 
 Compart::Compart (int new_shape, float new_x, float new_y, float new_width, float new_height)
-    : shape (new_shape) {
-    x = new_x;
-    y = new_y;
-    width = new_width;
-    height = new_height;
-    color = 4;
+    : width_ (new_width), height_ (new_height), shape_ (new_shape) {
+    x_ = new_x;
+    y_ = new_y;
+    color_ = 4;
 }
 
-Compart::~Compart () { drop_incoming (); }
+Compart::~Compart () {
+    if (!goes_with_all_) drop_incoming ();
+}
+
+bool Compart::set_shape (int new_shape) {
+    const bool changed = shape_ != new_shape;
+    shape_ = new_shape;
+    return changed;
+}
+
+bool Compart::set_size (float new_width, float new_height) {
+    if (new_width == width_ && new_height == height_) return false;
+    width_ = new_width;
+    height_ = new_height;
+    note ();
+    return true;
+}
+
+bool Compart::set_user_values (const std::array<int, 5>& values) {
+    const bool changed = user_values_ != values;
+    user_values_ = values;
+    return changed;
+}
 
 bool Compart::contains (float px, float py) const {
-    if (shape == shape::rectangle) {
-        return x <= px && px < x + width && y <= py && py < y + height;
+    if (shape_ == shape::rectangle) {
+        return x_ <= px && px < x_ + width_ && y_ <= py && py < y_ + height_;
     }
-    const float a = width / 2;
-    const float b = height / 2;
+    const float a = width_ / 2;
+    const float b = height_ / 2;
     if (!(a > 0) || !(b > 0)) return false;
-    const float dx = px - (x + a);
-    const float dy = py - (y + b);
+    const float dx = px - (x_ + a);
+    const float dy = py - (y_ + b);
     return dx * dx / (a * a) + dy * dy / (b * b) < 1;
 }
 
 double Compart::area () const {
-    const double box = static_cast<double> (width) * static_cast<double> (height);
-    return shape == shape::rectangle ? box : box * 0.7853982; // a quarter of pi
+    constexpr double quarter_of_pi = 0.7853982;
+    const double box = static_cast<double> (width_) * static_cast<double> (height_);
+    return shape_ == shape::rectangle ? box : box * quarter_of_pi;
 }
 
 std::unique_ptr<Char> Compart::clone (Char* new_parent) const {
-    auto copy = std::make_unique<Compart> (shape, x, y, width, height);
-    copy->parent = new_parent;
-    copy->color = color;
-    copy->font = font;
-    copy->foggy = foggy;
-    copy->selectable = selectable;
-    copy->thickness = thickness;
-    copy->user_values = user_values;
-    if (label) copy->take_label (label->clone (copy.get ()));
-    if (residu) copy->take_residu (residu->copy (copy.get ()));
+    auto copy = std::make_unique<Compart> (shape_, x_, y_, width_, height_);
+    adopt (*copy, new_parent);
+    copy->color_ = color_;
+    copy->foggy_ = foggy_;
+    copy->set_selectable (selectable ());
+    copy->set_thickness (thickness ());
+    copy->user_values_ = user_values_;
+    if (label_) copy->take_label (label_->clone (copy.get ()));
+    if (residu_) copy->take_residu (residu_->copy (copy.get ()));
     return copy;
 }
 
 float Compart::get_width () const {
-    const unsigned now = document_state ().layout_generation;
-    if (width_stamp == now) return width;
-    if (label && label->get_width () + 10 > width) width = label->get_width () + 10;
-    width_stamp = now;
-    return width;
+    return label_ ? std::max (width_, label_->get_width () + label_margin) : width_;
 }
 
-int Compart::get_height () const { return to_pixels (height); }
+int Compart::get_height () const { return to_pixels (height_); }
+
+void Compart::lay_out () {
+    GraphBase::lay_out ();
+    width_ = get_width ();
+    if (!label_) return;
+    // Relative to the corner; the base line stands on the inner band.
+    constexpr float inner_band = 10;
+    place (*label_, (width_ - label_->get_width ()) / 2,
+           static_cast<float> (get_height ()) - inner_band);
+}
 
 bool Compart::set_position (float new_x, float new_y) {
-    x = new_x;
-    y = new_y;
-    mark_layout_dirty ();
+    if (new_x == x_ && new_y == y_) return false;
+    x_ = new_x;
+    y_ = new_y;
+    note ();
+    return true;
+}
+
+bool Compart::drag (Edge edge, float dx, float dy) {
+    const float least_w = label_ ? label_->get_width () + label_margin : least_size;
+    float new_x = x_;
+    float new_y = y_;
+    float new_w = get_width ();
+    float new_h = height_;
+    switch (edge) {
+    case Edge::none:
+        new_x += dx;
+        new_y += dy;
+        break;
+    case Edge::left:
+        new_w -= dx;
+        new_x += dx;
+        break;
+    case Edge::right: new_w += dx; break;
+    case Edge::top:
+        new_h -= dy;
+        new_y += dy;
+        break;
+    case Edge::bottom: new_h += dy; break;
+    }
+    const bool wide = edge == Edge::left || edge == Edge::right;
+    const bool high = edge == Edge::top || edge == Edge::bottom;
+    if ((wide && new_w < least_w) || (high && new_h < least_size)) return false;
+    set_position (new_x, new_y);
+    set_size (new_w, new_h);
     return true;
 }
 
 void Compart::text (std::string& out) const {
-    if (label) label->text (out);
+    if (label_) label_->text (out);
 }
 
 void Compart::print_plain (std::string& out) const {
-    if (label) label->print_plain (out);
-}
-
-Popup* Compart::menu (int row) const {
-    return document_state ().compart_menus[static_cast<std::size_t> (row) & 3U];
+    if (label_) label_->print_plain (out);
 }
 
 Anchor Compart::anchor (unsigned) const {
-    return {x, y, to_pixels (get_width () * 0.5F), get_height () / 2};
+    return {x_, y_, to_pixels (get_width () * 0.5F), get_height () / 2};
 }
 
 Extent Compart::extent () const {
-    return {x, y, x + get_width (), y + static_cast<float> (get_height ())};
+    return {x_, y_, x_ + get_width (), y_ + static_cast<float> (get_height ())};
 }
 
 bool Compart::set_kind (int k) {
     if (k != 0 && k != 1) return false;
-    const int wanted = k == 0 ? shape::rectangle : shape::ellipse;
-    const bool changed = shape != wanted;
-    shape = wanted;
-    return changed;
+    return set_shape (k == 0 ? shape::rectangle : shape::ellipse);
 }
 
 void Compart::destroy () {
-    if (destroyed || network == nullptr) return;
-    network->detach_compart (*this); // and with it the last owner
+    if (destroyed_ || network_ == nullptr) return;
+    network_->detach_compart (*this); // and with it the last owner
 }
 
 } // namespace ostrand::document

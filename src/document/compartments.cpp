@@ -24,8 +24,9 @@ AxisRelation axis_relation (float a0, float a1, float b0, float b1) {
 }
 
 Relation rectangle_relation (const Compart& a, const Compart& b) {
-    const AxisRelation h = axis_relation (a.x, a.x + a.width, b.x, b.x + b.width);
-    const AxisRelation v = axis_relation (a.y, a.y + a.height, b.y, b.y + b.height);
+    const AxisRelation h = axis_relation (a.x (), a.x () + a.width (), b.x (), b.x () + b.width ());
+    const AxisRelation v =
+        axis_relation (a.y (), a.y () + a.height (), b.y (), b.y () + b.height ());
     if (h.disjoint || v.disjoint) return Relation::disjoint;
     if (h.first_inside && v.first_inside) return Relation::first_inside;
     if (h.second_inside && v.second_inside) return Relation::second_inside;
@@ -34,16 +35,16 @@ Relation rectangle_relation (const Compart& a, const Compart& b) {
 
 /// A point strictly inside, the outline itself left out.
 bool strictly_inside (const Compart& c, float px, float py) {
-    if (c.shape != shape::rectangle) return c.contains (px, py);
-    return c.x < px && px < c.x + c.width && c.y < py && py < c.y + c.height;
+    if (c.shape () != shape::rectangle) return c.contains (px, py);
+    return c.x () < px && px < c.x () + c.width () && c.y () < py && py < c.y () + c.height ();
 }
 
 /// The outline of an ellipse, degree by degree, against another compartment.
 Relation sampled_relation (const Compart& ellipse, const Compart& other) {
-    const float a = ellipse.width / 2;
-    const float b = ellipse.height / 2;
-    const float cx = ellipse.x + a;
-    const float cy = ellipse.y + b;
+    const float a = ellipse.width () / 2;
+    const float b = ellipse.height () / 2;
+    const float cx = ellipse.x () + a;
+    const float cy = ellipse.y () + b;
     bool some_inside = false;
     bool some_outside = false;
     for (int degree = 90; degree <= 450; ++degree) {
@@ -55,14 +56,14 @@ Relation sampled_relation (const Compart& ellipse, const Compart& other) {
         if (some_inside && some_outside) return Relation::overlap;
     }
     if (some_inside) return Relation::first_inside;
-    const bool holds_centre =
-        strictly_inside (ellipse, other.x + other.width / 2, other.y + other.height / 2);
+    const bool holds_centre = strictly_inside (ellipse, other.x () + other.width () / 2,
+                                               other.y () + other.height () / 2);
     return holds_centre ? Relation::second_inside : Relation::disjoint;
 }
 
 Relation relation (const Compart& a, const Compart& b) {
-    const bool a_is_box = a.shape == shape::rectangle;
-    const bool b_is_box = b.shape == shape::rectangle;
+    const bool a_is_box = a.shape () == shape::rectangle;
+    const bool b_is_box = b.shape () == shape::rectangle;
     if (a_is_box && b_is_box) return rectangle_relation (a, b);
     // Boxes that keep clear of each other hold shapes that do.
     if (rectangle_relation (a, b) == Relation::disjoint) return Relation::disjoint;
@@ -78,7 +79,8 @@ Relation relation (const Compart& a, const Compart& b) {
 
 } // namespace
 
-void Network::check_compartments () {
+bool Network::check_compartments () {
+    bool changed = false;
     for (std::size_t i = 0; i < comps_.size (); ++i) {
         for (std::size_t j = i + 1; j < comps_.size (); ++j) {
             switch (relation (*comps_[i], *comps_[j])) {
@@ -86,11 +88,14 @@ void Network::check_compartments () {
             case Relation::overlap: report_message ("Compartment overlap."); break;
             case Relation::first_inside:
             case Relation::second_inside:
-                if (comps_[j]->area () > comps_[i]->area ()) std::swap (comps_[i], comps_[j]);
+                if (comps_[j]->area () <= comps_[i]->area ()) break;
+                std::swap (comps_[i], comps_[j]);
+                changed = true;
             }
         }
     }
-    for (const auto& n : nodes_) assign_compart (*n);
+    for (const auto& n : nodes_) changed = assign_compart (*n) || changed;
+    return changed;
 }
 
 } // namespace ostrand::document

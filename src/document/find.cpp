@@ -11,7 +11,7 @@ namespace {
 constexpr float row_height = 70;
 
 bool stands_before (const Node* a, const Node* b) {
-    return std::fabs (a->y - b->y) >= row_height ? a->y < b->y : a->x < b->x;
+    return std::fabs (a->y () - b->y ()) >= row_height ? a->y () < b->y () : a->x () < b->x ();
 }
 
 /// Sorts by merging. "Before" is no order in the strict sense, since rows run into one another, so
@@ -37,33 +37,43 @@ void sort_hits (std::vector<Node*>& hits) {
 
 int Network::find_nodes (const Line& pattern) {
     find_hits_.clear ();
-    find_index = -1;
+    find_index_ = -1;
     for (const auto& n : nodes_) n->highlight = no_highlight;
     if (pattern.count () < 2) return 0;
     for (const auto& n : nodes_) {
-        const Line* line = n->label_line ();
+        const Line* const line = n->label_line ();
         if (line != nullptr && line->contains (pattern)) find_hits_.push_back (n.get ());
     }
     sort_hits (find_hits_);
     if (!find_hits_.empty ()) {
-        find_index = 0;
+        find_index_ = 0;
         find_hits_.front ()->highlight = find_highlight;
     }
     return static_cast<int> (find_hits_.size ());
 }
 
 Node* Network::find_next (bool forward) {
-    const int next = find_index + (forward ? 1 : -1);
-    if (find_index < 0 || next < 0 || next >= static_cast<int> (find_hits_.size ())) return nullptr;
-    find_hits_[static_cast<std::size_t> (find_index)]->highlight = no_highlight;
-    find_index = next;
-    Node* hit = find_hits_[static_cast<std::size_t> (next)];
+    const int next = find_index_ + (forward ? 1 : -1);
+    if (find_index_ < 0 || next < 0 || next >= static_cast<int> (find_hits_.size ()))
+        return nullptr;
+    find_hits_[static_cast<std::size_t> (find_index_)]->highlight = no_highlight;
+    find_index_ = next;
+    Node* const hit = find_hits_[static_cast<std::size_t> (next)];
     hit->highlight = find_highlight;
     return hit;
 }
 
+/// A hit of a search goes; the current hit stays the current one, or the one before it becomes it.
+void Network::forget_hit (const Node& n) {
+    const auto hit = std::find (find_hits_.begin (), find_hits_.end (), &n);
+    if (hit == find_hits_.end ()) return;
+    const auto place = static_cast<int> (hit - find_hits_.begin ());
+    find_hits_.erase (hit);
+    if (find_index_ > place || find_index_ == static_cast<int> (find_hits_.size ())) --find_index_;
+}
+
 void Network::clear_find () {
-    find_index = -1;
+    find_index_ = -1;
     for (const auto& n : nodes_) n->highlight = no_highlight;
 }
 

@@ -1,9 +1,6 @@
 // The table of measured fonts.
 #include "document/font.h"
 
-#include "document/document_state.h"
-
-#include <algorithm>
 #include <memory>
 
 namespace ostrand::document {
@@ -11,6 +8,7 @@ namespace {
 
 struct MetricsTable {
     const MetricsProvider* provider = &headless_metrics ();
+    unsigned generation = 1;
     std::array<std::unique_ptr<FontMetrics>, font_key_mask + 1> entries;
 };
 
@@ -20,9 +18,7 @@ MetricsTable& metrics_table () {
 }
 
 FontMetrics measure (const MetricsProvider& provider, unsigned key) {
-    const float size =
-        static_cast<float> (font_size (size_index (key))) * document_state ().paint_zoom;
-    return provider.measure (key, std::max (1, static_cast<int> (size)));
+    return provider.measure (key, font_size (size_index (key)));
 }
 
 } // namespace
@@ -35,8 +31,10 @@ void set_metrics_provider (const MetricsProvider& provider) {
     for (unsigned key = 0; key < table.entries.size (); ++key) {
         if (table.entries[key]) *table.entries[key] = measure (provider, key);
     }
-    mark_layout_dirty ();
+    ++table.generation;
 }
+
+unsigned metrics_generation () { return metrics_table ().generation; }
 
 const FontMetrics* font_metrics (unsigned key) {
     MetricsTable& table = metrics_table ();

@@ -59,11 +59,10 @@ inline constexpr unsigned font_key_mask = 0x7FF;
 /// Measures of one font in pixels.
 struct FontMetrics {
     unsigned key = 0;   // masked by font_key_mask
-    int pixel_size = 0; // size x zoom, truncated
+    int pixel_size = 0; // of the size index: fonts are measured at zoom 1, devices scale them
     int ascent = 0;     // height - descent
     int descent = 0;
     int height = 0;
-    void* handle = nullptr;          // the screen's own font, not owning; null without a display
     std::array<float, 256> widths{}; // of the byte codes 32 to 252 without 128; others 0
 
     /// Width of a letter's code; 0 where there is no entry.
@@ -88,8 +87,11 @@ class MetricsProvider {
 const MetricsProvider& headless_metrics ();
 
 /// Takes another provider, which must outlive its use. Fonts that were measured already are
-/// measured again in place, and every layout counts as stale.
+/// measured again in place, and every size that was computed before counts as stale.
 void set_metrics_provider (const MetricsProvider& provider);
+
+/// Counts the providers, from 1: a size that was computed in another generation is stale.
+unsigned metrics_generation ();
 
 /// The metrics of a font key, measured at its first use and kept for the run; the address stays.
 const FontMetrics* font_metrics (unsigned key);

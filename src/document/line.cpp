@@ -1,344 +1,209 @@
-// A line of text: its entries, selection, size, forms as text, comparison.
+// A line of text as a container: its entries, how they change, copies, comparison.
 #include "document/line.h"
 
-#include "document/document_state.h"
 #include "document/markup.h"
+#include "document/network_listener.h"
 
 #include <algorithm>
 
 namespace ostrand::document {
 
 Line::Line (std::string_view letters, unsigned new_font, unsigned new_color)
-    : Char (new_font, new_color) {
+    : font_ (new_font), color_ (new_color) {
     chars_.reserve (letters.size () + 1);
     for (const char letter : letters) {
-        chars_.push_back (
-            std::make_unique<StdChar> (static_cast<unsigned char> (letter), new_font, new_color));
+        chars_.emplace_back (static_cast<unsigned char> (letter), new_font, new_color);
     }
-    chars_.push_back (std::make_unique<StdChar> (end_mark, new_font, new_color));
-    for (const auto& c : chars_) c->parent = this;
+    chars_.emplace_back (end_mark, new_font, new_color);
 }
 
-Line::Line (MarkupReader& reader) : Char (reader.font, reader.color) {
+Line::Line (MarkupReader& reader) : font_ (reader.font), color_ (reader.color) {
     chars_ = read_items (reader);
     if (reader.peek () == '}') reader.skip ();
-    chars_.push_back (std::make_unique<StdChar> (end_mark, reader.font, reader.color));
-    for (const auto& c : chars_) c->parent = this;
+    chars_.emplace_back (end_mark, reader.font, reader.color);
+    for (StdChar& entry : chars_) own (entry);
 }
 
 Line::~Line () = default;
 
-int Line::index_of (const Char* c) const {
-    const auto found = std::find_if (chars_.begin (), chars_.end (),
-                                     [c] (const auto& e) { return e.get () == c; });
-    return found == chars_.end () ? -1 : static_cast<int> (found - chars_.begin ());
+Line* Line::sub (int index) const {
+    const StdChar& entry = at (index);
+    return entry.parts ? entry.parts->sub.get () : nullptr;
+}
+
+Line* Line::sup (int index) const {
+    const StdChar& entry = at (index);
+    return entry.parts ? entry.parts->sup.get () : nullptr;
+}
+
+void Line::own (StdChar& entry) {
+    if (!entry.parts) return;
+    plain_ = false;
+    for (Char* part : {static_cast<Char*> (entry.parts->sub.get ()),
+                       static_cast<Char*> (entry.parts->sup.get ()), entry.parts->item.get ()}) {
+        if (part != nullptr) adopt (*part, this);
+    }
+}
+
+void Line::content_changed () {
+    size_generation_ = 0;
+    Char::content_changed ();
 }
 
 void Line::erase (int from, int to) {
-    for (int i = from; i < to; ++i) {
-        if (chars_[static_cast<std::size_t> (i)].get () == cursor) cursor = nullptr;
-    }
+    if (to <= from) return;
+    for (int i = from; i < to && !plain_; ++i) announce_parts (*this, at (i));
     chars_.erase (chars_.begin () + from, chars_.begin () + to);
-    mark_layout_dirty ();
+    if (cursor >= to) {
+        cursor -= to - from;
+    } else if (cursor > from) {
+        cursor = from;
+    }
+    clear_selection ();
+    content_changed ();
 }
 
-Char* Line::replace (int from, int to, std::string_view markup, unsigned new_font,
-                     unsigned new_color) {
+void Line::insert (int index, std::vector<StdChar> entries) {
+    if (entries.empty ()) return;
+    for (StdChar& entry : entries) own (entry);
+    const int added = static_cast<int> (entries.size ());
+    chars_.insert (chars_.begin () + index, std::make_move_iterator (entries.begin ()),
+                   std::make_move_iterator (entries.end ()));
+    if (cursor >= index) cursor += added;
+    clear_selection ();
+    content_changed ();
+}
+
+int Line::replace (int from, int to, std::string_view markup, unsigned new_font,
+                   unsigned new_color) {
     const int last = count () - 1;
     from = std::max (from, 0);
     if (to < 0 || to > last) to = last;
-    if (from > last) return nullptr;
+    if (from > last) return -1;
     MarkupReader reader (markup);
-    const Char& style = *chars_[static_cast<std::size_t> (from)];
-    reader.font = new_font == no_font ? style.font : new_font;
-    reader.color = new_color == no_color ? style.color : new_color;
-    std::vector<std::unique_ptr<Char>> items = read_items (reader);
-    for (const auto& c : items) c->parent = this;
+    reader.font = new_font == no_font ? at (from).font : new_font;
+    reader.color = new_color == no_color ? at (from).color : new_color;
+    std::vector<StdChar> items = read_items (reader);
     const int inserted = static_cast<int> (items.size ());
-    if (to > from) erase (from, to);
-    chars_.insert (chars_.begin () + from, std::make_move_iterator (items.begin ()),
-                   std::make_move_iterator (items.end ()));
-    mark_layout_dirty ();
-    return chars_[static_cast<std::size_t> (from + inserted)].get ();
+    erase (from, to);
+    insert (from, std::move (items));
+    return from + inserted;
 }
 
-void Line::insert_before (const Char* at, std::unique_ptr<Char> c) {
-    int place = index_of (at);
-    if (place < 0) place = count () - 1;
-    c->parent = this;
-    chars_.insert (chars_.begin () + place, std::move (c));
-    mark_layout_dirty ();
+void Line::insert_before (int index, StdChar letter) {
+    if (index < 0 || index >= count ()) index = count () - 1;
+    std::vector<StdChar> entries;
+    entries.push_back (std::move (letter));
+    insert (index, std::move (entries));
 }
 
-Char* Line::prev_of (const Char* c) const {
-    const int place = index_of (c);
-    if (place < 0) return nullptr;
-    return chars_[static_cast<std::size_t> (std::max (place - 1, 0))].get ();
+void Line::insert_before (int index, std::unique_ptr<Char> item, unsigned new_font,
+                          unsigned new_color) {
+    insert_before (index, item_entry (std::move (item), new_font, new_color));
 }
 
-void Line::clear_selection () {
-    sel_start = -1;
-    sel_end = 0;
-    for (const auto& c : chars_) c->set_selected (false);
-}
-
-void Line::select_range () {
-    for (int i = 0; i < count (); ++i) {
-        chars_[static_cast<std::size_t> (i)]->set_selected (sel_start >= 0 && i >= sel_start &&
-                                                            i <= sel_end);
+void Line::set_script (int index, bool superscript, std::unique_ptr<Line> script) {
+    StdChar& entry = at (index);
+    if (!entry.parts) {
+        if (!script) return;
+        entry.parts = std::make_unique<LetterParts> ();
     }
+    std::unique_ptr<Line>& slot = superscript ? entry.parts->sup : entry.parts->sub;
+    if (slot) announce_leaving (*slot);
+    slot = std::move (script);
+    if (!entry.parts->sub && !entry.parts->sup && !entry.parts->item) entry.parts.reset ();
+    own (entry);
+    content_changed ();
 }
 
-Char* Line::replace_selection (std::string_view markup) {
-    if (sel_start < 0) return nullptr;
-    Char* behind = replace (sel_start, sel_end + 1, markup);
-    clear_selection ();
-    return behind;
-}
-
-void Line::selected_sprint (PrintState& to, float, float) const {
-    for (std::size_t i = 0; i < chars_.size (); ++i) {
-        if (chars_[i]->selected) print_entry (to, i, -1);
-    }
-}
-
-void Line::select_word (const Char* c) {
-    const int place = index_of (c);
-    if (place < 0) return;
-    const auto blank = [this] (int i) {
-        const Char& entry = *chars_[static_cast<std::size_t> (i)];
-        return i == count () - 1 || entry.is_blank ();
-    };
-    sel_start = sel_end = place;
-    if (!blank (place)) {
-        while (sel_start > 0 && !blank (sel_start - 1)) --sel_start;
-        while (!blank (sel_end + 1)) ++sel_end;
-    }
-    select_range ();
-}
-
-void Line::set_style (unsigned new_font, unsigned new_color) {
-    for (const auto& c : chars_) {
-        if (!c->selected || c->kind () != CharKind::std_char) continue;
-        auto& letter = static_cast<StdChar&> (*c);
-        if (new_font != no_font && letter.font != new_font) {
-            letter.font = new_font;
-            letter.metrics = font_metrics (new_font);
-        }
-        if (new_color != no_color) letter.color = new_color;
-    }
-    mark_layout_dirty ();
-    paint (0, 0, false);
-}
-
-namespace {
-
-/// Index of the entry that lies dx pixels from the entry at `from`.
-int index_at (const Line& line, int from, float dx) {
-    const auto width_at = [&line] (int i) {
-        return line.chars ()[static_cast<std::size_t> (i)]->get_width ();
-    };
-    int place = from;
-    while (dx < 0 && place > 0) {
-        --place;
-        dx += width_at (place);
-    }
-    while (place < line.count () - 1 && dx >= width_at (place)) {
-        dx -= width_at (place);
-        ++place;
-    }
-    return place;
-}
-
-} // namespace
-
-Char* Line::move_cursor_to (float dx, bool& changed) {
-    const int from = std::max (index_of (cursor), 0);
-    Char* to = chars_[static_cast<std::size_t> (index_at (*this, from, dx))].get ();
-    changed = to != cursor;
-    cursor = to;
-    return to;
-}
-
-Char* Line::extend_selection_to (float dx, bool& changed) {
-    const int from = std::max (index_of (cursor), 0);
-    const int to = index_at (*this, from, dx);
-    const int old_start = sel_start;
-    const int old_end = sel_end;
-    select_word (chars_[static_cast<std::size_t> (from)].get ());
-    const int first = sel_start;
-    const int last = sel_end;
-    select_word (chars_[static_cast<std::size_t> (to)].get ());
-    sel_start = std::min (first, sel_start);
-    sel_end = std::max (last, sel_end);
-    select_range ();
-    changed = sel_start != old_start || sel_end != old_end;
-    return chars_[static_cast<std::size_t> (to)].get ();
-}
-
-bool Line::set_offset (float new_x, float new_y, float left_limit, int top_limit) {
-    new_x = std::max (new_x, left_limit);
-    new_y = std::max (new_y, static_cast<float> (top_limit));
-    const bool moved = new_x != x || new_y != y;
-    x = new_x;
-    y = new_y;
-    if (moved) mark_layout_dirty ();
-    return moved;
+TextPlace Line::holder () const {
+    if (parent_ == nullptr || parent_->kind () != CharKind::line) return {};
+    auto* const around = static_cast<Line*> (parent_);
+    const auto found =
+        std::find_if (around->chars_.begin (), around->chars_.end (), [this] (const StdChar& e) {
+            return e.parts && (e.sub () == this || e.sup () == this || e.item () == this);
+        });
+    if (found == around->chars_.end ()) return {};
+    return {around, static_cast<int> (found - around->chars_.begin ())};
 }
 
 bool Line::contains (const Line& pattern) const {
+    const auto end = chars_.end () - 1;
     const auto wanted_end = pattern.chars_.end () - 1;
-    return std::search (chars_.begin (), chars_.end () - 1, pattern.chars_.begin (), wanted_end,
-                        [] (const auto& a, const auto& b) { return a->equals (*b); }) !=
-               chars_.end () - 1 ||
+    return std::search (chars_.begin (), end, pattern.chars_.begin (), wanted_end, same_letter) !=
+               end ||
            pattern.is_empty ();
 }
 
-std::string Line::chars_only () const {
-    std::string out;
-    for (const auto& c : chars_) {
-        if (c->kind () != CharKind::std_char) continue;
-        const auto& letter = static_cast<const StdChar&> (*c);
-        if (letter.code != end_mark) out += static_cast<char> (letter.code & 0xFFU);
-    }
-    return out;
+bool Line::set_offset (float new_x, float new_y) {
+    if (new_x == x_ && new_y == y_) return false;
+    x_ = new_x;
+    y_ = new_y;
+    Char::content_changed ();
+    return true;
 }
 
-std::string Line::plain_chars () const {
-    std::string out;
-    for (const auto& c : chars_) {
-        if (c->kind () != CharKind::std_char) continue;
-        const auto& letter = static_cast<const StdChar&> (*c);
-        if (letter.code == end_mark || letter.sub || letter.sup) continue;
-        out += static_cast<char> (letter.code & 0xFFU);
-    }
-    return out;
+bool Line::set_offset (float new_x, float new_y, float left_limit, int top_limit) {
+    return set_offset (std::max (new_x, std::min (left_limit, x_)),
+                       std::max (new_y, std::min (static_cast<float> (top_limit), y_)));
 }
 
-void Line::set_fog (bool on) {
-    foggy = on;
-    for (const auto& c : chars_) c->set_fog (on);
+bool Line::set_fog (bool on) {
+    bool changed = Char::set_fog (on);
+    for (StdChar& entry : chars_) {
+        changed = changed || entry.foggy != on;
+        entry.foggy = on;
+        if (!entry.parts) continue;
+        for (Char* part :
+             {static_cast<Char*> (entry.parts->sub.get ()),
+              static_cast<Char*> (entry.parts->sup.get ()), entry.parts->item.get ()}) {
+            if (part != nullptr) changed = part->set_fog (on) || changed;
+        }
+    }
+    return changed;
 }
 
 std::unique_ptr<Line> Line::copy (Char* new_parent) const {
-    std::unique_ptr<Line> other (new Line (font, color));
-    other->parent = new_parent;
-    other->x = x;
-    other->y = y;
-    other->foggy = foggy;
-    other->frame = frame;
+    std::unique_ptr<Line> other (new Line (font_, color_));
+    adopt (*other, new_parent);
+    place (*other, x_, y_);
+    other->foggy_ = foggy_;
     other->chars_.reserve (chars_.size ());
-    for (const auto& c : chars_) other->chars_.push_back (c->clone (other.get ()));
+    for (const StdChar& entry : chars_) {
+        StdChar& added = other->chars_.emplace_back (entry.code, entry.font, entry.color);
+        added.foggy = entry.foggy;
+        if (!entry.parts) continue;
+        added.parts = std::make_unique<LetterParts> ();
+        if (entry.parts->sub) added.parts->sub = entry.parts->sub->copy (other.get ());
+        if (entry.parts->sup) added.parts->sup = entry.parts->sup->copy (other.get ());
+        if (entry.parts->item) added.parts->item = entry.parts->item->clone (other.get ());
+        other->own (added);
+    }
     return other;
 }
 
 std::unique_ptr<Char> Line::clone (Char* new_parent) const { return copy (new_parent); }
 
-float Line::get_width () const {
-    const unsigned now = document_state ().layout_generation;
-    if (width_stamp == now) return width;
-    width = 0;
-    for (std::size_t i = 0; i + 1 < chars_.size (); ++i) width += chars_[i]->get_width ();
-    width_stamp = now;
-    return width;
-}
-
-int Line::get_ascent () const {
-    const unsigned now = document_state ().layout_generation;
-    if (ascent_stamp == now) return ascent;
-    ascent = 0;
-    for (const auto& c : chars_) ascent = std::max (ascent, c->get_ascent ());
-    ascent_stamp = now;
-    return ascent;
-}
-
-int Line::get_descent () const {
-    const unsigned now = document_state ().layout_generation;
-    if (descent_stamp == now) return descent;
-    descent = 0;
-    for (const auto& c : chars_) descent = std::max (descent, c->get_descent ());
-    descent_stamp = now;
-    return descent;
-}
-
-int Line::get_height () const { return get_ascent () + get_descent (); }
-
-void Line::print_entry (PrintState& to, std::size_t place, int depth) const {
-    const Char& entry = *chars_[place];
-    const auto plain_letter = [&] (const Char& c) -> const StdChar* {
-        if (c.kind () != CharKind::std_char) return nullptr;
-        const auto& letter = static_cast<const StdChar&> (c);
-        return letter.sub || letter.sup ? nullptr : &letter;
-    };
-    const StdChar* letter = plain_letter (entry);
-    if (letter == nullptr || letter->code != '\\') {
-        entry.fprint (to, depth);
-        return;
-    }
-    // A backslash stands bare and takes the byte behind it as a letter. Where that byte is no
-    // letter but holds the text together, the backslash goes out in two bytes instead.
-    static constexpr std::string_view special = "\\<[^_{}";
-    const StdChar* next = place + 1 < chars_.size () ? plain_letter (*chars_[place + 1]) : nullptr;
-    const bool harmless = next != nullptr && next->code > 32 && next->code < 128 &&
-                          special.find (static_cast<char> (next->code)) == std::string_view::npos &&
-                          (next->font == letter->font || next->font == no_font) &&
-                          (next->color == letter->color || next->color == no_color) &&
-                          letter->font != no_font && letter->color != no_color;
-    if (harmless) {
-        entry.fprint (to, depth);
-    } else {
-        to.write_style (letter->font, letter->color);
-        to.out += "\xC2\\";
-    }
-}
-
-void Line::sprint (PrintState& to, float, float) const { fprint (to, -1); }
-
-void Line::fprint (PrintState& to, int depth) const {
-    to.out += '{';
-    for (std::size_t i = 0; i < chars_.size (); ++i) print_entry (to, i, depth);
-    to.out += '}';
-}
-
-void Line::text (std::string& out) const {
-    for (const auto& c : chars_) c->text (out);
-}
-
-void Line::xml_print (PrintState& to) const {
-    for (const auto& c : chars_) c->xml_print (to);
-}
-
-void Line::print_plain (std::string& out) const {
-    for (const auto& c : chars_) c->print_plain (out);
-}
-
 bool Line::equals (const Char& other) const {
     if (other.kind () != CharKind::line) return false;
     const auto& line = static_cast<const Line&> (other);
     return std::equal (chars_.begin (), chars_.end (), line.chars_.begin (), line.chars_.end (),
-                       [] (const auto& a, const auto& b) { return a->equals (*b); });
+                       same_letter);
 }
 
-bool Line::append_identity (std::string& identity) const {
-    identity += 'L';
-    identity += std::to_string (chars_.size ());
-    identity += ';';
-    return std::all_of (chars_.begin (), chars_.end (),
-                        [&identity] (const auto& c) { return c->append_identity (identity); });
-}
-
-Char* Line::find_at (float px, float py, HitPlace& place) {
-    const auto above = static_cast<float> (get_ascent ());
-    const auto below = static_cast<float> (get_descent ());
-    if (px < x || px >= x + get_width () || py < y - above || py > y + below) return nullptr;
-    place.line = this;
-    float left = x;
-    for (std::size_t i = 0; i + 1 < chars_.size (); ++i) {
-        const float w = chars_[i]->get_width ();
-        if (px < left + w) return chars_[i]->find_at (px - left, py - y, place);
-        left += w;
+bool Line::add_identity (Identity& identity) const {
+    identity.add (chars_.size ());
+    for (const StdChar& entry : chars_) {
+        identity.add (entry.code);
+        if (!entry.parts) continue;
+        for (const Char* part :
+             {static_cast<const Char*> (entry.sub ()), static_cast<const Char*> (entry.sup ()),
+              static_cast<const Char*> (entry.item ())}) {
+            identity.add (part != nullptr ? 1 : 0);
+            if (part != nullptr && !part->add_identity (identity)) return false;
+        }
     }
-    return nullptr;
+    return true;
 }
 
 } // namespace ostrand::document

@@ -1,6 +1,6 @@
 // What each key does to a line that is being edited.
-#include "document/document_state.h"
 #include "document/line.h"
+#include "document/markup.h"
 
 #include <algorithm>
 
@@ -12,108 +12,97 @@ constexpr int control (char letter) { return letter - 'A' + 1; }
 
 } // namespace
 
-bool Line::erase_selection () {
-    if (sel_start < 0) return false;
-    const int from = sel_start;
-    const int to = std::min (sel_end + 1, count () - 1);
+TextPlace Line::enter_script (int index, bool superscript) {
+    // The end mark is never written, so a script of it would be lost.
+    if (!at (index).is_letter () || index == count () - 1) return {this, index};
+    Line* script = superscript ? sup (index) : sub (index);
+    if (script == nullptr) {
+        const StdChar& letter = at (index);
+        set_script (index, superscript,
+                    std::make_unique<Line> ("", reduced_font (letter.font), letter.color));
+        script = superscript ? sup (index) : sub (index);
+    }
     clear_selection ();
-    if (to > from) erase (from, to);
-    return to > from;
+    cursor = index;
+    script->cursor = 0;
+    return {script, 0};
 }
 
-Char* Line::insert_letter (unsigned code, Char* at) {
-    const Char* style = prev_of (at);
-    if (style == nullptr) style = chars_.front ().get ();
-    insert_before (at, std::make_unique<StdChar> (code, style->font, style->color));
-    return at;
+TextPlace Line::leave_script (int index) {
+    const TextPlace letter = holder ();
+    if (letter.line == nullptr || !letter.line->at (letter.index).is_letter ()) {
+        return {this, index};
+    }
+    clear_selection ();
+    letter.line->cursor = letter.index;
+    return letter;
 }
 
-Char* Line::key (KeyPress press, Char* at, Line*& out_line) {
+TextPlace Line::key (KeyPress press, int index) {
     status = KeyStatus::cursor_only;
-    out_line = this;
-    int place = index_of (at);
-    if (place < 0) place = count () - 1;
-    const auto entry = [this] (int i) { return chars_[static_cast<std::size_t> (i)].get (); };
-    const auto move_to = [&] (Char* to) {
+    const int last = count () - 1;
+    if (index < 0 || index > last) index = last;
+    cursor = index;
+    const auto move_to = [this] (int to) {
         clear_selection ();
         cursor = to;
-        return to;
+        return TextPlace{this, to};
     };
-    const auto deleted = [&] (int from, int to) {
+    const auto deleted = [this] (int from, int to) {
         if (to > from) {
-            clear_selection ();
             erase (from, to);
             status = KeyStatus::layout_needed;
         }
-        return cursor = entry (from);
+        cursor = from;
+        return TextPlace{this, from};
     };
-    const auto deleted_selection = [&] {
+    const auto deleted_selection = [this] {
         const int from = sel_start;
         if (erase_selection ()) status = KeyStatus::layout_needed;
-        return cursor = entry (std::min (from, count () - 1));
-    };
-    const auto enter_script = [&] (bool superscript) -> Char* {
-        // The end mark is never written, so a script of it would be lost.
-        if (entry (place)->kind () != CharKind::std_char || place == count () - 1) return at;
-        auto& letter = static_cast<StdChar&> (*entry (place));
-        const std::unique_ptr<Line>& script = superscript ? letter.sup : letter.sub;
-        if (!script) {
-            letter.set_script (
-                superscript, std::make_unique<Line> ("", reduced_font (letter.font), letter.color));
-        }
-        clear_selection ();
-        out_line = script.get ();
-        script->cursor = script->chars_.front ().get ();
-        return script->cursor;
-    };
-    const auto leave_script = [&] () -> Char* {
-        if (parent == nullptr || parent->kind () != CharKind::std_char) return at;
-        clear_selection ();
-        if (parent->parent != nullptr && parent->parent->kind () == CharKind::line) {
-            out_line = static_cast<Line*> (parent->parent);
-            out_line->cursor = parent;
-        }
-        return parent;
+        cursor = std::min (from, count () - 1);
+        return TextPlace{this, cursor};
     };
 
     switch (press.key) {
-    case control ('A'): return move_to (entry (0));
-    case control ('E'): return move_to (entry (count () - 1));
+    case control ('A'): return move_to (0);
+    case control ('E'): return move_to (last);
     case keys::left:
-        if (press.shift) return leave_script ();
+        if (press.shift) return leave_script (index);
         [[fallthrough]];
-    case control ('B'): return move_to (entry (std::max (place - 1, 0)));
+    case control ('B'): return move_to (prev_of (index));
     case keys::right:
-    case control ('F'): return move_to (entry (std::min (place + 1, count () - 1)));
-    case keys::escape: return leave_script ();
+    case control ('F'): return move_to (std::min (index + 1, last));
+    case keys::escape:
+    case keys::escape_code: return leave_script (index);
     case keys::down:
-        if (press.shift) return enter_script (false);
+        if (press.shift) return enter_script (index, false);
         break;
     case keys::up:
-        if (press.shift) return enter_script (true);
+        if (press.shift) return enter_script (index, true);
         break;
     case control ('D'):
+    case keys::delete_code:
     case keys::delete_key:
         if (sel_start >= 0) return deleted_selection ();
-        return deleted (place, std::min (place + 1, count () - 1));
+        return deleted (index, std::min (index + 1, last));
     case control ('H'):
     case keys::backspace:
         if (sel_start >= 0) return deleted_selection ();
-        if (place == 0) return at;
-        erase (place - 1, place);
-        status = KeyStatus::layout_needed;
-        return cursor = entry (place - 1);
-    case control ('K'): return deleted (place, count () - 1);
+        return deleted (prev_of (index), index);
+    case control ('K'): return deleted (index, last);
     default:
-        if (press.key >= 32 && press.key <= 126) {
-            Char* before = entry (place);
-            if (sel_start >= 0) before = deleted_selection ();
+        if (can_be_typed (press.key)) {
+            if (sel_start >= 0) index = deleted_selection ().index;
+            const StdChar& style = style_before (index);
+            insert_before (index,
+                           StdChar (static_cast<unsigned> (press.key), style.font, style.color));
             status = KeyStatus::changed;
-            return cursor = insert_letter (static_cast<unsigned> (press.key), before);
+            cursor = index + 1;
+            return {this, cursor};
         }
     }
     status = KeyStatus::not_handled;
-    return at;
+    return {this, index};
 }
 
 } // namespace ostrand::document

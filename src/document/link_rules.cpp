@@ -5,9 +5,8 @@ namespace ostrand::document {
 namespace {
 
 LinkOutcome made (Node& s, GraphBase& t, unsigned type) {
-    Arque* arc = s.connect (t, type);
-    arc->paint (0, 0, false);
-    mark_layout_dirty ();
+    Arque* const arc = s.connect (t, type);
+    if (s.network () != nullptr) s.network ()->layout ();
     return {arc, nullptr};
 }
 
@@ -16,18 +15,19 @@ LinkOutcome link_to_node (Node& s, Node& t) {
         return {nullptr,
                 "No more than two reaction arcs between the same molecular species nodes."};
     }
-    if (s.network != t.network) return {nullptr, "These nodes are not part of the same network."};
-    return made (s, t, s.compart == t.compart ? arc::reaction : arc::transport);
+    if (s.network () != t.network ())
+        return {nullptr, "These nodes are not part of the same network."};
+    return made (s, t, s.compart () == t.compart () ? arc::reaction : arc::transport);
 }
 
 LinkOutcome link_to_arc (Node& s, Arque& t) {
     if (t.source () == &s || Network::arc_from_to (s, t) != nullptr) {
         return {nullptr, "These are already linked."};
     }
-    if (s.network != t.owner_network ()) {
+    if (s.network () != t.owner_network ()) {
         return {nullptr, "The node and the arc are not part of the same network."};
     }
-    if (!is_main_reaction (t.type)) {
+    if (!is_main_reaction (t.type ())) {
         return {nullptr, "The destination can only be a reaction arc."};
     }
     return made (s, t, s.group () == node::protein_group ? arc::catalysis : arc::substrate);

@@ -2,24 +2,31 @@
 // Layer: document.
 #pragma once
 #include "document/char.h"
+#include "document/id_table.h"
+#include "document/numbering.h"
+#include "document/numbers.h"
+#include "document/std_char.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 namespace ostrand::document {
 
 class Arque;
-class GraphBase;
 class Line;
 class Network;
 
 /// Lines, scripts and networks inside one another are read to this depth; what is deeper is
 /// reported and left out, so that no text can exhaust the stack.
 inline constexpr int deepest_nesting = 200;
+
+/// The first id that is handed to a node whose own is taken already.
+inline constexpr int first_dup_id = 10000;
 
 /// A text that is being read, and the running style, which is state of the whole text: it survives
 /// the ends of lines and records. The text ends at its first NUL.
@@ -30,11 +37,14 @@ struct MarkupReader {
     std::size_t at = 0; // next byte
     unsigned font = start_font;
     unsigned color = 0;
-    int depth = 0;         // of lines, scripts and networks around the place
-    int networks = 0;      // of networks around the place
-    bool too_deep = false; // reported already
-    /// Ids of the network that was read last, until the node whose label it is takes them over.
-    std::unordered_map<int, GraphBase*> nested_ids;
+    int depth = 0;             // of lines, scripts and networks around the place
+    int networks = 0;          // of networks around the place
+    bool too_deep = false;     // reported already
+    int dup_id = first_dup_id; // the next id for a node whose own is taken
+    std::string multi_name;    // name of the node that was marked last as the one on many planes
+    IdTable nested_ids;        // of the network that was read last, until the node whose label it
+                               // is takes them over
+    std::vector<StdChar> letters; // of the lines that are being read, the innermost last
 
     /// The byte at the place, or `ahead` behind it; NUL at the end.
     char peek (std::size_t ahead = 0) const {
@@ -60,14 +70,17 @@ int read_int (MarkupReader& reader);
 /// The same as a colour or key: by way of 64 bits, so that the top bit survives.
 std::uint32_t read_word (MarkupReader& reader);
 
-/// One item: a letter, a line, a picture or a network. Comments and white space before it are
-/// skipped. Null at the end of the text.
-/// in_line  inside "{...}", where "#" is a letter
-std::unique_ptr<Char> read_item (MarkupReader& reader, bool in_line = false);
+/// The entries of a line up to its "}", which stays, or to the end of the text.
+std::vector<StdChar> read_items (MarkupReader& reader);
+/// One item that is not inside a line: a line, a picture or a network; a letter comes as a line of
+/// it alone. Comments and white space before it are skipped. Null at the end of the text.
+std::unique_ptr<Char> read_item (MarkupReader& reader);
 /// A line whose "{" is the next byte.
 std::unique_ptr<Line> read_braced_line (MarkupReader& reader);
-/// What must be a line (a script, a residu): any other item becomes the one entry of a line. Null
-/// for null.
+/// What must be a line (a residu, a script): any other item becomes the one entry of a line. Null
+/// at the end of the text.
+std::unique_ptr<Line> read_line_field (MarkupReader& reader);
+/// A text as a line: any but a line becomes the one entry of a line. Null for null.
 std::unique_ptr<Line> line_from_item (std::unique_ptr<Char> item);
 /// A line of the items of `markup` in a running style of its own.
 std::unique_ptr<Line> line_from_markup (std::string_view markup, unsigned font, unsigned color);
@@ -76,14 +89,23 @@ std::unique_ptr<Char> read_text (std::string_view text);
 /// A whole text as a network; null when it is something else.
 std::unique_ptr<Network> read_network (std::string_view text);
 
+/// An arc that is being written, with its number and that of what it ends on.
+struct NumberedArc {
+    const Arque* arc;
+    int id;
+    int dest = no_id;
+};
+
 /// What is being written, and the running style, shared by everything that is written in one go.
+/// What is written does not change: its numbers are the writer's.
 struct PrintState {
     std::string out;
     unsigned font = start_font;
     unsigned color = 0;
+    Numbering numbering;
     /// Arcs of the outermost network that is being written and of those nested in it, in the order
     /// of their numbers.
-    std::vector<const Arque*> arcs;
+    std::vector<NumberedArc> arcs;
     /// The next network is the label of a node: its arcs stand in the record around it.
     bool joins = false;
     /// Networks that are labels close behind their nodes, without arcs (copy of a selection).
@@ -91,24 +113,53 @@ struct PrintState {
 
     /// "<%dF>" and "<%sC>" where the style differs from the running one.
     void write_style (unsigned new_font, unsigned new_color);
-    /// A letter's code as bytes: from 128 on in two.
-    void write_code (unsigned code);
     /// The start of a record: for depth above 0 a new line and depth - 1 tabs.
     void start_record (int depth);
 };
 
-/// A coordinate with six digits as "%g" gives it, but never with an exponent, which the reader of
-/// numbers would not get over.
-std::string number_text (float value);
+/// A letter's code as bytes: from 128 on in two.
+void append_code (std::string& out, unsigned code);
 
-/// "#%06x" of the upper bytes above 255, else "%u".
-std::string color_text (unsigned color);
+/// A letter of this code with scripts is written as a record "[E...]", others with marks behind it.
+bool fits_record (unsigned code);
 
-/// The number that the next compartment, node or arc takes while writing.
-int take_id ();
+/// What a reader makes of a font mark: keys beyond 24 bits go through a float.
+unsigned settled_font (unsigned font);
 
-/// The arcs of a writing, given in the order of their numbers, in the order in which a file lists
-/// them: those that must wait for an arc with a higher number come last.
-std::vector<const Arque*> arcs_in_file_order (const std::vector<const Arque*>& arcs);
+/// User data in a form that reads back: a bracket would end the record, and a first letter that is
+/// a flag is set off by a blank.
+std::string settled_user_data (std::string_view data);
+
+/// The order in which a file lists arcs: no record may name what comes behind it or is not there.
+/// So an arc must wait when its end has a higher number, or waits itself; those that had to wait
+/// come last. Left out are arcs whose end is not written with the network, or whose end's end is
+/// not, and arcs that end on one another in a circle.
+class ArcOrder {
+  public:
+    /// root       the outermost network that is written
+    /// numbering  of all that is written with it
+    /// is_alone   nothing but the network has a number
+    ArcOrder (const Network& root, const Numbering& numbering, bool is_alone);
+    /// Arcs are given in the order of their numbers, which those behind need not have yet. True
+    /// when this one is next in the file; its `dest` is filled in.
+    bool goes_now (NumberedArc& a);
+    /// After all were given: those that had to wait, in their order.
+    std::vector<NumberedArc> held_back ();
+
+  private:
+    bool is_lost (const GraphBase* end) const;
+
+    const Network& root_;
+    const Numbering& numbering_;
+    bool is_alone_;
+    std::unordered_set<const GraphBase*> lost_;
+    std::vector<NumberedArc> held_;
+    /// Of each arc that waits: those that wait for it.
+    std::unordered_map<const GraphBase*, std::vector<NumberedArc>> behind_;
+};
+
+/// Brings arcs into that order, without those that are left out.
+void to_file_order (std::vector<NumberedArc>& arcs, const Network& root, const Numbering& numbering,
+                    bool is_alone);
 
 } // namespace ostrand::document

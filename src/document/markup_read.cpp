@@ -9,13 +9,18 @@
 #include "base/text.h"
 
 #include <algorithm>
+#include <array>
 #include <cfloat>
+#include <optional>
 
 namespace ostrand::document {
 namespace {
 
 /// True for the bytes between records that mean nothing.
 bool is_layout (char c) { return c == '\t' || c == '\n' || c == '\r'; }
+
+/// The version of texts that do not tell one, and of all that are written.
+constexpr double current_version = 1.2;
 
 unsigned byte (char c) { return static_cast<unsigned char> (c); }
 
@@ -64,25 +69,47 @@ void read_comment (MarkupReader& reader, double& version) {
     reader.skip_to ('\n');
 }
 
-/// "-" or an item behind "[E" and its code.
+/// A line of one entry, with an end mark in its style.
+std::unique_ptr<Line> line_of_entry (StdChar entry) {
+    auto line = std::make_unique<Line> ("", entry.font, entry.color);
+    line->insert_before (0, std::move (entry));
+    return line;
+}
+
+std::optional<StdChar> read_entry (MarkupReader& reader);
+
+/// A script: a line, or one entry that becomes a line. Null at the end of the text.
+std::unique_ptr<Line> read_script (MarkupReader& reader) {
+    while (is_layout (reader.peek ())) reader.skip ();
+    if (reader.peek () == '{') return read_braced_line (reader);
+    std::optional<StdChar> entry = read_entry (reader);
+    return entry ? line_of_entry (std::move (*entry)) : nullptr;
+}
+
+/// "-" or a script behind "[E" and its code.
 std::unique_ptr<Line> read_script_field (MarkupReader& reader) {
     if (reader.peek () == '-') {
         reader.skip ();
         return nullptr;
     }
-    return line_from_item (read_item (reader, true));
+    return read_script (reader);
 }
 
 /// The place is on the "E" of a letter with scripts.
-std::unique_ptr<Char> read_scripted_letter (MarkupReader& reader) {
+std::optional<StdChar> read_scripted_letter (MarkupReader& reader) {
     const NestingScope scope (reader);
     reader.skip ();
-    if (reader.at_end ()) return nullptr;
-    auto letter = std::make_unique<StdChar> (byte (reader.peek ()), reader.font, reader.color);
+    if (reader.at_end ()) return std::nullopt;
+    StdChar letter (byte (reader.peek ()), reader.font, reader.color);
     reader.skip ();
-    letter->set_script (false, read_script_field (reader));
-    letter->set_script (true, read_script_field (reader));
+    std::unique_ptr<Line> sub = read_script_field (reader);
+    std::unique_ptr<Line> sup = read_script_field (reader);
     reader.skip (); // the closing bracket
+    if (sub || sup) {
+        letter.parts = std::make_unique<LetterParts> ();
+        letter.parts->sub = std::move (sub);
+        letter.parts->sup = std::move (sup);
+    }
     return letter;
 }
 
@@ -99,14 +126,117 @@ std::unique_ptr<Char> read_picture (MarkupReader& reader) {
     const std::string_view rest = reader.rest ();
     const std::string_view path = rest.substr (0, rest.find (']'));
     reader.skip (path.size () + 1);
-    auto picture = std::make_unique<Picture> (path, reader.font, reader.color, width, height);
+    auto picture = std::make_unique<Picture> (path, width, height);
     if (is_digit (digit)) picture->set_align (digit - '0');
     return picture;
 }
 
-std::unique_ptr<Char> read_letter (MarkupReader& reader, unsigned code, std::size_t bytes) {
-    reader.skip (bytes);
-    return std::make_unique<StdChar> (code, reader.font, reader.color);
+/// The place is on the "N" of a network.
+std::unique_ptr<Char> read_network_record (MarkupReader& reader, double version) {
+    const NestingScope scope (reader);
+    return std::make_unique<Network> (reader, version);
+}
+
+/// A backslash or the first of two bytes: the letter that it makes with the byte behind it.
+std::optional<StdChar> read_marked_letter (MarkupReader& reader) {
+    const char mark = reader.peek ();
+    if (reader.peek (1) == '\0') {
+        reader.skip ();
+        return std::nullopt; // nothing follows that it could mean
+    }
+    const unsigned code = byte (reader.peek (1)) + (mark == '\xC3' ? 64U : 0U);
+    reader.skip (2);
+    return StdChar (code, reader.font, reader.color);
+}
+
+/// One entry of a line. Nothing at the end of the text, and for a mark that is the text's last
+/// byte.
+std::optional<StdChar> read_entry (MarkupReader& reader) {
+    while (is_layout (reader.peek ())) reader.skip ();
+    if (reader.at_end ()) return std::nullopt;
+    const char c = reader.peek ();
+    const unsigned font = reader.font;
+    const unsigned color = reader.color;
+    switch (c) {
+    case '[':
+        switch (reader.peek (1)) {
+        case 'N':
+            reader.skip ();
+            return item_entry (read_network_record (reader, current_version), font, color);
+        case 'P': reader.skip (); return item_entry (read_picture (reader), font, color);
+        case 'E': reader.skip (); return read_scripted_letter (reader);
+        default: break;
+        }
+        break;
+    case '{': return item_entry (read_braced_line (reader), font, color);
+    case '\\':
+    case '\xC2':
+    case '\xC3': return read_marked_letter (reader);
+    default: break;
+    }
+    reader.skip ();
+    return StdChar (byte (c), font, color);
+}
+
+/// A mark "<...F>" or "<...C>", the place on its "<".
+void read_style_mark (MarkupReader& reader) {
+    reader.skip ();
+    const float value = read_number (reader);
+    const char letter = reader.peek ();
+    reader.skip ();
+    if (letter == 'C') reader.color = to_word (value);
+    if (letter == 'F') reader.font = to_word (value);
+    if (reader.peek () != '>') report_message ("syntax error: '>' expected.");
+    reader.skip ();
+}
+
+/// "_" or "^" and a script of `letter`, in a smaller size of the running font.
+void read_marked_script (MarkupReader& reader, StdChar& letter) {
+    const NestingScope scope (reader);
+    const bool superscript = reader.peek () == '^';
+    reader.skip ();
+    const unsigned around = reader.font;
+    reader.font = reduced_font (around);
+    std::unique_ptr<Line> script = read_script (reader);
+    reader.font = around;
+    if (!script) return;
+    if (!letter.parts) letter.parts = std::make_unique<LetterParts> ();
+    (superscript ? letter.parts->sup : letter.parts->sub) = std::move (script);
+}
+
+/// A number of plain decimal digits, the common case. False, with the place unmoved, for any other
+/// text: one with an exponent, a second point, too many digits.
+bool read_plain_number (MarkupReader& reader, double& value) {
+    static constexpr std::array<double, 16> powers{1,   1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                                   1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+    const std::string_view text = reader.text;
+    std::size_t i = reader.at;
+    const bool negative = i < text.size () && text[i] == '-';
+    if (negative) ++i;
+    const std::size_t first = i;
+    std::uint64_t digits = 0;
+    std::size_t decimals = 0;
+    bool point = false;
+    for (; i < text.size (); ++i) {
+        const char c = text[i];
+        if (is_digit (c)) {
+            digits = digits * 10 + static_cast<std::uint64_t> (c - '0');
+            if (point) ++decimals;
+        } else if (c == '.' && !point) {
+            point = true;
+        } else {
+            break;
+        }
+    }
+    const std::size_t length = i - first;
+    if (length == 0 || length >= powers.size () || (point && length == 1)) return false;
+    const char behind = i < text.size () ? text[i] : '\0';
+    if (behind == '.' || (behind | 0x20) == 'e' || (behind | 0x20) == 'x') return false;
+    // Both are exact, so the quotient is the nearest double, as for any reader of decimals.
+    const double magnitude = static_cast<double> (digits) / powers[decimals];
+    value = negative ? -magnitude : magnitude;
+    reader.at = i;
+    return true;
 }
 
 } // namespace
@@ -131,6 +261,8 @@ float read_number (MarkupReader& reader) {
         }
         return static_cast<float> (value << 8); // exact: 24 bits
     }
+    double plain = 0;
+    if (read_plain_number (reader, plain)) return static_cast<float> (plain);
     const std::size_t start = reader.at;
     const std::string_view from = reader.rest ();
     if (reader.peek () == '-') reader.skip ();
@@ -156,41 +288,26 @@ int read_int (MarkupReader& reader) { return to_int (read_number (reader)); }
 
 std::uint32_t read_word (MarkupReader& reader) { return to_word (read_number (reader)); }
 
-std::unique_ptr<Char> read_item (MarkupReader& reader, bool in_line) {
-    double version = 1.2;
+std::unique_ptr<Char> read_item (MarkupReader& reader) {
+    double version = current_version;
     while (true) {
         while (is_layout (reader.peek ())) reader.skip ();
-        if (in_line || reader.peek () != '#') break;
+        if (reader.peek () != '#') break;
         read_comment (reader, version);
     }
     if (reader.at_end ()) return nullptr;
-    const char c = reader.peek ();
-    switch (c) {
-    case '[':
-        switch (reader.peek (1)) {
-        case 'N': {
-            const NestingScope scope (reader);
-            reader.skip ();
-            return std::make_unique<Network> (reader, version);
-        }
-        case 'P': reader.skip (); return read_picture (reader);
-        case 'E': reader.skip (); return read_scripted_letter (reader);
-        default: return read_letter (reader, '[', 1);
-        }
-    case '{': return read_braced_line (reader);
-    case '\\':
-    case '\xC2':
-    case '\xC3': {
-        if (reader.peek (1) == '\0') {
-            reader.skip ();
-            return nullptr; // nothing follows that it could mean
-        }
-        const unsigned code = byte (reader.peek (1)) + (c == '\xC3' ? 64U : 0U);
-        return read_letter (reader, code, 2);
+    if (reader.peek () == '{') return read_braced_line (reader);
+    if (reader.peek () == '[' && reader.peek (1) == 'N') {
+        reader.skip ();
+        return read_network_record (reader, version);
     }
-    default: return read_letter (reader, byte (c), 1);
-    }
+    std::optional<StdChar> entry = read_entry (reader);
+    if (!entry) return nullptr;
+    if (!entry->is_letter ()) return std::move (entry->parts->item);
+    return line_of_entry (std::move (*entry));
 }
+
+std::unique_ptr<Line> read_line_field (MarkupReader& reader) { return read_script (reader); }
 
 std::unique_ptr<Line> read_braced_line (MarkupReader& reader) {
     const NestingScope scope (reader);
@@ -198,8 +315,10 @@ std::unique_ptr<Line> read_braced_line (MarkupReader& reader) {
     return std::make_unique<Line> (reader);
 }
 
-std::vector<std::unique_ptr<Char>> Line::read_items (MarkupReader& reader) {
-    std::vector<std::unique_ptr<Char>> items;
+std::vector<StdChar> read_items (MarkupReader& reader) {
+    // Letters gather behind those of the lines around this one, so that none is moved twice.
+    std::vector<StdChar>& letters = reader.letters;
+    const std::size_t first = letters.size ();
     while (!reader.at_end ()) {
         std::size_t layout = 0;
         while (is_layout (reader.peek (layout))) ++layout;
@@ -207,39 +326,26 @@ std::vector<std::unique_ptr<Char>> Line::read_items (MarkupReader& reader) {
         const char c = reader.peek ();
         if (c == '}') break;
         if (c == '<') {
-            reader.skip ();
-            const float value = read_number (reader);
-            const char letter = reader.peek ();
-            reader.skip ();
-            if (letter == 'C') reader.color = to_word (value);
-            if (letter == 'F') reader.font = to_word (value);
-            if (reader.peek () != '>') report_message ("syntax error: '>' expected.");
-            reader.skip ();
-            continue;
+            read_style_mark (reader);
+        } else if (c == '_' || c == '^') {
+            if (letters.size () > first && letters.back ().is_letter ()) {
+                StdChar letter = std::move (letters.back ());
+                letters.pop_back ();
+                read_marked_script (reader, letter);
+                letters.push_back (std::move (letter));
+            } else {
+                letters.emplace_back (byte (c), reader.font, reader.color);
+                reader.skip ();
+            }
+        } else if (std::optional<StdChar> entry = read_entry (reader)) {
+            letters.push_back (std::move (*entry));
         }
-        const bool script = (c == '_' || c == '^') && !items.empty () &&
-                            items.back ()->kind () == CharKind::std_char;
-        if (script) {
-            const NestingScope scope (reader);
-            reader.skip ();
-            const unsigned around = reader.font;
-            reader.font = reduced_font (around);
-            std::unique_ptr<Line> read = line_from_item (read_item (reader, true));
-            reader.font = around;
-            auto& letter = static_cast<StdChar&> (*items.back ());
-            if (read) letter.set_script (c == '^', std::move (read));
-            continue;
-        }
-        std::unique_ptr<Char> item =
-            c == '_' || c == '^' ? std::make_unique<StdChar> (byte (c), reader.font, reader.color)
-                                 : nullptr;
-        if (item) {
-            reader.skip ();
-        } else {
-            item = read_item (reader, true);
-        }
-        if (item) items.push_back (std::move (item));
     }
+    std::vector<StdChar> items;
+    items.reserve (letters.size () - first + 1); // and the end mark
+    const auto from = letters.begin () + static_cast<std::ptrdiff_t> (first);
+    items.assign (std::make_move_iterator (from), std::make_move_iterator (letters.end ()));
+    letters.erase (from, letters.end ());
     return items;
 }
 
@@ -248,9 +354,7 @@ std::unique_ptr<Line> line_from_item (std::unique_ptr<Char> item) {
     if (item->kind () == CharKind::line) {
         return std::unique_ptr<Line> (static_cast<Line*> (item.release ()));
     }
-    auto line = std::make_unique<Line> ("", item->font, item->color);
-    line->insert_before (nullptr, std::move (item));
-    return line;
+    return line_of_entry (item_entry (std::move (item), start_font, 0));
 }
 
 std::unique_ptr<Line> line_from_markup (std::string_view markup, unsigned font, unsigned color) {

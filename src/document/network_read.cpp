@@ -1,4 +1,5 @@
 // The records of a network in native text, read: what each holds, and what survives a fault.
+#include "document/layout_index.h"
 #include "document/markup.h"
 #include "document/network.h"
 #include "document/numbers.h"
@@ -8,12 +9,9 @@
 
 #include <algorithm>
 #include <array>
-#include <unordered_set>
 
 namespace ostrand::document {
 namespace {
-
-using IdIndex = std::unordered_map<int, GraphBase*>;
 
 /// Where find_by_id of `root` meets an object: compared as a word, the smaller is met first.
 std::vector<std::size_t> walk_place (const GraphBase& g, const Network& root) {
@@ -25,8 +23,8 @@ std::vector<std::size_t> walk_place (const GraphBase& g, const Network& root) {
         network = a.owner_network ();
     } else if (g.kind () == CharKind::node) {
         const auto& n = static_cast<const Node&> (g);
-        place = {0, n.network->place_of (n)};
-        network = n.network;
+        place = {0, n.network ()->place_of (n)};
+        network = n.network ();
     } else {
         network = g.owner_network ();
         const auto& comps = network->comps ();
@@ -34,10 +32,10 @@ std::vector<std::size_t> walk_place (const GraphBase& g, const Network& root) {
                                          [&g] (const auto& c) { return c.get () == &g; });
         place = {static_cast<std::size_t> (found - comps.begin ()), network->nodes ().size ()};
     }
-    while (network != &root && network->holder != nullptr) {
-        const Node& holder = *network->holder;
+    while (network != &root && network->holder () != nullptr) {
+        const Node& holder = *network->holder ();
         place.push_back (2);
-        network = holder.network;
+        network = holder.network ();
         place.push_back (network->place_of (holder));
     }
     std::reverse (place.begin (), place.end ());
@@ -46,10 +44,12 @@ std::vector<std::size_t> walk_place (const GraphBase& g, const Network& root) {
 
 /// Notes an object under its id. Of two with one id that one stays which a search would meet first;
 /// what comes later never changes the order of two that are there.
-void note (IdIndex& index, int id, GraphBase& g, const Network& root) {
-    const auto [slot, fresh] = index.emplace (id, &g);
-    if (fresh || slot->second == &g) return;
-    if (walk_place (g, root) < walk_place (*slot->second, root)) slot->second = &g;
+void note (IdTable& table, int id, GraphBase& g, const Network& root) {
+    IdTable::Entry& entry = table[id];
+    if (entry.object == nullptr ||
+        (entry.object != &g && walk_place (g, root) < walk_place (*entry.object, root))) {
+        entry.object = &g;
+    }
 }
 
 /// scanf's "%d" in a text: white space, sign, digits; the place goes behind them. The "+" that
@@ -108,6 +108,7 @@ class NetworkReader {
     void read_header ();
     void read_compart ();
     void read_node ();
+    void take_nested_ids (IdTable& nested);
     bool read_arc ();
     bool read_field (Arque& arc, int id, int which);
     void finish ();
@@ -131,34 +132,31 @@ class NetworkReader {
         reader_.skip_blanks ();
         if (reader_.peek () == ']') reader_.skip ();
     }
+    /// "-", which is read over.
+    bool read_absence ();
     /// "-" or an item; a bare letter becomes a line.
-    std::unique_ptr<Char> read_text_field ();
-    GraphBase* find (int id) const {
-        const auto found = index_.find (id);
-        return found == index_.end () ? nullptr : found->second;
-    }
+    std::unique_ptr<Char> read_label ();
 
     Network& network_;
     MarkupReader& reader_;
     double version_;
     int announced_nodes_ = 0;
-    IdIndex index_;                    // of all that find_by_id reaches
-    std::unordered_set<int> node_ids_; // of this network's own nodes
+    IdTable ids_; // of all that find_by_id reaches
 };
 
 void NetworkReader::read_header () {
     reader_.skip (); // the N
     announced_nodes_ = field ();
     const int comps = field ();
-    network_.align = field ();
-    network_.x = 0;
-    network_.y = 0;
+    network_.align_ = field ();
+    network_.x_ = 0;
+    network_.y_ = 0;
     const auto number_follows = [this] {
         reader_.skip_blanks ();
         return reader_.peek () == '-' || is_digit (reader_.peek ());
     };
-    if (number_follows ()) network_.x = static_cast<float> (field ());
-    if (number_follows ()) network_.y = static_cast<float> (field ());
+    if (number_follows ()) network_.x_ = static_cast<float> (field ());
+    if (number_follows ()) network_.y_ = static_cast<float> (field ());
     // A header may announce anything; a record takes some bytes.
     const std::size_t most = reader_.rest ().size () / 8;
     network_.nodes_.reserve (
@@ -166,15 +164,16 @@ void NetworkReader::read_header () {
     network_.comps_.reserve (std::min (most, static_cast<std::size_t> (std::max (comps, 0))));
 }
 
-std::unique_ptr<Char> NetworkReader::read_text_field () {
+bool NetworkReader::read_absence () {
     reader_.skip_blanks ();
-    if (reader_.peek () == '-') {
-        reader_.skip ();
-        return nullptr;
-    }
-    std::unique_ptr<Char> item = read_item (reader_);
-    if (item && item->kind () == CharKind::std_char) return line_from_item (std::move (item));
-    return item;
+    if (reader_.peek () != '-') return false;
+    reader_.skip ();
+    return true;
+}
+
+std::unique_ptr<Char> NetworkReader::read_label () {
+    if (read_absence ()) return nullptr;
+    return read_item (reader_);
 }
 
 void NetworkReader::read_compart () {
@@ -185,8 +184,8 @@ void NetworkReader::read_compart () {
     const float width = number ();
     const auto height = static_cast<float> (field ());
     auto made = std::make_unique<Compart> (shape, x, y, width, height);
-    made->id = id;
-    made->color = word ();
+    made->set_id (id);
+    made->set_own_color (word ());
     reader_.skip_blanks ();
     if (reader_.peek () == '{') {
         made->take_label (read_braced_line (reader_));
@@ -199,16 +198,20 @@ void NetworkReader::read_compart () {
     reader_.skip_blanks ();
     if (reader_.peek () == '{') {
         reader_.skip ();
-        if (!scan_user_values (reader_.rest ().substr (0, 256), made->user_values)) {
+        std::array<int, 5> values = made->user_values ();
+        if (!scan_user_values (reader_.rest ().substr (0, 256), values)) {
             report_message ("Compartment geometry format error: '%10.10s",
                             std::string (reader_.rest ().substr (0, 10)).c_str ());
         }
+        made->set_user_values (values);
         reader_.skip_to ('}');
         reader_.skip ();
     }
     end_record ();
     // A search meets compartments last, in their order: what has the number already keeps it.
-    index_.emplace (id, &network_.add_compart (std::move (made)));
+    GraphBase& added = network_.add_compart (std::move (made));
+    IdTable::Entry& entry = ids_[id];
+    if (entry.object == nullptr) entry.object = &added;
 }
 
 void NetworkReader::read_node () {
@@ -220,19 +223,22 @@ void NetworkReader::read_node () {
     const unsigned bg_color = word ();
     const unsigned type = word ();
     reader_.nested_ids.clear ();
-    std::unique_ptr<Char> label = read_text_field ();
-    IdIndex nested_ids;
+    std::unique_ptr<Char> label = read_label ();
+    IdTable nested_ids;
     if (label && label->kind () == CharKind::network) nested_ids.swap (reader_.nested_ids);
-    std::unique_ptr<Line> residu = line_from_item (read_text_field ());
-    if (node_ids_.contains (id)) {
+    std::unique_ptr<Line> residu = read_absence () ? nullptr : read_line_field (reader_);
+    const auto is_taken = [this] (int wanted) {
+        const IdTable::Entry* const entry = ids_.find (wanted);
+        return entry != nullptr && entry->is_own_node;
+    };
+    if (is_taken (id)) {
         report_message ("Node with duplicated: %d.", id);
-        int& next = document_state ().dup_id;
         do {
-            id = next++;
-        } while (node_ids_.contains (id));
+            id = reader_.dup_id++;
+        } while (is_taken (id));
     }
     auto made = std::make_unique<Node> (x, y, type, bg_color);
-    made->id = id;
+    made->set_id (id);
     made->take_label (std::move (label));
     made->take_residu (std::move (residu));
     const auto flag = [this] (char letter) {
@@ -240,16 +246,12 @@ void NetworkReader::read_node () {
         reader_.skip ();
         return true;
     };
-    if (flag ('F')) {
-        made->foggy = true;
-        if (made->label) made->label->set_fog (true);
-        if (made->residu) made->residu->set_fog (true);
-    }
-    if (flag ('.')) made->selectable = false;
-    if (flag ('%')) made->calyx_display = true;
+    if (flag ('F')) made->set_own_fog (true);
+    if (flag ('.')) made->set_selectable (false);
+    if (flag ('%')) made->set_calyx_display (true);
     if (flag (';')) {
-        made->multi_conc = true;
-        document_state ().multi_name = made->name ();
+        made->set_multi_conc (true);
+        reader_.multi_name = made->name ();
     }
     while (reader_.peek () == '$') { // numbers that older files have
         reader_.skip_to ('}');
@@ -257,18 +259,24 @@ void NetworkReader::read_node () {
     }
     const std::string_view rest = reader_.rest ();
     const std::string_view data = rest.substr (0, rest.find (']'));
-    if (!data.empty ()) made->user_data = std::string (data);
+    if (!data.empty ()) made->set_user_data (std::string (data));
     reader_.skip (data.size () + 1);
 
     Node& added = network_.add_node (std::move (made));
     network_.assign_compart (added);
-    node_ids_.insert (id);
-    note (index_, id, added, network_);
-    if (nested_ids.size () > index_.size ()) {
-        // The smaller goes into the larger.
-        nested_ids.swap (index_);
-    }
-    for (const auto& [nested_id, g] : nested_ids) note (index_, nested_id, *g, network_);
+    note (ids_, id, added, network_);
+    ids_[id].is_own_node = true;
+    if (nested_ids.size () > 0) take_nested_ids (nested_ids);
+}
+
+/// What is nested in a node is found through its network as well.
+void NetworkReader::take_nested_ids (IdTable& nested) {
+    nested.each ([] (int, IdTable::Entry& entry) { entry.is_own_node = false; });
+    if (nested.size () > ids_.size ()) nested.swap (ids_); // the smaller goes into the larger
+    nested.each ([this] (int id, IdTable::Entry& entry) {
+        note (ids_, id, *entry.object, network_);
+        if (entry.is_own_node) ids_[id].is_own_node = true;
+    });
 }
 
 bool NetworkReader::read_field (Arque& arc, int id, int which) {
@@ -278,7 +286,7 @@ bool NetworkReader::read_field (Arque& arc, int id, int which) {
     if (reader_.peek () != '{') return true;
     std::unique_ptr<Line> line = read_braced_line (reader_);
     if (which < 2 && line->is_empty ()) line = nullptr;
-    if (line && arc.foggy) line->set_fog (true);
+    if (line && arc.foggy ()) line->set_fog (true);
     Point offset;
     bool well_formed = true;
     if (reader_.peek () == '(') {
@@ -289,8 +297,7 @@ bool NetworkReader::read_field (Arque& arc, int id, int which) {
         if (well_formed) reader_.skip ();
     }
     if (line) {
-        line->x = offset.x;
-        line->y = offset.y;
+        line->set_offset (offset.x, offset.y);
         switch (which) {
         case 0: arc.take_label (std::move (line)); break;
         case 1: arc.take_residu (std::move (line)); break;
@@ -313,12 +320,12 @@ bool NetworkReader::read_arc () {
     const int thickness = field ();
     const float source_id = number ();
     const float dest_id = number ();
-    GraphBase* source = find (to_int (source_id));
+    GraphBase* source = ids_.object (to_int (source_id));
     if (source == nullptr) {
         report_message ("arc(%d): unknown source node id: %s.", id, format_g (source_id).c_str ());
         return false;
     }
-    GraphBase* dest = find (to_int (dest_id));
+    GraphBase* dest = ids_.object (to_int (dest_id));
     if (dest == nullptr) {
         report_message ("arc(%d): unknown destination id: %s.", id, format_g (dest_id).c_str ());
         return false;
@@ -330,16 +337,16 @@ bool NetworkReader::read_arc () {
         skip_record ();
         return true;
     }
-    arc->id = id;
-    note (index_, id, *arc, network_);
+    arc->set_id (id);
+    note (ids_, id, *arc, network_);
     if (reader_.peek () == 'F') {
         reader_.skip ();
-        arc->foggy = true;
+        arc->set_own_fog (true);
     }
     bool whole = true;
     for (int which = 0; which < 4 && whole; ++which) whole = read_field (*arc, id, which);
-    arc->color = color;
-    arc->thickness = static_cast<unsigned char> (thickness);
+    arc->set_own_color (color);
+    arc->set_thickness (static_cast<unsigned char> (thickness));
     if (whole) end_record ();
     return true;
 }
@@ -349,12 +356,9 @@ void NetworkReader::finish () {
         report_message ("Wrong number of nodes: %d in header, %d specified.", announced_nodes_,
                         network_.nb_nodes ());
     }
-    document_state ().next_id =
-        network_.nb_nodes () + network_.nb_comp () + network_.count_arcs () + 1;
 }
 
 void NetworkReader::read () {
-    mark_layout_dirty ();
     ++reader_.networks;
     read_header ();
     bool open = true;
@@ -398,9 +402,10 @@ void NetworkReader::read () {
         }
     }
     --reader_.networks;
-    reader_.nested_ids = std::move (index_);
-    // What is nested in this network is laid out with it.
-    if (reader_.networks == 0) network_.layout ();
+    reader_.nested_ids.swap (ids_);
+    if (reader_.networks > 0) return; // what is nested is laid out with what is around it
+    network_.multi_name_ = reader_.multi_name;
+    network_.layout ();
 }
 
 Network::Network (MarkupReader& reader, double version) {

@@ -1,14 +1,51 @@
 // The records of a network in native text: compartments, nodes, arcs.
 #include "document/markup.h"
 #include "document/network.h"
-#include "document/numbers.h"
 
-#include "base/text.h"
-
-#include <unordered_set>
+#include <algorithm>
+#include <array>
+#include <concepts>
+#include <string_view>
 
 namespace ostrand::document {
 namespace {
+
+/// The numbers of a record, one blank between them, which go out together.
+class Fields {
+  public:
+    explicit Fields (std::string_view front) {
+        end_ = std::copy (front.begin (), front.end (), buffer_.data ());
+    }
+    Fields& operator<< (std::integral auto value) {
+        separate ();
+        end_ = put_int (end_, static_cast<long long> (value));
+        return *this;
+    }
+    Fields& operator<< (float value) {
+        separate ();
+        end_ = put_number (end_, value);
+        return *this;
+    }
+    Fields& color (unsigned value) {
+        separate ();
+        end_ = put_color (end_, value);
+        return *this;
+    }
+    void append_to (std::string& out) const {
+        out.append (buffer_.data (), static_cast<std::size_t> (end_ - buffer_.data ()));
+    }
+
+  private:
+    static constexpr std::size_t most_fields = 8;
+
+    void separate () {
+        if (!first_) *end_++ = ' ';
+        first_ = false;
+    }
+    std::array<char, most_fields*(longest_number + 1)> buffer_;
+    char* end_;
+    bool first_ = true;
+};
 
 /// A text of an arc with its offset; "{}" when there is none.
 /// reads_back  an empty text is read as one again, so its offset counts; otherwise it is read as
@@ -21,67 +58,44 @@ void print_field (PrintState& to, const Char* field, bool reads_back) {
     const std::size_t before = to.out.size ();
     field->fprint (to, -1);
     const bool lost = !reads_back && to.out.compare (before, std::string::npos, "{}") == 0;
-    if (!lost && (field->x != 0 || field->y != 0)) {
-        to.out += '(' + number_text (field->x) + ' ' + number_text (field->y) + ')';
+    if (!lost && (field->x () != 0 || field->y () != 0)) {
+        (Fields ("(") << field->x () << field->y ()).append_to (to.out);
+        to.out += ')';
     }
 }
 
-/// What the user typed, in a form that reads back: a bracket would end the record, and a first
-/// letter that is a flag is set off by a blank.
-std::string safe_user_data (const std::string& data) {
-    std::string safe;
-    for (const char c : data) {
-        if (c != ']' && c != '\0') safe += c;
-    }
-    static constexpr std::string_view flags = "F.%;$";
-    if (!safe.empty () && flags.find (safe.front ()) != std::string_view::npos) {
-        safe.insert (safe.begin (), ' ');
-    }
-    return safe;
+/// Room for the records of a network at once, as large as they mostly are.
+void make_room (PrintState& to, const Network& network) {
+    constexpr std::size_t mean_record = 44;
+    const auto arcs = static_cast<std::size_t> (network.count_arcs ());
+    const std::size_t objects =
+        static_cast<std::size_t> (network.nb_nodes () + network.nb_comp ()) + arcs;
+    to.numbering.make_room (objects);
+    to.out.reserve (to.out.size () + objects * mean_record);
 }
 
-/// True when the object's network is `root` or nested in it.
-bool is_within (const GraphBase& g, const Network& root) {
-    for (const Network* network = g.owner_network (); network != nullptr;
-         network = network->holder == nullptr ? nullptr : network->holder->network) {
-        if (network == &root) return true;
+void print_text (PrintState& to, const Char* text, int depth) {
+    if (text == nullptr) {
+        to.out += '-';
+    } else {
+        text->fprint (to, depth);
     }
-    return false;
-}
-
-/// The arcs of a writing without those whose end, or their end's end, is not written: no record may
-/// name what is not there.
-void drop_loose_arcs (std::vector<const Arque*>& arcs, const Network& root) {
-    std::vector<const Arque*> loose;
-    for (const Arque* a : arcs) {
-        if (a->dest () == nullptr || !is_within (*a->dest (), root)) loose.push_back (a);
-    }
-    if (loose.empty ()) return;
-    std::unordered_set<const Arque*> all (loose.begin (), loose.end ());
-    while (!loose.empty ()) {
-        const Arque* a = loose.back ();
-        loose.pop_back ();
-        for (const Arque* b : a->incoming ()) {
-            if (all.insert (b).second) loose.push_back (b);
-        }
-    }
-    std::erase_if (arcs, [&all] (const Arque* a) { return all.contains (a); });
 }
 
 } // namespace
 
 void Compart::sprint (PrintState& to, float dx, float dy) const {
-    id = take_id ();
-    to.out += format_text ("[C%d %d ", id, shape) + number_text (x + dx) + ' ' +
-              number_text (y + dy) + ' ' + number_text (width) + ' ' +
-              std::to_string (get_height ()) + ' ' + color_text (color);
-    if (label) {
-        label->fprint (to, -1);
-    } else {
-        to.out += '-';
+    Fields fields ("[C");
+    fields << to.numbering.add (*this) << shape_ << x_ + dx << y_ + dy << width_ << get_height ();
+    fields.color (color_).append_to (to.out);
+    print_text (to, label_.get (), -1);
+    const char* separator = "{";
+    for (const int value : user_values_) {
+        to.out += separator;
+        append_int (to.out, value);
+        separator = *separator == '{' ? ":" : "+";
     }
-    to.out += format_text ("{%d:%d+%d+%d+%d}]", user_values[0], user_values[1], user_values[2],
-                           user_values[3], user_values[4]);
+    to.out += "}]";
 }
 
 void Compart::fprint (PrintState& to, int depth) const {
@@ -90,31 +104,26 @@ void Compart::fprint (PrintState& to, int depth) const {
 }
 
 void Node::print (PrintState& to, float dx, float dy, int depth) const {
-    id = take_id ();
     to.start_record (depth);
-    to.out += format_text ("[S%d %d ", id, nb_arcs ()) + number_text (x + dx) + ' ' +
-              number_text (y + dy) + ' ' + color_text (color) + ' ' + color_text (bg_color) + ' ' +
-              std::to_string (type);
-    if (label) {
-        to.joins = nested () != nullptr;
-        label->fprint (to, depth > 0 ? depth + 1 : -1);
-        to.joins = false;
-    } else {
-        to.out += '-';
-    }
-    if (residu) {
-        residu->fprint (to, -1);
-    } else {
-        to.out += '-';
-    }
-    if (foggy) to.out += 'F';
-    if (!selectable) to.out += '.';
-    if (calyx_display) to.out += '%';
-    const std::string& displayed = document_state ().multi_name;
-    if (label && !displayed.empty () && name () == displayed) multi_conc = true;
-    if (multi_conc) to.out += ';';
-    if (user_data) to.out += safe_user_data (*user_data);
+    Fields fields ("[S");
+    fields << to.numbering.add (*this) << nb_arcs () << x_ + dx << y_ + dy;
+    (fields.color (color_).color (bg_color_) << type_).append_to (to.out);
+    to.joins = nested () != nullptr;
+    print_text (to, label_.get (), depth > 0 ? depth + 1 : -1);
+    to.joins = false;
+    print_text (to, residu_.get (), -1);
+    if (foggy ()) to.out += 'F';
+    if (!selectable ()) to.out += '.';
+    if (calyx_display_) to.out += '%';
+    if (is_on_many_planes ()) to.out += ';';
+    if (user_data_) to.out += settled_user_data (*user_data_);
     to.out += ']';
+}
+
+bool Node::is_on_many_planes () const {
+    if (multi_conc_ || !label_ || network_ == nullptr) return multi_conc_;
+    const std::string& displayed = network_->multi_name ();
+    return !displayed.empty () && name () == displayed;
 }
 
 void Node::sprint (PrintState& to, float dx, float dy) const { print (to, dx, dy, -1); }
@@ -123,15 +132,21 @@ void Node::fprint (PrintState& to, int depth) const { print (to, 0, 0, depth); }
 
 void Arque::fprint (PrintState& to, int depth) const {
     if (source_ == nullptr || dest_ == nullptr) return;
+    print (to, {this, to.numbering.of (this), to.numbering.of (dest_)}, depth);
+}
+
+void Arque::print (PrintState& to, const NumberedArc& numbered, int depth) const {
     to.start_record (depth);
-    to.out += format_text ("[A%d ", id) + color_text (color) +
-              format_text (" %u %d %d %d", type, thickness, source_->id, dest_->id);
-    if (foggy) to.out += 'F';
-    print_field (to, label.get (), false);
-    print_field (to, residu.get (), false);
+    Fields fields ("[A");
+    fields << numbered.id;
+    fields.color (color_) << type_ << thickness () << to.numbering.of (source_) << numbered.dest;
+    fields.append_to (to.out);
+    if (foggy ()) to.out += 'F';
+    print_field (to, label_.get (), false);
+    print_field (to, residu_.get (), false);
     // Without the first of them the second would be read in its place.
-    if (stoech_src || stoech_dest) print_field (to, stoech_src.get (), true);
-    if (stoech_dest) print_field (to, stoech_dest.get (), true);
+    if (stoech_src_ || stoech_dest_) print_field (to, stoech_src_.get (), true);
+    if (stoech_dest_) print_field (to, stoech_dest_.get (), true);
     to.out += ']';
 }
 
@@ -139,32 +154,47 @@ void Network::print (PrintState& to, float dx, float dy, int depth) const {
     const bool joins = to.joins; // the arcs stand in the record around this one
     to.joins = false;
     const bool without_arcs = joins && to.without_arcs;
-    std::vector<const Arque*> outer;
-    if (!joins) outer.swap (to.arcs);
+    const bool is_alone = to.numbering.next () == 1;
+    std::vector<NumberedArc> outer;
+    if (!joins) {
+        outer.swap (to.arcs);
+        make_room (to, *this);
+    }
     const int below = depth < 0 ? depth : depth + 1;
 
     to.start_record (depth);
-    to.out +=
-        format_text ("[N%d %d %d %d %d", nb_nodes (), nb_comp (), align, to_int (x), to_int (y));
+    (Fields ("[N") << nb_nodes () << nb_comp () << align_ << to_int (x_) << to_int (y_))
+        .append_to (to.out);
     for (const auto& c : comps_) {
         to.start_record (below);
         c->sprint (to, dx, dy);
     }
     for (const auto& n : nodes_) n->print (to, dx, dy, below);
-    if (!without_arcs) {
+    if (!joins) {
+        print_arcs (to, below, is_alone);
+        to.arcs.swap (outer);
+    } else if (!without_arcs) {
         for (const auto& n : nodes_) {
-            for (const auto& a : n->arcs_) {
-                a->id = take_id ();
-                to.arcs.push_back (a.get ());
-            }
+            for (const auto& a : n->arcs_) to.arcs.push_back ({a.get (), to.numbering.add (*a)});
         }
     }
-    if (!joins) {
-        drop_loose_arcs (to.arcs, *this);
-        for (const Arque* a : arcs_in_file_order (to.arcs)) a->fprint (to, below);
-        to.arcs.swap (outer);
-    }
     to.out += ']';
+}
+
+/// First the arcs of networks that joined, which have their numbers, then the network's own.
+void Network::print_arcs (PrintState& to, int depth, bool is_alone) const {
+    ArcOrder order (*this, to.numbering, is_alone);
+    const auto print_next = [&] (NumberedArc a) {
+        if (order.goes_now (a)) a.arc->print (to, a, depth);
+    };
+    // Texts of arcs may hold networks, whose arcs are gathered in `arcs` meanwhile.
+    std::vector<NumberedArc> joined;
+    joined.swap (to.arcs);
+    for (const NumberedArc& a : joined) print_next (a);
+    for (const auto& n : nodes_) {
+        for (const auto& a : n->arcs_) print_next ({a.get (), to.numbering.add (*a)});
+    }
+    for (const NumberedArc& a : order.held_back ()) a.arc->print (to, a, depth);
 }
 
 void Network::sprint (PrintState& to, float dx, float dy) const { print (to, dx, dy, -1); }

@@ -1,9 +1,11 @@
-// Conversions between floats and whole numbers that are defined for every value.
+// Numbers of the text form: conversions that are defined for every value, and the six digits with
+// which coordinates are written.
 // Layer: document.
 #pragma once
 #include <cmath>
 #include <cstdint>
 #include <limits>
+#include <string>
 
 namespace ostrand::document {
 
@@ -28,6 +30,33 @@ inline std::uint32_t to_word (double value) {
     if (std::isnan (value)) return 0;
     if (value >= 9.2e18 || value <= -9.2e18) return 0;
     return static_cast<std::uint32_t> (static_cast<std::int64_t> (value));
+}
+
+/// Most bytes that one number takes: a float in full has 40 digits before its point.
+inline constexpr int longest_number = 64;
+/// Write a number at `to`, which has room for it, as the functions below append it; they give the
+/// place behind it.
+char* put_int (char* to, long long value);
+char* put_number (char* to, float value);
+char* put_color (char* to, unsigned color);
+
+/// Appends a coordinate with six digits as "%g" gives it, but never with an exponent, which the
+/// reader of numbers would not get over; what is not finite is "0".
+void append_number (std::string& out, float value);
+std::string number_text (float value);
+
+/// What a reader makes of append_number's text.
+float settled_number (float value);
+
+void append_int (std::string& out, long long value);
+
+/// Appends "#%06x" of the upper bytes above 255, else "%u".
+void append_color (std::string& out, unsigned color);
+std::string color_text (unsigned color);
+
+/// What a reader makes of that text: a colour by its parts has no low byte.
+constexpr unsigned settled_color (unsigned color) {
+    return color > 255 ? color & 0xFFFFFF00U : color;
 }
 
 } // namespace ostrand::document

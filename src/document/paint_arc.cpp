@@ -1,21 +1,17 @@
-// How an arc is laid out and painted.
+// How an arc is painted.
 #include "document/arque.h"
-#include "document/colors.h"
 #include "document/paint_device.h"
+#include "document/paint_style.h"
 
 #include <cmath>
 
 namespace ostrand::document {
 namespace {
 
-/// A text of an arc at its default place, moved by `offset`; its own x, y are the user's part.
-void paint_text (Char* text, Point place, float left, float top, float offset, bool draw) {
-    if (text) text->paint (place.x + left + offset, place.y + top + offset, draw);
-}
-
 /// Painter of one arc, whose network stands at (left, top).
 struct ArcPainter {
     const Arque& arc;
+    const ArcGeometry& at;
     PaintDevice& device;
     float left;
     float top;
@@ -28,15 +24,15 @@ struct ArcPainter {
     void line (float length) const {
         device.set_color (color);
         device.set_line (1, LineStyle::solid);
-        const bool longer = is_reversible (arc.type) && head_code (arc.type) == 0;
-        const Point from = moved (arc.start);
-        const TransformScope scope (device, from.x, from.y, arc.angle);
+        const bool longer = is_reversible (arc.type ()) && head_code (arc.type ()) == 0;
+        const Point from = moved (at.start);
+        const TransformScope scope (device, from.x, from.y, at.angle);
         device.fill_rect (0, -t / 2, longer ? length + 5 : length, t);
     }
 
     void mark () const {
-        const Point middle = moved ({(arc.start.x + arc.end.x) / 2, (arc.start.y + arc.end.y) / 2});
-        const TransformScope scope (device, middle.x, middle.y, arc.angle);
+        const Point middle = moved ({(at.start.x + at.end.x) / 2, (at.start.y + at.end.y) / 2});
+        const TransformScope scope (device, middle.x, middle.y, at.angle);
         device.set_color (color);
         device.fill_rect (-7, -7, 14, 14);
         if (14 - 2 * t <= 0) return;
@@ -44,8 +40,8 @@ struct ArcPainter {
         device.fill_rect (t - 7, t - 7, 14 - 2 * t, 14 - 2 * t);
     }
 
-    void barbed (Point at, float angle) const {
-        const Point tip = moved (at);
+    void barbed (Point place, float angle) const {
+        const Point tip = moved (place);
         const TransformScope scope (device, tip.x, tip.y, angle);
         device.set_color (color);
         device.arrow_head (14, 10, 1);
@@ -54,8 +50,8 @@ struct ArcPainter {
     /// The circle touches what the arc meets, since the arc's end was drawn back for it.
     void circle (float length) const {
         const float along = 1 + 5 / length;
-        const Point c = moved ({arc.start.x + along * (arc.end.x - arc.start.x),
-                                arc.start.y + along * (arc.end.y - arc.start.y)});
+        const Point c = moved ({at.start.x + along * (at.end.x - at.start.x),
+                                at.start.y + along * (at.end.y - at.start.y)});
         device.set_color (color);
         device.fill_ellipse (c.x + 1 - (t + 8) / 2, c.y - (t + 8) / 2, 6 + t, 6 + t, 16);
         device.set_color (white);
@@ -63,15 +59,15 @@ struct ArcPainter {
     }
 
     void flat () const {
-        const Point at = moved (arc.end);
-        const TransformScope scope (device, at.x, at.y, arc.angle + 90);
+        const Point foot = moved (at.end);
+        const TransformScope scope (device, foot.x, foot.y, at.angle + 90);
         device.set_color (color);
         device.fill_rect (-6.5F, 0, 12, t);
     }
 
     void triangle () const {
-        const Point tip = moved (arc.head);
-        const TransformScope scope (device, tip.x, tip.y, arc.angle);
+        const Point tip = moved (at.head);
+        const TransformScope scope (device, tip.x, tip.y, at.angle);
         device.set_color (color);
         device.fill_triangle_head (16, 12, 0);
         device.set_color (white);
@@ -79,8 +75,8 @@ struct ArcPainter {
     }
 
     void diamond () const {
-        const Point at = moved (arc.head);
-        const TransformScope scope (device, at.x, at.y, arc.angle - 45);
+        const Point corner = moved (at.head);
+        const TransformScope scope (device, corner.x, corner.y, at.angle - 45);
         device.set_color (color);
         device.fill_rect (-4 - t / 2, -4 - t / 2, 7 + t, 7 + t);
         device.set_color (white);
@@ -88,55 +84,58 @@ struct ArcPainter {
     }
 
     void bar () const {
-        const Point at = moved (arc.inner);
-        const TransformScope scope (device, at.x, at.y, arc.angle + 90);
+        const Point middle = moved (at.inner);
+        const TransformScope scope (device, middle.x, middle.y, at.angle + 90);
         device.set_color (color);
         device.fill_rect (-5, -2, 10, 1.5F);
     }
 
     void paint () const {
-        const float dx = arc.end.x - arc.start.x;
-        const float dy = arc.end.y - arc.start.y;
+        const float dx = at.end.x - at.start.x;
+        const float dy = at.end.y - at.start.y;
         const float square = dx * dx + dy * dy;
         const float length = std::sqrt (square);
         if (square > 0) line (length);
         if (square < 3) return;
-        if (is_reaction (arc.type)) mark ();
-        if (is_reversible (arc.type)) barbed (arc.start, arc.angle + 180);
-        switch (head_code (arc.type)) {
-        case 1: barbed (arc.head, arc.angle); break;
+        if (is_reaction (arc.type ())) mark ();
+        if (is_reversible (arc.type ())) barbed (at.start, at.angle + 180);
+        switch (head_code (arc.type ())) {
+        case 1: barbed (at.head, at.angle); break;
         case 2: circle (length); break;
         case 3: flat (); break;
         case 4: triangle (); break;
         case 5: diamond (); break;
         default: break;
         }
-        if ((arc.type & 0x80U) != 0) bar ();
+        if ((arc.type () & 0x80U) != 0) bar ();
     }
 };
 
 } // namespace
 
-void Arque::paint (float left, float top, bool draw) {
-    compute_geometry ();
-    const DocumentState& state = document_state ();
-    PaintDevice* const device = draw ? current_device () : nullptr;
-    if (device) device->begin_group ();
-    if (state.show_kinetics) {
-        paint_text (label.get (), label_pos, left, top, 0, draw);
-        paint_text (residu.get (), residu_pos, left, top, 0, draw);
+void Arque::paint (PaintDevice& device, const PaintStyle& style, float left, float top) const {
+    device.begin_group ();
+    // A text stands at its default place; its own x, y are the user's part.
+    const auto paint_text = [&] (const Char* text, Point place, float offset) {
+        if (text == nullptr) return;
+        text->paint (device, style, place.x + left + offset, place.y + top + offset);
+    };
+    if (style.kinetics) {
+        paint_text (label (), geometry_.label_pos, 0);
+        paint_text (residu (), geometry_.residu_pos, 0);
     }
-    if (state.show_stoichiometry) {
-        paint_text (stoech_src.get (), label_pos, left, top, 2, draw);
-        paint_text (stoech_dest.get (), residu_pos, left, top, 2, draw);
+    if (style.stoichiometry) {
+        paint_text (stoech_src (), geometry_.label_pos, stoichiometry_offset);
+        paint_text (stoech_dest (), geometry_.residu_pos, stoichiometry_offset);
     }
-    if (!device) return;
-    unsigned c = painted_color (color);
-    if (selected) c = state.dark_mode ? 3 : 1;
-    if (foggy) c = fogged_color (c);
-    const auto t = static_cast<float> (thickness + (selected ? 1 : 0) + (hover ? 1 : 0));
-    ArcPainter{*this, *device, left, top, t, c, painted_color (7)}.paint ();
-    device->end_group ();
+    const bool is_selected = style.is_selected (*this);
+    unsigned c = style.color (color ());
+    if (is_selected) c = style.dark ? 3 : 1;
+    if (foggy ()) c = style.fogged (c);
+    const auto t = static_cast<float> (thickness () + (is_selected ? 1 : 0) +
+                                       (style.is_hover (*this) ? 1 : 0));
+    ArcPainter{*this, geometry_, device, left, top, t, c, style.color (7)}.paint ();
+    device.end_group ();
 }
 
 } // namespace ostrand::document

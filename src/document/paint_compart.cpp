@@ -1,9 +1,8 @@
-// How a compartment is laid out and painted.
+// How a compartment is painted.
 #include "document/colors.h"
 #include "document/compart.h"
 #include "document/paint_device.h"
-
-#include <array>
+#include "document/paint_style.h"
 
 namespace ostrand::document {
 namespace {
@@ -17,6 +16,7 @@ constexpr unsigned dark_selected_color = 0xEE29FF00;
 struct CompartPainter {
     const Compart& compart;
     PaintDevice& device;
+    const PaintStyle& style;
     float left;
     float top;
     float w;
@@ -29,28 +29,28 @@ struct CompartPainter {
         const float band_h = h - 2 * inset;
         if (band_w <= 0 || band_h <= 0) return;
         device.set_color (color);
-        if (compart.shape == shape::rectangle)
+        if (compart.shape () == shape::rectangle)
             device.fill_round_rect (left + inset, top + inset, band_w, band_h, radius);
         else
             device.fill_ellipse (left + inset, top + inset, band_w, band_h, ellipse_sides);
     }
 
     void bands () const {
-        const bool dark = document_state ().dark_mode;
-        unsigned color = dark ? dark_compart_color : compart.color;
-        if (compart.selected) color = dark ? dark_selected_color : 1;
-        if (compart.foggy) color = fogged_color (color);
+        unsigned color = style.dark ? dark_compart_color : compart.color ();
+        if (style.is_selected (compart)) color = style.dark ? dark_selected_color : 1;
+        if (compart.foggy ()) color = style.fogged (color);
         band (color, 2 - u, u + 7);
         band (light_band_color (color), 2, 7);
         band (color, 8, 4);
-        band (dark ? 56 : 7, 10, 3);
+        band (style.dark ? 56 : 7, 10, 3);
     }
 
     /// A grip of 12 by 12 in a black frame of 16, at the frame's corner.
     void handle (Edge edge, float x, float y) const {
-        device.set_color (painted_color (0));
+        device.set_color (style.color (0));
         device.fill_rect (left + x, top + y, 16, 16);
-        device.set_color (compart.edge == edge ? 0xA0A0A000 : painted_color (7));
+        const bool hot = style.is_hover (compart) && style.hot_edge == edge;
+        device.set_color (hot ? 0xA0A0A000 : style.color (7));
         device.fill_rect (left + x + 2, top + y + 2, 12, 12);
     }
 
@@ -66,22 +66,20 @@ struct CompartPainter {
 
 } // namespace
 
-void Compart::paint (float ox, float oy, bool draw) {
-    const float w = get_width ();
-    const auto h = static_cast<float> (get_height ());
-    const int u = thickness + (selected ? 1 : 0) + (hover ? 2 : 0);
-    PaintDevice* const device = draw ? current_device () : nullptr;
-    const float left = x + ox;
-    const float top = y + oy;
-    if (device && u > 0)
-        CompartPainter{*this, *device, left, top, w, h, static_cast<float> (u)}.bands ();
-    if (label) {
-        label->x = (w - label->get_width ()) / 2;
-        label->y = h - 10; // the base line stands on the inner band
-        label->paint (left, top, draw);
-    }
-    if (device && selected)
-        CompartPainter{*this, *device, left, top, w, h, static_cast<float> (u)}.handles ();
+void Compart::paint (PaintDevice& device, const PaintStyle& style, float left, float top) const {
+    const bool is_selected = style.is_selected (*this);
+    const int u = thickness () + (is_selected ? 1 : 0) + (style.is_hover (*this) ? 2 : 0);
+    const CompartPainter painter{*this,
+                                 device,
+                                 style,
+                                 x () + left,
+                                 y () + top,
+                                 get_width (),
+                                 static_cast<float> (get_height ()),
+                                 static_cast<float> (u)};
+    if (u > 0) painter.bands ();
+    if (label () != nullptr) label ()->paint (device, style, painter.left, painter.top);
+    if (is_selected) painter.handles ();
 }
 
 } // namespace ostrand::document

@@ -1,4 +1,4 @@
-// Which device is painted on, and what all devices share.
+// What all devices share.
 #include "document/paint_device.h"
 
 #include "base/text.h"
@@ -6,14 +6,6 @@
 #include <cstdarg>
 
 namespace ostrand::document {
-namespace {
-
-PaintDevice*& device_in_use () {
-    static PaintDevice* device = nullptr;
-    return device;
-}
-
-} // namespace
 
 void PaintDevice::draw_format (unsigned font, float x, float y, const char* format, ...) {
     va_list arguments;
@@ -22,13 +14,5 @@ void PaintDevice::draw_format (unsigned font, float x, float y, const char* form
     va_end (arguments);
     draw_text (*font_metrics (font), text, x, y);
 }
-
-PaintDevice* current_device () { return device_in_use (); }
-
-DeviceScope::DeviceScope (PaintDevice& device) : outer_ (device_in_use ()) {
-    device_in_use () = &device;
-}
-
-DeviceScope::~DeviceScope () { device_in_use () = outer_; }
 
 } // namespace ostrand::document

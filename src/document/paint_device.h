@@ -21,10 +21,6 @@ class PaintDevice {
     PaintDevice& operator= (const PaintDevice&) = delete;
     virtual ~PaintDevice () = default;
 
-    /// True for a drawing file: everything is laid out and painted, not only what a window shows,
-    /// and lines of one style are always one text.
-    virtual bool is_file () const = 0;
-
     /// Colour of what follows: below 256 an index of the colour map, else 0xRRGGBB00.
     virtual void set_color (unsigned color) = 0;
     /// Parts from 0 to 255.
@@ -73,21 +69,6 @@ class PaintDevice {
         __attribute__ ((format (printf, 5, 6)));
 };
 
-/// The device that painting goes to now; null when nothing is being painted.
-PaintDevice* current_device ();
-
-/// While it lives, painting goes to its device. Scopes nest.
-class DeviceScope {
-  public:
-    explicit DeviceScope (PaintDevice& device);
-    ~DeviceScope ();
-    DeviceScope (const DeviceScope&) = delete;
-    DeviceScope& operator= (const DeviceScope&) = delete;
-
-  private:
-    PaintDevice* outer_;
-};
-
 /// A transform that ends with its scope.
 class TransformScope {
   public:
@@ -111,18 +92,6 @@ class ClipScope {
     ~ClipScope () { device_.end_clip (); }
     ClipScope (const ClipScope&) = delete;
     ClipScope& operator= (const ClipScope&) = delete;
-
-  private:
-    PaintDevice& device_;
-};
-
-/// A group that ends with its scope.
-class GroupScope {
-  public:
-    explicit GroupScope (PaintDevice& device) : device_ (device) { device_.begin_group (); }
-    ~GroupScope () { device_.end_group (); }
-    GroupScope (const GroupScope&) = delete;
-    GroupScope& operator= (const GroupScope&) = delete;
 
   private:
     PaintDevice& device_;

@@ -1,108 +1,67 @@
-// How a network is laid out and painted.
+// How a network is painted: what of it, and in which order.
+#include "document/layout_index.h"
 #include "document/network.h"
-#include "document/paint_device.h"
+#include "document/paint_style.h"
 
 #include <algorithm>
-#include <array>
-#include <unordered_map>
-#include <utility>
-#include <vector>
 
 namespace ostrand::document {
 namespace {
 
-/// What of an arc's geometry other arcs and the picture depend on.
-std::array<float, 12> fingerprint (const Arque& arc) {
-    return {arc.start.x,     arc.start.y,     arc.end.x,        arc.end.y,
-            arc.mark_a.x,    arc.mark_a.y,    arc.mark_b.x,     arc.mark_b.y,
-            arc.label_pos.x, arc.label_pos.y, arc.residu_pos.x, arc.residu_pos.y};
-}
+/// Grips, outlines and the pointer's mark reach so far out of a compartment.
+constexpr float compart_reach = 16;
 
-/// Number of arcs between an arc and the node that it ends on at last, for arcs that end on arcs;
-/// arcs that end on one another in a circle count from anywhere in it.
-class Depths {
-  public:
-    int of (const Arque& arc) {
-        if (!arc.dest_arc ()) return 0;
-        std::vector<const Arque*> way;
-        int depth = 0;
-        for (const Arque* on = &arc; on->dest_arc (); on = on->dest_arc ()) {
-            const auto [known, is_new] = depths_.emplace (on, 0);
-            if (!is_new) {
-                depth = known->second;
-                break;
-            }
-            way.push_back (on);
-        }
-        for (auto on = way.rbegin (); on != way.rend (); ++on) depths_[*on] = ++depth;
-        return depths_[&arc];
-    }
+/// What is painted of a network, in the order of painting.
+struct Visible {
+    std::vector<const Arque*> reactions; // under the other arcs
+    std::vector<const Arque*> links;
+    std::vector<const Node*> nodes; // on top
 
-  private:
-    std::unordered_map<const Arque*, int> depths_;
+    void take (const Arque& a) { (is_reaction (a.type ()) ? reactions : links).push_back (&a); }
 };
-
-/// Lays out all arcs. The first walk, in network order, settles on which side parallel arcs go. An
-/// arc that ends on an arc needs that one's place, which later walks, from the nodes outwards,
-/// find.
-void layout_arcs (const std::vector<Arque*>& arcs) {
-    constexpr int most_walks = 8; // parallel arcs settle in two; only circles of arcs never do
-    for (Arque* const arc : arcs) arc->paint (0, 0, false);
-    Depths depths;
-    std::vector<std::pair<int, Arque*>> by_depth;
-    by_depth.reserve (arcs.size ());
-    for (Arque* const arc : arcs) by_depth.emplace_back (depths.of (*arc), arc);
-    std::ranges::stable_sort (by_depth, {}, &std::pair<int, Arque*>::first);
-    bool changed = true;
-    for (int walk = 0; changed && walk < most_walks; ++walk) {
-        changed = false;
-        for (const auto& [depth, arc] : by_depth) {
-            const auto before = fingerprint (*arc);
-            arc->paint (0, 0, false);
-            changed = changed || before != fingerprint (*arc);
-        }
-    }
-}
-
-/// Wholly beside the clip window, of which a network without one has none.
-bool is_outside (const Network& network, const Extent& box, float left, float top) {
-    const float x = left - static_cast<float> (network.clip_x);
-    const float y = top - static_cast<float> (network.clip_y);
-    return box.right + x < 0 || box.bottom + y < 0 ||
-           box.x + x > static_cast<float> (network.clip_w) ||
-           box.y + y > static_cast<float> (network.clip_h);
-}
 
 } // namespace
 
-void Network::layout () {
-    for (const auto& c : comps_) c->paint (0, 0, false);
-    for (const auto& n : nodes_) n->paint (0, 0, false);
-    layout_arcs (all_arcs ());
-    // The texts of arcs have their places now, so the network's own size may be another.
-    width_stamp = height_stamp = ascent_stamp = descent_stamp = 0;
-}
-
-void Network::paint (float ox, float oy, bool draw) {
-    if (!draw) {
-        layout ();
-        return;
+void Network::paint_contents (PaintDevice& device, const PaintStyle& style, float left,
+                              float top) const {
+    const auto sees = [&style, left, top] (const Extent& box) {
+        return style.sees (box.moved (left, top));
+    };
+    for (const auto& c : comps_) {
+        if (sees (c->extent ().widened (compart_reach))) c->paint (device, style, left, top);
     }
-    const auto h = static_cast<float> (get_height ());
-    const float left = ox + x;
-    const float top = oy + y - (align == 1 ? h / 2 : align == 0 ? h : 0);
-    for (const auto& c : comps_) c->paint (left, top, true);
-    for (const bool reactions : {true, false}) {
+    Visible visible;
+    std::vector<GraphBase*> found;
+    const bool is_found =
+        style.clip && is_laid_out () && index ().near (style.clip->moved (-left, -top), found);
+    if (is_found) {
+        for (const GraphBase* const g : found) {
+            if (!sees (g->extent ())) continue;
+            if (g->kind () == CharKind::node) {
+                visible.nodes.push_back (static_cast<const Node*> (g));
+            } else {
+                visible.take (static_cast<const Arque&> (*g));
+            }
+        }
+        const auto arc_place = [this] (const Arque* a) { return walk_place (*a); };
+        std::ranges::sort (visible.reactions, {}, arc_place);
+        std::ranges::sort (visible.links, {}, arc_place);
+        std::ranges::sort (visible.nodes, {}, [this] (const Node* n) { return place_of (*n); });
+    } else {
         for (const auto& n : nodes_) {
-            for (const auto& arc : n->arcs ()) {
-                if (is_reaction (arc->type) != reactions) continue;
-                arc->paint (left, top, false);
-                if (!is_outside (*this, arc->extent (), left, top)) arc->paint (left, top, true);
+            if (sees (n->extent ())) visible.nodes.push_back (n.get ());
+            for (const auto& a : n->arcs_) {
+                if (sees (a->extent ())) visible.take (*a);
             }
         }
     }
-    for (const auto& n : nodes_)
-        if (!is_outside (*this, n->extent (), left, top)) n->paint (left, top, true);
+    for (const Arque* const a : visible.reactions) a->paint (device, style, left, top);
+    for (const Arque* const a : visible.links) a->paint (device, style, left, top);
+    for (const Node* const n : visible.nodes) n->paint (device, style, left, top);
+}
+
+void Network::paint (PaintDevice& device, const PaintStyle& style, float left, float top) const {
+    paint_contents (device, style, left + x_, top + y_ - align_shift ());
 }
 
 } // namespace ostrand::document

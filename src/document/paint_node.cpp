@@ -1,11 +1,9 @@
-// How a node is laid out and painted.
-#include "document/colors.h"
-#include "document/network.h"
+// How a node is painted.
 #include "document/node.h"
 #include "document/paint_device.h"
+#include "document/paint_style.h"
 
 #include <algorithm>
-#include <array>
 
 namespace ostrand::document {
 namespace {
@@ -13,12 +11,16 @@ namespace {
 constexpr float corner_radius = 7;
 constexpr float chevron_depth = 10;
 constexpr int ellipse_sides = 64;
-constexpr float wide_label = 50; // a label wider than this makes an ellipse and a receptor roomier
+
+bool is_highlighted (const Node& node, const PaintStyle& style) {
+    return style.marks && node.highlight != no_highlight;
+}
 
 /// Painter of one node's shape, its box at (left, top).
 struct NodePainter {
     const Node& node;
     PaintDevice& device;
+    const PaintStyle& style;
     float left;
     float top;
     float w;
@@ -27,14 +29,14 @@ struct NodePainter {
     unsigned outline;
     unsigned fill;
 
-    bool has_background () const { return (node.type & node::background_bit) != 0; }
+    bool has_background () const { return (node.type () & node::background_bit) != 0; }
 
     void frame () const {
-        if (!node.selected && !node.hover) return;
+        if (!style.is_selected (node) && !style.is_hover (node)) return;
         device.set_color (outline);
         device.fill_rect (left - t / 2, top - t / 2, w + t, h + t);
         if (w <= t || h <= t) return;
-        device.set_color (painted_color (7));
+        device.set_color (style.color (7));
         device.fill_rect (left + t / 2, top + t / 2, w - t, h - t);
     }
 
@@ -50,14 +52,14 @@ struct NodePainter {
         if (has_background ())
             device.fill_rect (left - 1, top + h * 4 / 5, w + 2, h / 5 + 2);
         else
-            device.shared_bar (left, top, w, h, static_cast<float> (node.thickness));
+            device.shared_bar (left, top, w, h, static_cast<float> (node.thickness ()));
     }
 
     /// Three shadows behind a highlighted node, darker towards it.
     template <typename Shape>
     void shadows (const Shape& shape) const {
-        if (node.highlight == no_highlight) return;
-        const unsigned near = document_state ().dark_mode ? 48 : 30;
+        if (!is_highlighted (node, style)) return;
+        const unsigned near = style.dark ? 48 : 30;
         float offset = 6;
         for (const unsigned color : {48U, 0xA0A0A000U, near}) {
             device.set_color (color);
@@ -85,7 +87,7 @@ struct NodePainter {
         if (!node.is_shared ()) return;
         const ClipScope clip (device, left, top + h * 4 / 5, w, h / 5);
         device.set_color (outline);
-        device.shared_bar (left, top, w, h, static_cast<float> (node.thickness));
+        device.shared_bar (left, top, w, h, static_cast<float> (node.thickness ()));
     }
 
     void ellipse () const {
@@ -106,7 +108,7 @@ struct NodePainter {
         } else {
             // The chord of an ellipse at four fifths of its height is four fifths of its width.
             device.shared_bar (left + w / 10, top, w * 4 / 5, h,
-                               static_cast<float> (node.thickness));
+                               static_cast<float> (node.thickness ()));
         }
     }
 
@@ -140,85 +142,55 @@ struct NodePainter {
         const float y = top - static_cast<float> (residu.get_ascent ()) - 1;
         device.set_color (outline);
         device.fill_ellipse (x, y, ground_w, ground_h, 16);
-        device.set_color (painted_color (7));
+        device.set_color (style.color (7));
         device.fill_ellipse (x + 1, y + 1, ground_w - 2, ground_h - 2, 16);
     }
 };
 
 /// Outline, fill and thickness after all that may change them.
-NodePainter painter_of (const Node& node, PaintDevice& device, float left, float top) {
-    const bool dark = document_state ().dark_mode;
+NodePainter painter_of (const Node& node, PaintDevice& device, const PaintStyle& style, float left,
+                        float top) {
     NodePainter painter{node,
                         device,
+                        style,
                         left,
                         top,
                         node.get_width (),
                         static_cast<float> (node.get_height ()),
-                        static_cast<float> (node.thickness),
-                        painted_color (node.color),
-                        painted_color (node.bg_color)};
+                        static_cast<float> (node.thickness ()),
+                        style.color (node.color ()),
+                        style.color (node.bg_color ())};
     // On a dark canvas all that is fogged has one colour, and the label has to show on the fill.
-    if ((node.type & node::background_bit) != 0 && node.foggy && !dark)
-        painter.fill = fogged_color (painter.fill);
+    if (painter.has_background () && node.foggy () && !style.dark) {
+        painter.fill = style.fogged (painter.fill);
+    }
     const auto mark = [&painter] (unsigned color) {
         painter.outline = color;
         painter.t += 1;
     };
-    if (node.highlight != no_highlight) {
-        painter.fill = painted_color (node.highlight);
+    if (is_highlighted (node, style)) {
+        painter.fill = style.color (node.highlight);
         mark (5);
     }
-    if (node.calyx_display) mark (dark ? 6 : 4);
-    if (node.multi_conc) mark (5);
-    if (node.selected) mark (dark ? 3 : 1);
-    if (node.hover) painter.t += 1;
-    if (node.foggy) painter.outline = fogged_color (painter.outline);
+    if (node.calyx_display ()) mark (style.dark ? 6 : 4);
+    if (node.multi_conc ()) mark (5);
+    if (style.is_selected (node)) mark (style.dark ? 3 : 1);
+    if (style.is_hover (node)) painter.t += 1;
+    if (node.foggy ()) painter.outline = style.fogged (painter.outline);
     return painter;
-}
-
-/// The label's place relative to the node's corner.
-void place_label (const Node& node) {
-    Char& label = *node.label;
-    label.x = 5;
-    label.y = static_cast<float> (label.get_ascent () + 4);
-    if (node.group () == node::receptor_group) label.y += 7;
-    if (node.residu) {
-        label.y += 2;
-    } else if (node.group () == node::molecule_group && label.get_width () > wide_label) {
-        label.y += 2;
-        label.x += 8;
-    }
-    if (node.is_shared ()) label.y -= 2;
 }
 
 } // namespace
 
-void Node::paint (float left, float top, bool draw) {
-    if (Network* const inner = nested (); inner && !draw) {
-        // A nested network is as large as its arcs' texts make it: sizes taken before are stale.
-        inner->layout ();
-        mark_layout_dirty ();
-    }
-    const float corner_x = x - get_width () / 2;
-    const float corner_y = y - static_cast<float> (get_height ()) / 2;
-    PaintDevice* const device = draw ? current_device () : nullptr;
-    if (device) painter_of (*this, *device, corner_x + left, corner_y + top).shape ();
-    if (label) {
-        place_label (*this);
-        if (Network* const inner = nested (); inner && network) {
-            inner->clip_x = network->clip_x;
-            inner->clip_y = network->clip_y;
-            inner->clip_w = network->clip_w;
-            inner->clip_h = network->clip_h;
-        }
-        if (draw || !nested ()) label->paint (corner_x + left, corner_y + top, draw);
-    }
-    if (residu) {
-        residu->x = corner_x + 10;
-        residu->y = corner_y;
-        if (device)
-            painter_of (*this, *device, corner_x + left, corner_y + top).residu_ground (*residu);
-        residu->paint (left, top, draw);
+void Node::paint (PaintDevice& device, const PaintStyle& style, float left, float top) const {
+    const float corner_x = x () - get_width () / 2 + left;
+    const float corner_y = y () - static_cast<float> (get_height ()) / 2 + top;
+    const NodePainter painter = painter_of (*this, device, style, corner_x, corner_y);
+    painter.shape ();
+    if (label () != nullptr) label ()->paint (device, style, corner_x, corner_y);
+    if (residu () != nullptr) {
+        painter.residu_ground (*residu ());
+        residu ()->paint (device, style, left, top);
     }
 }
 

@@ -1,10 +1,7 @@
 // A picture in a line: its size from the file's first bytes.
 #include "document/picture.h"
 
-#include "document/document_state.h"
 #include "document/markup.h"
-
-#include "base/text.h"
 
 #include <algorithm>
 #include <filesystem>
@@ -93,51 +90,57 @@ std::unique_ptr<PictureImage> probe_picture (std::string_view bytes) {
     return nullptr;
 }
 
-Picture::Picture (std::string_view new_path, unsigned new_font, unsigned new_color, int new_width,
-                  int new_height)
-    : Char (new_font, new_color), image (load (std::string (new_path))), path (new_path) {
-    width = static_cast<float> (std::clamp (image ? image->width : new_width, 0, largest_side));
-    height = static_cast<float> (std::clamp (image ? image->height : new_height, 0, largest_side));
-    set_align (0);
-}
+Picture::Picture (std::string_view new_path, int new_width, int new_height)
+    : image_ (load (std::string (new_path))), path_ (new_path),
+      width_ (
+          static_cast<float> (std::clamp (image_ ? image_->width : new_width, 0, largest_side))),
+      height_ (std::clamp (image_ ? image_->height : new_height, 0, largest_side)) {}
 
 Picture::Picture (const Picture& other)
-    : Char (other.font, other.color), image (other.image), align (other.align), path (other.path) {
-    width = other.width;
-    height = other.height;
-    ascent = other.ascent;
-    descent = other.descent;
-    foggy = other.foggy;
+    : image_ (other.image_), path_ (other.path_), width_ (other.width_), height_ (other.height_),
+      align_ (other.align_) {
+    foggy_ = other.foggy_;
 }
 
 Picture::~Picture () = default;
 
-void Picture::set_align (int a) {
-    if (a == align) return;
-    align = a;
-    const int whole = get_height ();
-    ascent = a == 0 ? whole : a == 2 ? 0 : whole / 2;
-    descent = a == 0 ? 0 : a == 2 ? whole : whole / 2;
-    mark_layout_dirty ();
+bool Picture::set_align (int a) {
+    if (a == align_) return false;
+    align_ = a;
+    content_changed ();
+    return true;
 }
+
+int Picture::get_ascent () const { return align_ == 0 ? height_ : align_ == 2 ? 0 : height_ / 2; }
+
+int Picture::get_descent () const { return align_ == 0 ? 0 : align_ == 2 ? height_ : height_ / 2; }
 
 std::unique_ptr<Char> Picture::clone (Char* new_parent) const {
     std::unique_ptr<Picture> copy (new Picture (*this));
-    copy->parent = new_parent;
+    adopt (*copy, new_parent);
     return copy;
 }
 
 void Picture::sprint (PrintState& to, float, float) const { fprint (to, -1); }
 
 void Picture::fprint (PrintState& to, int) const {
-    to.out += format_text ("[P%d ", align) + number_text (width) + ' ' +
-              std::to_string (get_height ()) + ' ' + path + ']';
+    to.out += "[P";
+    append_int (to.out, align_);
+    to.out += ' ';
+    append_number (to.out, width_);
+    to.out += ' ';
+    append_int (to.out, height_);
+    to.out += ' ';
+    to.out += path_;
+    to.out += ']';
 }
 
-Char* Picture::find_at (float px, float py, HitPlace&) {
-    const auto whole = static_cast<float> (get_height ());
-    const float down = py + (align == 0 ? whole : align == 2 ? 0.0F : whole / 2);
-    return px >= 0 && px <= width && down >= 0 && down <= whole ? this : nullptr;
+Hit Picture::find_at (float px, float py, const HitQuery&) {
+    const float right = px - x ();
+    const auto whole = static_cast<float> (height_);
+    const float down = py - y () + (align_ == 0 ? whole : align_ == 2 ? 0.0F : whole / 2);
+    const bool inside = right >= 0 && right <= width_ && down >= 0 && down <= whole;
+    return {.object = inside ? this : nullptr};
 }
 
 } // namespace ostrand::document

@@ -3,6 +3,8 @@
 #pragma once
 #include "document/char.h"
 
+#include <memory>
+#include <string>
 #include <string_view>
 
 namespace ostrand::document {
@@ -24,31 +26,39 @@ std::unique_ptr<PictureImage> probe_picture (std::string_view bytes);
 class Picture : public Char {
   public:
     /// Looks the file up; its own size wins over the arguments. A file that cannot be read leaves
-    /// `image` null, and the place keeps the given size.
-    Picture (std::string_view new_path, unsigned new_font, unsigned new_color, int new_width,
-             int new_height);
+    /// no image, and the place keeps the given size.
+    Picture (std::string_view new_path, int new_width, int new_height);
     ~Picture () override;
 
-    std::shared_ptr<const PictureImage> image; // null: the placeholder is shown
-    int align = 2;                             // 0 bottom, 1 centre, 2 top
-    std::string path;                          // as given, written back as it is
+    const PictureImage* image () const { return image_.get (); } // null: the placeholder is shown
+    int align () const { return align_; }                        // 0 bottom, 1 centre, 2 top
+    const std::string& path () const { return path_; }           // as given, written back as it is
 
-    /// 0 puts the whole height above the base, 2 below it, any other value half on each side.
-    void set_align (int a);
+    /// 0 puts the whole height above the base, 2 below it, any other value half on each side. True
+    /// when that changed something.
+    bool set_align (int a);
 
     std::unique_ptr<Char> clone (Char* new_parent) const override;
     CharKind kind () const override { return CharKind::picture; }
-    float get_width () const override { return width; }
-    int get_height () const override { return static_cast<int> (height); }
-    int get_ascent () const override { return ascent; }
-    int get_descent () const override { return descent; }
-    void paint (float left, float top, bool draw) override;
+    float get_width () const override { return width_; }
+    int get_height () const override { return height_; }
+    int get_ascent () const override;
+    int get_descent () const override;
+    void lay_out () override {}
+    void paint (PaintDevice& device, const PaintStyle& style, float left,
+                float top) const override; // paint_line.cpp
     void sprint (PrintState& to, float dx, float dy) const override;
     void fprint (PrintState& to, int depth) const override;
-    Char* find_at (float px, float py, HitPlace& place) override;
+    Hit find_at (float px, float py, const HitQuery& query) override;
 
   private:
     Picture (const Picture& other);
+
+    std::shared_ptr<const PictureImage> image_;
+    std::string path_;
+    float width_;
+    int height_;
+    int align_ = 0;
 };
 
 } // namespace ostrand::document

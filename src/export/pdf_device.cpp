@@ -1,6 +1,7 @@
 // The primitives as libHaru's calls.
 #include "export/pdf_device.h"
 
+#include "base/report.h"
 #include "document/colors.h"
 #include "document/font_numbers.h"
 
@@ -63,6 +64,7 @@ std::optional<DecodedPicture> decode_png (const std::string& path) {
 /// libHaru hands its first error to this and gives an error code from every later call.
 void PdfDevice::on_error (HPDF_STATUS error, HPDF_STATUS detail, void* device) {
     auto& self = *static_cast<PdfDevice*> (device);
+    if (self.tries_picture_) return;
     if (!self.failed_)
         std::fprintf (stderr, "ERROR: error_no=%04X, detail_no=%u\n", static_cast<unsigned> (error),
                       static_cast<unsigned> (detail));
@@ -141,30 +143,49 @@ void PdfDevice::set_color (unsigned color) {
                    static_cast<int> (rgb >> 8 & 255U));
 }
 
+void PdfDevice::write_color (int rgb) {
+    const auto part = [rgb] (int shift) {
+        return static_cast<float> ((rgb >> shift & 255) / 255.0);
+    };
+    HPDF_Page_SetRGBStroke (page_, part (16), part (8), part (0));
+    HPDF_Page_SetRGBFill (page_, part (16), part (8), part (0));
+    state_.rgb = rgb;
+}
+
 void PdfDevice::set_color_rgb (int red, int green, int blue) {
     if (failed_) return;
-    const auto part = [] (int value) {
-        return static_cast<float> (std::clamp (value, 0, 255) / 255.0);
-    };
-    HPDF_Page_SetRGBStroke (page_, part (red), part (green), part (blue));
-    HPDF_Page_SetRGBFill (page_, part (red), part (green), part (blue));
+    wanted_.rgb = std::clamp (red, 0, 255) << 16 | std::clamp (green, 0, 255) << 8 |
+                  std::clamp (blue, 0, 255);
+    write_color (wanted_.rgb);
 }
 
 void PdfDevice::set_color_alpha (int red, int green, int blue, int) {
     set_color_rgb (red, green, blue);
 }
 
-void PdfDevice::set_line (float width, LineStyle style) {
-    if (failed_) return;
+void PdfDevice::write_line (float width, int dash) {
     if (width != state_.line_width) {
         HPDF_Page_SetLineWidth (page_, std::clamp (scaled (width), 0.0F, widest_line));
         state_.line_width = width;
     }
-    const int dash = style == LineStyle::dashed ? 2 : 1;
     if (dash == state_.dash) return;
     const HPDF_UINT16 pattern[] = {1};
     HPDF_Page_SetDash (page_, dash == 2 ? pattern : nullptr, dash == 2 ? 1 : 0, dash == 2 ? 1 : 0);
     state_.dash = dash;
+}
+
+void PdfDevice::set_line (float width, LineStyle style) {
+    if (failed_) return;
+    wanted_.line_width = width;
+    wanted_.dash = style == LineStyle::dashed ? 2 : 1;
+    write_line (wanted_.line_width, wanted_.dash);
+}
+
+/// A page goes back to the colour and line that it had before a transform or a clip; what was set
+/// in between holds on. Said again only where something is painted with it.
+void PdfDevice::renew_style () {
+    if (wanted_.rgb != state_.rgb) write_color (wanted_.rgb);
+    if (wanted_.dash >= 0) write_line (wanted_.line_width, wanted_.dash);
 }
 
 void PdfDevice::push_transform (float x, float y, float angle) {
@@ -182,6 +203,7 @@ void PdfDevice::pop_transform () {
 
 void PdfDevice::path (std::initializer_list<Point> points, PathEnd end) {
     if (failed_) return;
+    renew_style ();
     bool started = false;
     for (const Point& p : points) {
         if (started)
@@ -205,11 +227,13 @@ void PdfDevice::fill_rect (float x, float y, float w, float h) {
 
 void PdfDevice::stroke_rect (float x, float y, float w, float h) {
     if (failed_) return;
+    renew_style ();
     HPDF_Page_Rectangle (page_, scaled (x), scaled (-y), scaled (w), scaled (-h));
     HPDF_Page_Stroke (page_);
 }
 
 void PdfDevice::round_path (float x, float y, float w, float h, float r) {
+    renew_style ();
     r = std::max (0.0F, std::min ({r, w / 2, h / 2}));
     const auto corner = [this] (Point over, Point to) {
         HPDF_Page_CurveTo3 (page_, scaled (over.x), scaled (-over.y), scaled (to.x),
@@ -244,6 +268,7 @@ void PdfDevice::stroke_round_rect (float x, float y, float w, float h, float r) 
 }
 
 void PdfDevice::ellipse_path (float x, float y, float w, float h) {
+    renew_style ();
     HPDF_Page_Ellipse (page_, scaled (x + w / 2), scaled (-(y + h / 2)), scaled (w / 2),
                        scaled (h / 2));
 }
@@ -291,7 +316,12 @@ void PdfDevice::shared_bar (float x, float y, float w, float h, float t) {
 void PdfDevice::set_clip (float x, float y, float w, float h) {
     if (failed_) return;
     save_state ();
-    HPDF_Page_Rectangle (page_, scaled (x), scaled (-y), scaled (w), scaled (-h));
+    // A viewer shows a hair's breadth of what a clip without a size should keep off, so that such a
+    // clip goes where no page is.
+    if (w > 0 && h > 0)
+        HPDF_Page_Rectangle (page_, scaled (x), scaled (-y), scaled (w), scaled (-h));
+    else
+        HPDF_Page_Rectangle (page_, -largest_number, -largest_number, 1, 1);
     HPDF_Page_Clip (page_);
     HPDF_Page_EndPath (page_);
 }
@@ -334,6 +364,7 @@ void PdfDevice::draw_text (const document::FontMetrics& font, std::string_view l
     const int size = document::font_size (document::size_index (font.key));
     set_font (document::font_number (font.key), static_cast<float> (size));
     if (failed_ || state_.font < 0) return;
+    renew_style ();
     HPDF_Page_BeginText (page_);
     while (!letters.empty ()) {
         const std::string part (letters.substr (0, longest_text));
@@ -348,10 +379,7 @@ void PdfDevice::draw_text (const document::FontMetrics& font, std::string_view l
 /// unpacked here, their opacity as a mask beside them.
 HPDF_Image PdfDevice::load_png (const std::string& path) {
     const std::optional<DecodedPicture> picture = decode_png (path);
-    if (!picture) {
-        on_error (HPDF_INVALID_PNG_IMAGE, 0, this);
-        return nullptr;
-    }
+    if (!picture) return nullptr;
     const HPDF_Image image = HPDF_LoadRawImageFromMem (
         document_, picture->rgb.data (), picture->width, picture->height, HPDF_CS_DEVICE_RGB, 8);
     if (image && !picture->opacity.empty ()) {
@@ -363,21 +391,31 @@ HPDF_Image PdfDevice::load_png (const std::string& path) {
     return image;
 }
 
+/// The picture of a ".png" or ".jpg" file; null, which is reported, when it is damaged. What
+/// libHaru says of it is forgotten, so that the drawing goes on.
+HPDF_Image PdfDevice::load_picture (const std::string& path) {
+    tries_picture_ = true;
+    HPDF_Image image = path.ends_with (".png")
+                           ? load_png (path)
+                           : HPDF_LoadJpegImageFromFile (document_, path.c_str ());
+    if (image && HPDF_Image_GetWidth (image) == 0) image = nullptr;
+    tries_picture_ = false;
+    HPDF_ResetError (document_);
+    if (!image) report_message ("The picture '%s' cannot be read and is left out.", path.c_str ());
+    return image;
+}
+
 void PdfDevice::draw_picture (std::string_view path, float x, float y, float w, float h) {
     if (failed_ || !(w > 0) || !(h > 0)) return;
-    const bool png = path.ends_with (".png");
-    if (!png && !path.ends_with (".jpg")) return;
+    if (!path.ends_with (".png") && !path.ends_with (".jpg")) return;
     auto at = pictures_.find (path);
     if (at == pictures_.end ()) {
         const std::string name (path);
-        const HPDF_Image loaded =
-            png ? load_png (name) : HPDF_LoadJpegImageFromFile (document_, name.c_str ());
-        if (failed_ || !loaded) return;
-        at = pictures_.emplace (name, loaded).first;
+        at = pictures_.emplace (name, load_picture (name)).first;
     }
+    if (!at->second) return;
     const auto image_w = static_cast<float> (HPDF_Image_GetWidth (at->second));
     const auto image_h = static_cast<float> (HPDF_Image_GetHeight (at->second));
-    if (!(image_w > 0)) return;
     const float shown_h = image_h * w / image_w;
     HPDF_Page_DrawImage (page_, at->second, scaled (x), scaled (-y - shown_h), scaled (w),
                          scaled (shown_h));

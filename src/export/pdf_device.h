@@ -14,7 +14,8 @@
 namespace ostrand::drawing {
 
 /// One page, drawn by libHaru. y = 0 is its top; all is given to libHaru with y negated. The first
-/// error that libHaru raises is told on standard error, and nothing more is drawn after it.
+/// error that libHaru raises is told on standard error, and nothing more is drawn after it. Only a
+/// picture that cannot be taken in ends nothing: it is reported once and left out.
 class PdfDevice : public document::PaintDevice {
   public:
     /// Size of the page in points, one for a pixel; A4 when either is 0. A drawing larger than a
@@ -30,7 +31,6 @@ class PdfDevice : public document::PaintDevice {
     float page_width () const { return page_width_; }
     float page_height () const { return page_height_; }
 
-    bool is_file () const override { return true; }
     void set_color (unsigned color) override;
     void set_color_rgb (int red, int green, int blue) override;
     void set_color_alpha (int red, int green, int blue, int alpha) override;
@@ -73,6 +73,7 @@ class PdfDevice : public document::PaintDevice {
         float font_size = 0;
         int dash = -1;
         float line_width = -1;
+        int rgb = -1; // 0xRRGGBB, -1 none
     };
     enum class PathEnd { stroke, closed_stroke, fill };
 
@@ -82,22 +83,28 @@ class PdfDevice : public document::PaintDevice {
     void round_path (float x, float y, float w, float h, float r);
     void ellipse_path (float x, float y, float w, float h);
     HPDF_Image load_png (const std::string& path);
+    HPDF_Image load_picture (const std::string& path);
     void select (int slot, float size);
+    void write_line (float width, int dash);
+    void write_color (int rgb);
     void save_state ();
     void restore_state ();
+    void renew_style ();
 
     HPDF_Doc document_ = nullptr;
     HPDF_Page page_ = nullptr;
     PdfFonts fonts_{nullptr};
     bool failed_ = false;
+    bool tries_picture_ = false; // errors concern the picture alone
     float scale_ = 1;
     float page_width_ = 0;
     float page_height_ = 0;
     int ascent_ = 0;
     int descent_ = 0;
     State state_;
+    State wanted_; // colour and line as they were set last, whatever the page went back to
     std::vector<State> saved_;
-    std::map<std::string, HPDF_Image, std::less<>> pictures_;
+    std::map<std::string, HPDF_Image, std::less<>> pictures_; // null: left out
 };
 
 } // namespace ostrand::drawing

@@ -6,6 +6,7 @@
 #include "document/colors.h"
 #include "document/greek.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace ostrand::drawing {
@@ -176,6 +177,7 @@ void SvgDevice::stroke_round_rect (float x, float y, float w, float h, float) {
 }
 
 void SvgDevice::fill_round_rect (float x, float y, float w, float h, float r) {
+    r = std::max (r, 0.0F); // a negative one is no SVG
     write ("<rect fill=\"#%\" stroke-width=\"0\" rx=\"%\" ry=\"%\" x=\"%\" y=\"%\" width=\"%\" "
            "height=\"%\" %/>\n",
            Hex{color_}, r, r, x, y, w, h, clip_reference ());
@@ -280,7 +282,7 @@ void SvgDevice::set_clip (float x, float y, float w, float h) {
     clip_ = ++svg_state ().clip_counter;
     write ("<defs><clipPath id=\"c%\"><rect x=\"%\" y=\"%\" width=\"%\" height=\"%\" />"
            "</clipPath></defs>\n",
-           clip_, x, y, w, h);
+           clip_, x, y, std::max (w, 0.0F), std::max (h, 0.0F));
 }
 
 void SvgDevice::end_clip () { clip_ = 0; }

@@ -21,7 +21,6 @@ class SvgDevice : public document::PaintDevice {
     bool end ();
     const std::string& text () const { return out_; }
 
-    bool is_file () const override { return true; }
     void set_color (unsigned color) override;
     void set_color_rgb (int red, int green, int blue) override;
     void set_color_alpha (int red, int green, int blue, int alpha) override;

@@ -10,6 +10,7 @@
 #include "files/xml.h"
 
 #include "document/line.h"
+#include "document/markup.h"
 
 #include "base/disk.h"
 #include "base/path.h"
@@ -25,7 +26,7 @@ LoadStatus read_native_format (std::string_view text, const OpenOptions&, Docume
     return document.network ? LoadStatus::loaded : LoadStatus::not_readable;
 }
 
-std::string write_native_format (Document& document, const std::string&) {
+std::string write_native_format (const Document& document, const std::string&) {
     return write_native (*document.network);
 }
 
@@ -38,10 +39,10 @@ LoadStatus read_model_format (std::string_view text, const OpenOptions&, Documen
     if (imported->duration) document.duration = *imported->duration;
     if (!imported->displayed_name.empty ()) {
         // As the label says it: marks for scripts may be written in more than one way.
-        document::document_state ().multi_name =
+        document.network->set_multi_name (
             document::line_from_markup (name_markup (imported->displayed_name),
                                         document::start_font, 0)
-                ->name ();
+                ->name ());
     }
     document.network->align_all ();
     return LoadStatus::loaded;
@@ -60,14 +61,15 @@ LoadStatus read_sbml_format (std::string_view text, const OpenOptions& options,
     return read_model_format (model, options, document);
 }
 
-std::string write_sbml_format (Document& document, const std::string& model_id) {
+std::string write_sbml_format (const Document& document, const std::string& model_id) {
     return write_sbml (*document.network, model_id);
 }
 
-std::string write_model_format (Document& document, const std::string&) {
-    document.network->update_shared_nodes ();
-    return write_model (*document.network, document.duration,
-                        document::document_state ().multi_name);
+std::string write_model_format (const Document& document, const std::string&) {
+    // Sharing is brought up to date on a copy: saving changes nothing.
+    const std::unique_ptr<document::Network> copy = document.network->copy (nullptr);
+    copy->update_shared_nodes ();
+    return write_model (*copy, document.duration, copy->multi_name ());
 }
 
 constexpr std::array all_formats{
@@ -113,11 +115,9 @@ LoadStatus open_text (std::string_view text, std::string_view path, const OpenOp
     const LoadStatus status = format.read (text, options, opened);
     if (status != LoadStatus::loaded) return status;
     document::Network& network = *opened.network;
-    if (network.x == 0 && network.y == 0) {
-        network.x = 10;
-        network.y = 10;
-    }
-    if (network.update_shared_nodes ()) network.layout ();
+    if (network.x () == 0 && network.y () == 0) network.set_origin (10, 10);
+    network.update_shared_nodes ();
+    network.layout ();
     document = std::move (opened);
     return status;
 }
@@ -146,7 +146,7 @@ LoadStatus load_text_document (std::string_view sbml_text, Document& document) {
     return open_text (sbml_text, "implementation.xml", {.use_annotation = false}, document);
 }
 
-bool save_document (Document& document, const std::string& path, std::string& error) {
+bool save_document (const Document& document, const std::string& path, std::string& error) {
     const Format& format = writing_format (path);
     return write_file (path, format.write (document, base_name (path)), error);
 }

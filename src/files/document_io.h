@@ -39,7 +39,7 @@ struct Format {
     LoadStatus (*read) (std::string_view text, const OpenOptions& options, Document& document);
     /// The file's text; null when the format is only read.
     /// model_id  the last part of the path without its extension
-    std::string (*write) (Document& document, const std::string& model_id);
+    std::string (*write) (const Document& document, const std::string& model_id);
 };
 
 /// All formats of documents, the native one, which takes every name, last.
@@ -68,6 +68,6 @@ LoadStatus load_text_document (std::string_view sbml_text, Document& document);
 
 /// Writes a document beside its target and puts it in its place. False with the reason in `error`;
 /// the old file is whole then.
-bool save_document (Document& document, const std::string& path, std::string& error);
+bool save_document (const Document& document, const std::string& path, std::string& error);
 
 } // namespace ostrand::files

@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "files/model_write.h"
+#include "sim/concentration.h"
 
 #include <algorithm>
 
@@ -27,10 +28,10 @@ std::string name_of (const GraphBase* g) {
     if (g->kind () == document::CharKind::arque) {
         return "the arc from " + name_of (static_cast<const Arque*> (g)->source ());
     }
-    if (g->label) {
+    if (g->label () != nullptr) {
         return '"' + g->name () + '"';
     }
-    return "the node without label at (" + format_g (g->x) + ", " + format_g (g->y) + ")";
+    return "the node without label at (" + format_g (g->x ()) + ", " + format_g (g->y ()) + ")";
 }
 
 bool is_number (const std::string& text) {
@@ -47,70 +48,6 @@ bool is_number (const std::string& text) {
     }
     return i < text.size () && is_digit (text[i]);
 }
-
-/// Reads the right side of a concentration statement as the simulator does.
-class ConcentrationCheck {
-  public:
-    explicit ConcentrationCheck (std::string_view text) : rest_ (text) {}
-
-    bool passes () {
-        if (take ('(')) { // linked species
-            const std::size_t end = rest_.find (')');
-            rest_.remove_prefix (end == std::string_view::npos ? rest_.size () : end + 1);
-        }
-        if (!quantity ()) {
-            return false;
-        }
-        for (skip_space (); !rest_.empty (); skip_space ()) {
-            if (take (',')) {
-                if (!quantity ()) {
-                    return false;
-                }
-            } else if (!rest_.starts_with ("->") || !series ()) {
-                return false;
-            }
-        }
-        return true;
-    }
-
-  private:
-    void skip_space () {
-        while (!rest_.empty () && is_space (rest_.front ())) {
-            rest_.remove_prefix (1);
-        }
-    }
-    bool take (char c) {
-        skip_space ();
-        if (!rest_.starts_with (c)) {
-            return false;
-        }
-        rest_.remove_prefix (1);
-        return true;
-    }
-    /// A number that begins with a digit or a point, and its unit.
-    bool quantity () {
-        skip_space ();
-        const std::size_t end = std::min (rest_.find_first_not_of ("0123456789.e-"), rest_.size ());
-        if (end == 0 || (!is_digit (rest_[0]) && rest_[0] != '.')) {
-            return false;
-        }
-        value_ = parse_atof (rest_.substr (0, end));
-        rest_.remove_prefix (end);
-        skip_space ();
-        const bool has_unit =
-            rest_.starts_with ("mM") || rest_.starts_with ("uM") || rest_.starts_with ("\xB5M");
-        rest_.remove_prefix (has_unit ? 2 : 0);
-        return has_unit;
-    }
-    /// A series whose step is 0 has no end.
-    bool series () {
-        rest_.remove_prefix (2);
-        return quantity () && take (':') && quantity () && value_ > 0;
-    }
-
-    std::string_view rest_;
-    double value_ = 0; // of the last quantity
-};
 
 class GapFinder {
   public:
@@ -131,12 +68,12 @@ class GapFinder {
 };
 
 bool is_enzyme_of (const Arque& a, const Arque& r) {
-    return a.type >> 4 == 2 && a.source () != r.source () && a.source ()->label != nullptr;
+    return a.type () >> 4 == 2 && a.source () != r.source () && a.source ()->label () != nullptr;
 }
 
 bool GapFinder::is_stated (const Arque& r) const {
     const std::vector<Arque*> incoming = network_.arcs_to (r);
-    return r.source ()->label != nullptr &&
+    return r.source ()->label () != nullptr &&
            std::any_of (incoming.begin (), incoming.end (),
                         [&r] (const Arque* a) { return is_enzyme_of (*a, r); });
 }
@@ -153,7 +90,7 @@ void GapFinder::constant (const document::Char* field, const std::string& what) 
 
 void GapFinder::reaction (const Arque& r) {
     const std::string name = "reaction " + reaction_name (r);
-    if (r.source ()->label == nullptr) {
+    if (r.source ()->label () == nullptr) {
         gaps_.push_back ("left out: " + name + ", its source has no label");
     } else if (!is_stated (r)) {
         gaps_.push_back ("left out: " + name + ", nothing catalyses it");
@@ -165,25 +102,26 @@ void GapFinder::reaction (const Arque& r) {
                                  ", which the simulator refuses");
             }
         }
-        constant (r.label.get (), "label of " + name);
-        constant (r.residu.get (), "second label of " + name);
+        constant (r.label (), "label of " + name);
+        constant (r.residu (), "second label of " + name);
     }
 }
 
 void GapFinder::arc (const Arque& a) {
-    if (document::is_reaction (a.type)) {
+    if (document::is_reaction (a.type ())) {
         reaction (a);
         return;
     }
     const Arque* r = a.dest_arc ();
-    const bool on_reaction = r != nullptr && document::is_reaction (r->type);
-    const bool is_link = document::is_substrate_link (a.type) || document::is_product_link (a.type);
-    const unsigned head = a.type >> 4;
+    const bool on_reaction = r != nullptr && document::is_reaction (r->type ());
+    const bool is_link =
+        document::is_substrate_link (a.type ()) || document::is_product_link (a.type ());
+    const unsigned head = a.type () >> 4;
     if (on_reaction && (is_link || head == 2 || head == 3)) {
         // Said where the reaction is, which has told its own gap.
-        if (is_stated (*r) && !document::is_product_link (a.type) && head != 2) {
-            constant (a.label.get (), "label of the arc from " + name_of (a.source ()) +
-                                          " to reaction " + reaction_name (*r));
+        if (is_stated (*r) && !document::is_product_link (a.type ()) && head != 2) {
+            constant (a.label (), "label of the arc from " + name_of (a.source ()) +
+                                      " to reaction " + reaction_name (*r));
         }
         return;
     }
@@ -197,16 +135,17 @@ void GapFinder::arc (const Arque& a) {
 
 /// Evenly spaced values are written as a series, which the simulator reads upwards only.
 void GapFinder::concentration (const Node& n) {
-    if (n.master () != nullptr || !n.label || !n.user_data || *n.user_data == "0 uM") {
+    if (n.master () != nullptr || n.label () == nullptr || !n.user_data () ||
+        *n.user_data () == "0 uM") {
         return;
     }
     std::string statement;
-    write_concentration (statement, {}, *n.user_data);
+    write_concentration (statement, {}, *n.user_data ());
     constexpr std::string_view before = "[\"\"] = ";
     constexpr std::string_view behind = ";\n";
     const std::string value =
         statement.substr (before.size (), statement.size () - before.size () - behind.size ());
-    if (!ConcentrationCheck (value).passes ()) {
+    if (sim::concentration_fault (value)) {
         gaps_.push_back ("no concentration that the simulator reads: \"" + value + "\", of " +
                          name_of (&n));
     }
@@ -214,11 +153,11 @@ void GapFinder::concentration (const Node& n) {
 
 void GapFinder::node (const Node& n) {
     concentration (n);
-    if (!n.label) {
+    if (n.label () == nullptr) {
         gaps_.push_back ("left out: " + name_of (&n));
     } else if (const Network* nested = n.nested ()) {
         gaps_.push_back (format_text ("left out: the network inside the node at (%s, %s), %d nodes",
-                                      format_g (n.x).c_str (), format_g (n.y).c_str (),
+                                      format_g (n.x ()).c_str (), format_g (n.y ()).c_str (),
                                       nested->nb_nodes ()));
     }
     for (const auto& a : n.arcs ()) {

@@ -1,8 +1,12 @@
 // The model text of a network: concentrations, display, duration, reactions.
 #include "files/model_write.h"
 
+#include "files/label_text.h"
+#include "sim/lexer.h"
+
 #include "base/report.h"
 #include "base/text.h"
+#include "sim/concentration.h"
 
 #include <algorithm>
 #include <optional>
@@ -75,27 +79,32 @@ bool is_list (std::string_view text) {
     return comma != std::string_view::npos && comma < text.find (':');
 }
 
+/// A node's name in the text.
+std::string model_name_of (const Node& n) {
+    return n.label () != nullptr ? model_name_text (*n.label ()) : std::string ();
+}
+
+/// The same with its quotes.
+std::string quoted_name (const Node& n) { return sim::quoted (model_name_of (n)); }
+
 void write_concentrations (std::string& out, const Network& network, std::string_view multi_name) {
     const Node* last = nullptr;
     for (const auto& n : network.nodes ()) {
-        if (n->master () != nullptr || !n->user_data || *n->user_data == "0 uM") continue;
-        const std::string name = n->name ();
-        if (last == nullptr && !multi_name.empty () && name == multi_name) {
+        if (n->master () != nullptr || !n->user_data () || *n->user_data () == "0 uM") continue;
+        if (last == nullptr && !multi_name.empty () && n->name () == multi_name) {
             last = n.get ();
             continue;
         }
-        write_concentration (out, name, *n->user_data);
+        write_concentration (out, model_name_of (*n), *n->user_data ());
     }
-    if (last != nullptr) write_concentration (out, last->name (), *last->user_data);
+    if (last != nullptr) write_concentration (out, model_name_of (*last), *last->user_data ());
 }
 
 void write_display (std::string& out, const Network& network) {
     bool first = true;
     for (const auto& n : network.nodes ()) {
-        if (n->master () != nullptr || !n->calyx_display) continue;
-        out += first ? "\ndisplay (\"" : ", \"";
-        n->print_plain (out);
-        out += '"';
+        if (n->master () != nullptr || !n->calyx_display ()) continue;
+        out += (first ? "\ndisplay (" : ", ") + quoted_name (*n);
         first = false;
     }
     if (!first) out += ");\n";
@@ -107,7 +116,7 @@ std::string letters_of (const document::Char* field) {
     return static_cast<const document::Line*> (field)->chars_only ();
 }
 
-/// What takes part in one reaction.
+/// What takes part in one reaction; names between their quotes.
 struct Reaction {
     std::vector<std::string> kinetics;
     std::string reverse;
@@ -127,60 +136,61 @@ void add_bounded (std::vector<Item>& list, Item item) {
 }
 
 void add_kinetic (Reaction& reaction, const Arque& a) {
-    std::string letters = letters_of (a.label.get ());
+    std::string letters = letters_of (a.label ());
     if (!letters.empty ()) reaction.kinetics.push_back (std::move (letters));
 }
 
 Reaction collect (const Network& network, const Arque& r) {
     Reaction reaction;
     add_kinetic (reaction, r);
-    reaction.reverse = letters_of (r.residu.get ());
+    reaction.reverse = letters_of (r.residu ());
     const Node* source = r.source ();
     const Node* dest = r.dest_node ();
-    reaction.substrates.push_back (source->name ());
-    if (dest != nullptr && dest->label) reaction.products.push_back (dest->name ());
+    reaction.substrates.push_back (quoted_name (*source));
+    if (dest != nullptr && dest->label () != nullptr) {
+        reaction.products.push_back (quoted_name (*dest));
+    }
     const Node* substrate = nullptr; // whose first link of the kind was taken
     const Node* product = nullptr;
     for (const Arque* b : network.arcs_to (r)) { // node by node
         const Node* m = b->source ();
-        if (!m->label) continue;
-        if (document::is_substrate_link (b->type) && m != source && m != substrate) {
+        if (m->label () == nullptr) continue;
+        if (document::is_substrate_link (b->type ()) && m != source && m != substrate) {
             substrate = m;
             if (reaction.substrates.size () < most_names) {
-                reaction.substrates.push_back (m->name ());
+                reaction.substrates.push_back (quoted_name (*m));
                 add_kinetic (reaction, *b);
             }
         }
-        if (document::is_product_link (b->type) && m != dest && m != product) {
+        if (document::is_product_link (b->type ()) && m != dest && m != product) {
             product = m;
-            add_bounded (reaction.products, m->name ());
+            add_bounded (reaction.products, quoted_name (*m));
         }
         if (m == source) continue;
-        if (b->type >> 4 == 2) add_bounded (reaction.enzymes, m->name ());
-        if (b->type >> 4 == 3) {
-            add_bounded (reaction.inhibitors, {m->name (), letters_of (b->label.get ())});
+        if (b->type () >> 4 == 2) add_bounded (reaction.enzymes, quoted_name (*m));
+        if (b->type () >> 4 == 3) {
+            add_bounded (reaction.inhibitors, {quoted_name (*m), letters_of (b->label ())});
         }
     }
     return reaction;
 }
 
-void write_joined (std::string& out, const std::vector<std::string>& names, const char* quote,
-                   const char* separator) {
-    for (std::size_t i = 0; i < names.size (); ++i) {
+void write_joined (std::string& out, const std::vector<std::string>& parts, const char* separator) {
+    for (std::size_t i = 0; i < parts.size (); ++i) {
         if (i > 0) out += separator;
-        out += quote + names[i] + quote;
+        out += parts[i];
     }
 }
 
 void write_reaction (std::string& out, const Reaction& reaction) {
     for (const std::string& enzyme : reaction.enzymes) {
-        out += '"' + enzyme + "\" : ";
-        write_joined (out, reaction.substrates, "\"", " + ");
+        out += enzyme + " : ";
+        write_joined (out, reaction.substrates, " + ");
         out += " -> ";
-        write_joined (out, reaction.products, "\"", " + ");
+        write_joined (out, reaction.products, " + ");
         if (!reaction.kinetics.empty ()) {
             out += " | ";
-            write_joined (out, reaction.kinetics, "", ", ");
+            write_joined (out, reaction.kinetics, ", ");
         }
         if (!reaction.reverse.empty ()) out += " - " + reaction.reverse;
         out += " ;\n";
@@ -189,7 +199,7 @@ void write_reaction (std::string& out, const Reaction& reaction) {
     bool constants = true; // until one is missing: no later one may be told
     for (const Reaction::Inhibitor& inhibitor : reaction.inhibitors) {
         constants = constants && !inhibitor.constant.empty ();
-        out += '"' + reaction.enzymes.front () + "\" : \"" + inhibitor.name + '"';
+        out += reaction.enzymes.front () + " : " + inhibitor.name;
         out += constants ? " | " + inhibitor.constant + ";\n" : " ;\n";
     }
 }
@@ -197,7 +207,7 @@ void write_reaction (std::string& out, const Reaction& reaction) {
 } // namespace
 
 void write_concentration (std::string& out, std::string_view species, std::string_view text) {
-    out.append ("[\"").append (species).append ("\"] = ");
+    out += '[' + sim::quoted (species) + "] = ";
     const std::vector<float> values = is_list (text) ? scan_list (text) : std::vector<float> ();
     bool series = values.size () >= 3;
     for (std::size_t i = 2; i < values.size () && series; ++i) {
@@ -223,9 +233,9 @@ std::string write_model (const Network& network, int duration, std::string_view 
     write_display (out, network);
     if (duration > 0) out += format_text ("duration = %d;\n\n", duration);
     for (const auto& n : network.nodes ()) {
-        if (!n->label) continue;
+        if (n->label () == nullptr) continue;
         for (const auto& a : n->arcs ()) {
-            if (document::is_reaction (a->type)) write_reaction (out, collect (network, *a));
+            if (document::is_reaction (a->type ())) write_reaction (out, collect (network, *a));
         }
     }
     return out;
@@ -240,18 +250,17 @@ bool check_field (const document::Line& field, bool concentration) {
         report_message ("Number expected: %s.", text.c_str ());
         return false;
     }
+    if (text.empty () || !sim::concentration_fault (text)) return true;
     while (number && at < text.size () && is_space (text[at])) ++at;
     std::string unit;
     while (number && at < text.size () && !is_space (text[at]) && unit.size () < 15) {
         unit += text[at++];
     }
-    if (unit.size () == 2 && unit[1] == 'M') {
-        if (unit[0] == 'u' || unit[0] == 'm') return true;
+    if (unit.size () == 2 && unit[1] == 'M' && unit[0] != 'u' && unit[0] != 'm') {
         report_message ("Invalid concentration unit: expected mM or uM, got: %s.", unit.c_str ());
-        return false;
+    } else {
+        report_message ("Invalid concentration spec: %s.", text.c_str ());
     }
-    if (text.empty ()) return true;
-    report_message ("Invalid concentration spec: %s.", text.c_str ());
     return false;
 }
 

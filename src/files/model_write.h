@@ -17,10 +17,12 @@ std::string write_model (const document::Network& network, int duration,
 
 /// Appends the statement of one concentration. A list of three or more evenly spaced values is
 /// written as a series, in mM when it begins and ends at 500 uM or above.
+/// species  the name as the text has it, without its quotes
 void write_concentration (std::string& out, std::string_view species, std::string_view text);
 
 /// Checks an entered text; a fault is reported and gives false, the text stays.
-/// concentration  a value with its unit; otherwise a kinetic constant, which may be missing
+/// concentration  what the simulator reads: a value, a list, a series, with units; otherwise a
+///                kinetic constant. Either may be missing
 bool check_field (const document::Line& field, bool concentration);
 
 } // namespace ostrand::files

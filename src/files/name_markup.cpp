@@ -1,11 +1,14 @@
 // How does a name stand in a label? Ordinary names as they are.
 #include "files/name_markup.h"
 
+#include "document/markup.h"
+
 namespace ostrand::files {
 namespace {
 
-/// Scripts inside scripts go no deeper; what is deeper stands as letters.
-constexpr int deepest_script = 50;
+/// Scripts inside scripts go no deeper; what is deeper stands as letters. A label's own line and
+/// network are two levels of nesting, each script two more.
+constexpr int deepest_script = (document::deepest_nesting - 2) / 2;
 
 /// Place of the "}" that closes the "{" at `open`; npos when there is none.
 std::size_t closing_brace (std::string_view name, std::size_t open) {

@@ -23,7 +23,9 @@ bool is_insertable_text (std::string_view text);
 /// null, with a message, when the text holds no network at all.
 std::unique_ptr<document::Network> read_native (std::string_view text);
 
-/// The native text of a network. Gives its objects new ids.
+/// The native text of a network.
 std::string write_native (const document::Network& network);
+/// Likewise, and which number each object has in it.
+std::string write_native (const document::Network& network, document::Numbering& numbering);
 
 } // namespace ostrand::files

@@ -8,11 +8,16 @@
 namespace ostrand::files {
 
 std::string write_native (const document::Network& network) {
-    document::document_state ().next_id = 1;
+    document::Numbering numbering;
+    return write_native (network, numbering);
+}
+
+std::string write_native (const document::Network& network, document::Numbering& numbering) {
     document::PrintState to;
     to.out = "# Lattrix: " + format_g (native_version) + '\n';
     network.fprint (to, 0);
     to.out += '\n';
+    numbering = std::move (to.numbering);
     return std::move (to.out);
 }
 

@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "files/species_names.h"
 #include "files/xml_scan.h"
+#include "sim/lexer.h"
 
 #include <algorithm>
 #include <array>
@@ -78,7 +79,7 @@ class SbmlReader {
     std::string_view prefix_; // of the elements of the core
     std::vector<std::unique_ptr<Species>> all_species_;
     std::map<std::string, Species*, std::less<>> by_id_;
-    std::map<std::string, Species*, std::less<>> by_display_;
+    std::map<std::string, Species*, std::less<>> by_name_;
     ModelNames names_;
     std::set<std::string, std::less<>> marked_inhibitors_; // of this reaction, by its annotation
     int without_reactants_ = 0;
@@ -172,16 +173,17 @@ bool SbmlReader::species (const XmlTag& tag) {
     }
     // Level 1 has names only, which are what others refer to.
     const std::string_view* name = tag.attribute ("name");
-    s.display = name != nullptr ? decode_attribute (*name) : s.id;
+    std::vector<bool> by_number;
+    s.display = name != nullptr ? decode_attribute (*name, &by_number) : s.id;
     if (tag.attribute ("id") == nullptr) {
         s.id = s.display;
     }
-    s.name = names_.take (s.display, s.id);
+    s.name = names_.take (model_name (s.display, by_number), s.display, s.id);
     if (!by_id_.try_emplace (s.id, &s).second) {
         report_message ("SBML, line %d: species '%s' stands twice, the first is taken.", tag.line,
                         s.id.c_str ());
     }
-    const auto [same, is_new] = by_display_.try_emplace (s.display, &s);
+    const auto [same, is_new] = by_name_.try_emplace (s.name, &s);
     if (!is_new) {
         report_message (
             "SBML, line %d: species '%s' and '%s' have the same name '%s' and are drawn "
@@ -219,7 +221,7 @@ void SbmlReader::take_logic (const Species& s, const XmlTag& tag) {
         return;
     }
     out_ += keyword;
-    out_ += " [\"" + s.name + "\"] ;\n";
+    out_ += " [" + sim::quoted (s.name) + "] ;\n";
 }
 
 Reference SbmlReader::reference (const XmlTag& tag) {
@@ -360,7 +362,7 @@ void put_main_first (std::vector<Reference>& entries) {
 }
 
 std::string quoted (const Reference& entry) {
-    return '"' + (entry.species != nullptr ? entry.species->name : std::string ()) + '"';
+    return sim::quoted (entry.species != nullptr ? entry.species->name : std::string ());
 }
 
 void SbmlReader::side (const std::vector<Reference>& entries, const char* nothing) {

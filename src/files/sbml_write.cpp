@@ -1,6 +1,7 @@
 // What does a foreign tool see of a network? Compartments, species, reactions.
 #include "files/sbml_write.h"
 
+#include "files/label_text.h"
 #include "files/xml.h"
 
 #include "base/text.h"
@@ -11,7 +12,6 @@ namespace ostrand::files {
 namespace {
 
 using document::Arque;
-using document::GraphBase;
 using document::Network;
 using document::Node;
 
@@ -26,7 +26,7 @@ constexpr std::array<Unit, 4> units{
 
 class SbmlWriter {
   public:
-    explicit SbmlWriter (Network& network) : network_ (network) {}
+    explicit SbmlWriter (const Network& network) : network_ (network) {}
 
     std::string write (std::string_view model_id);
 
@@ -39,24 +39,9 @@ class SbmlWriter {
     void reference (const Node& n, const char* flag);
     void modifiers (const std::vector<Arque*>& incoming, const Arque& r);
 
-    Network& network_;
+    const Network& network_;
     document::PrintState to_;
 };
-
-/// A quote would end the attribute; all else stands as it is.
-std::string plain_label (const GraphBase& g) {
-    std::string plain;
-    g.print_plain (plain);
-    std::string out;
-    for (const char c : plain) {
-        if (c == '"') {
-            out += "&quot;";
-        } else {
-            out += c;
-        }
-    }
-    return out;
-}
 
 const Node& master_of (const Node& n) { return n.master () != nullptr ? *n.master () : n; }
 
@@ -80,9 +65,8 @@ void SbmlWriter::compartments () {
     out += "<listOfCompartments>\n<compartment id=\"default\" size=\"1\" units=\"volume\">\n"
            "</compartment>\n";
     for (const auto& c : network_.comps ()) {
-        c->id = document::take_id ();
-        out += format_text ("<compartment id=\"c%d\" name=\"", c->id);
-        out += c->label ? plain_label (*c) : "defcomp";
+        out += format_text ("<compartment id=\"c%d\" name=\"", to_.numbering.add (*c));
+        out += c->label () != nullptr ? sbml_name_text (*c->label ()) : "defcomp";
         out += "\" outside=\"default\" size=\"1\" units=\"volume\">\n</compartment>\n";
     }
     out += "</listOfCompartments>\n";
@@ -95,13 +79,14 @@ void SbmlWriter::species () {
         if (n->master () != nullptr) {
             continue;
         }
-        n->id = document::take_id ();
-        std::string name = n->label ? plain_label (*n) : std::string ();
+        const int id = to_.numbering.add (*n);
+        std::string name = n->label () != nullptr ? sbml_name_text (*n->label ()) : std::string ();
         if (name.empty ()) {
-            name = format_text ("s%d", n->id);
+            name = format_text ("s%d", id);
         }
-        out += format_text ("<species id=\"s%d\" name=\"", n->id) + name + "\" compartment=\"";
-        out += n->compart != nullptr ? format_text ("c%d", n->compart->id) : "default";
+        out += format_text ("<species id=\"s%d\" name=\"", id) + name + "\" compartment=\"";
+        out += n->compart () != nullptr ? format_text ("c%d", to_.numbering.of (n->compart ()))
+                                        : "default";
         out += "\">\n</species>\n";
     }
     out += "</listOfSpecies>\n";
@@ -109,7 +94,7 @@ void SbmlWriter::species () {
 
 void SbmlWriter::reference (const Node& n, const char* flag) {
     to_.out += format_text ("<speciesReference species=\"s%d\"%s>\n</speciesReference>\n",
-                            master_of (n).id, flag);
+                            to_.numbering.of (&master_of (n)), flag);
 }
 
 void SbmlWriter::modifiers (const std::vector<Arque*>& incoming, const Arque& r) {
@@ -117,7 +102,7 @@ void SbmlWriter::modifiers (const std::vector<Arque*>& incoming, const Arque& r)
     bool any = false;
     for (const Arque* a : incoming) {
         const Node* n = a->source ();
-        const unsigned head = a->type >> 4;
+        const unsigned head = a->type () >> 4;
         if (n == r.source () || n == last || (head != 2 && head != 3)) {
             continue;
         }
@@ -127,7 +112,8 @@ void SbmlWriter::modifiers (const std::vector<Arque*>& incoming, const Arque& r)
         }
         any = true;
         to_.out += format_text ("<speciesReference species=\"s%d\" sboTerm=\"%s\" />\n",
-                                master_of (*n).id, head == 2 ? "SBO:0000460" : "SBO:0000020");
+                                to_.numbering.of (&master_of (*n)),
+                                head == 2 ? "SBO:0000460" : "SBO:0000020");
     }
     if (any) {
         to_.out += "</listOfModifiers>\n";
@@ -136,8 +122,8 @@ void SbmlWriter::modifiers (const std::vector<Arque*>& incoming, const Arque& r)
 
 void SbmlWriter::reaction (const Arque& r) {
     std::string& out = to_.out;
-    out += format_text ("<reaction id=\"re%d\" reversible=\"%s\">\n", document::take_id (),
-                        r.type == document::arc::reversible_reaction ? "true" : "false");
+    out += format_text ("<reaction id=\"re%d\" reversible=\"%s\">\n", to_.numbering.take (),
+                        r.type () == document::arc::reversible_reaction ? "true" : "false");
     // By the network's nodes, and of each node the first arc of a kind.
     const std::vector<Arque*> incoming = network_.arcs_to (r);
     out += "<listOfReactants>\n";
@@ -145,7 +131,7 @@ void SbmlWriter::reaction (const Arque& r) {
     const Node* last = nullptr;
     for (const Arque* a : incoming) {
         const Node* n = a->source ();
-        if (n == r.source () || n == last || !document::is_substrate_link (a->type)) {
+        if (n == r.source () || n == last || !document::is_substrate_link (a->type ())) {
             continue;
         }
         last = n;
@@ -158,7 +144,7 @@ void SbmlWriter::reaction (const Arque& r) {
     last = nullptr;
     for (const Arque* a : incoming) {
         const Node* n = a->source ();
-        if (n == r.dest_node () || n == last || !document::is_product_link (a->type)) {
+        if (n == r.dest_node () || n == last || !document::is_product_link (a->type ())) {
             continue;
         }
         last = n;
@@ -173,7 +159,7 @@ void SbmlWriter::reactions () {
     to_.out += "<listOfReactions>\n";
     for (const auto& n : network_.nodes ()) {
         for (const auto& a : n->arcs ()) {
-            if (document::is_reaction (a->type)) {
+            if (document::is_reaction (a->type ())) {
                 reaction (*a);
             }
         }
@@ -182,12 +168,11 @@ void SbmlWriter::reactions () {
 }
 
 std::string SbmlWriter::write (std::string_view model_id) {
-    network_.update_shared_nodes ();
     head (model_id);
     to_.out += "<annotation>\n";
     write_xml_block (network_, to_, 0);
     to_.out += "</annotation>\n";
-    document::document_state ().next_id = 1;
+    to_.numbering.restart ();
     compartments ();
     species ();
     reactions ();
@@ -197,8 +182,11 @@ std::string SbmlWriter::write (std::string_view model_id) {
 
 } // namespace
 
-std::string write_sbml (Network& network, std::string_view model_id) {
-    return SbmlWriter (network).write (model_id);
+std::string write_sbml (const Network& network, std::string_view model_id) {
+    // Sharing is brought up to date on a copy: writing changes nothing.
+    const std::unique_ptr<Network> copy = network.copy (nullptr);
+    copy->update_shared_nodes ();
+    return SbmlWriter (*copy).write (model_id);
 }
 
 } // namespace ostrand::files

@@ -8,8 +8,7 @@
 
 namespace ostrand::files {
 
-/// The whole SBML text. Sharing is brought up to date, and compartments, species and reactions get
-/// the numbers of their SBML ids.
-std::string write_sbml (document::Network& network, std::string_view model_id);
+/// The whole SBML text, with sharing up to date; the network itself stays as it is.
+std::string write_sbml (const document::Network& network, std::string_view model_id);
 
 } // namespace ostrand::files

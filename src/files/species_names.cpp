@@ -97,7 +97,7 @@ void append_latin (std::string& out, unsigned long code) {
 
 } // namespace
 
-std::string model_name (std::string_view name) {
+std::string model_name (std::string_view name, const std::vector<bool>& by_number) {
     if (sim::keyword_of (name) != sim::TokenKind::none) {
         return "\\" + std::string (name);
     }
@@ -106,12 +106,14 @@ std::string model_name (std::string_view name) {
         std::size_t bytes = 1;
         const unsigned long code = character_at (name, i, bytes);
         const char c = name[i];
+        const bool is_letter = i < by_number.size () && by_number[i];
         if (code >= 256) {
             out += spelled_out (code);
         } else if (code >= 128) {
             append_latin (out, code);
-        } else if (c == '"') {
-            out += '\'';
+        } else if (is_letter && (c == '\\' || c == '{' || c == '}')) {
+            out += '\\';
+            out += c;
         } else if (code < 32 || code == 127) {
             out += ' ';
         } else if (c == '\\') {
@@ -126,8 +128,7 @@ std::string model_name (std::string_view name) {
     return out;
 }
 
-std::string ModelNames::take (const std::string& name, std::string_view id) {
-    std::string wanted = model_name (name);
+std::string ModelNames::take (std::string wanted, const std::string& name, std::string_view id) {
     for (;;) {
         const auto [place, is_new] = original_.try_emplace (wanted, name);
         if (is_new || place->second == name) {

@@ -1,6 +1,7 @@
 // The XML block read: templates line by line, what a line has in another order is passed over.
 #include "files/xml.h"
 
+#include "files/label_text.h"
 #include "files/xml_match.h"
 
 #include "document/numbers.h"
@@ -86,6 +87,7 @@ class BlockReader {
     unsigned font_ = document::start_font; // the running style
     unsigned color_ = 0;
     bool font_mark_met_ = false; // in a field of an arc
+    int dup_id_ = document::first_dup_id;
     std::unordered_map<int, GraphBase*> ids_;
     bool id_twice_ = false;
 };
@@ -101,6 +103,7 @@ bool BlockReader::attribute (std::string_view name, std::string& value) {
             cursor_.at += 2;
             if (scan_template (cursor_, "%[^\"]s", {&value}) == 1 && cursor_.peek () == '"') {
                 ++cursor_.at;
+                value = text_of_drawn_attribute (value);
                 return true;
             }
         }
@@ -129,12 +132,14 @@ MarkupReader BlockReader::reader_of (std::string_view value) const {
     MarkupReader reader (value);
     reader.font = font_;
     reader.color = color_;
+    reader.dup_id = dup_id_;
     return reader;
 }
 
 void BlockReader::take_style (const MarkupReader& reader) {
     font_ = reader.font;
     color_ = reader.color;
+    dup_id_ = reader.dup_id;
 }
 
 std::unique_ptr<Line> BlockReader::line (std::string_view value) {
@@ -187,14 +192,17 @@ std::unique_ptr<Line> BlockReader::arc_field (std::string_view name, std::string
         return nullptr;
     }
     std::unique_ptr<Line> made = arc_field_line (value);
-    if (number_attribute (x_name, made->x)) {
-        number_attribute (y_name, made->y);
+    float x = 0;
+    float y = 0;
+    if (number_attribute (x_name, x)) {
+        number_attribute (y_name, y);
     }
+    made->set_offset (x, y);
     return made;
 }
 
 void BlockReader::note (GraphBase& g) {
-    if (!ids_.try_emplace (g.id, &g).second) {
+    if (!ids_.try_emplace (g.id (), &g).second) {
         id_twice_ = true;
     }
 }
@@ -236,8 +244,8 @@ void BlockReader::read_compart () {
                                     {&id, &shape, &x, &y, &width, &height, &color});
     auto made = std::make_unique<document::Compart> (shape, x, y, static_cast<float> (width),
                                                      static_cast<float> (height));
-    made->id = id;
-    made->color = color_of (color);
+    made->set_id (id);
+    made->set_own_color (color_of (color));
     std::string text;
     if (done == 7 && attribute ("label", text) && !text.empty ()) {
         made->take_label (line (text));
@@ -248,8 +256,9 @@ void BlockReader::read_compart () {
     }
     if (done == 7 && attribute ("user_data", text)) {
         XmlCursor values{text};
-        std::array<int, 5>& v = made->user_values;
+        std::array<int, 5> v = made->user_values ();
         scan_template (values, "{%d:%d+%d+%d+%d}", {&v[0], &v[1], &v[2], &v[3], &v[4]});
+        made->set_user_values (v);
     }
     skip_line ();
     note (network_->add_compart (std::move (made)));
@@ -268,8 +277,8 @@ void BlockReader::read_node () {
                                     "color=\"%s\" bg_color=\"%s\" type=\"%d\"",
                                     {&id, &arcs, &x, &y, &color, &bg_color, &type});
     auto made = std::make_unique<Node> (x, y, static_cast<unsigned> (type), color_of (bg_color));
-    made->id = id;
-    made->color = color_of (color);
+    made->set_id (id);
+    made->set_own_color (color_of (color));
     if (done == 7) {
         std::string text;
         if (attribute ("label", text)) {
@@ -278,20 +287,16 @@ void BlockReader::read_node () {
         if (attribute ("residu", text) && !text.empty ()) {
             made->take_residu (line (text));
         }
-        made->foggy = flag ("foggy");
-        if (made->foggy && made->label) {
-            made->label->set_fog (true);
+        if (flag ("foggy")) {
+            made->set_own_fog (true);
         }
-        if (made->foggy && made->residu) {
-            made->residu->set_fog (true);
-        }
-        made->selectable = flag ("selectable", true);
-        made->calyx_display = flag ("calyx_display");
+        made->set_selectable (flag ("selectable", true));
+        made->set_calyx_display (flag ("calyx_display"));
         std::string threshold; // of files that were never written; both are read and dropped
         attribute ("treshold1", threshold);
         attribute ("treshold2", threshold);
         if (attribute ("user_data", text)) {
-            made->user_data = text;
+            made->set_user_data (text);
         }
     }
     skip_line ();
@@ -325,10 +330,10 @@ void BlockReader::read_arc () {
         skip_line ();
         return;
     }
-    arc->id = id;
+    arc->set_id (id);
     note (*arc);
     if (done == 6) {
-        arc->foggy = flag ("foggy");
+        const bool foggy = flag ("foggy");
         std::unique_ptr<Line> label = arc_field ("label", "lx", "ly");
         if (label && !label->is_empty ()) {
             arc->take_label (std::move (label));
@@ -343,19 +348,13 @@ void BlockReader::read_arc () {
         if (auto text = arc_field ("stoech_dest", "strx", "stry")) {
             arc->take_stoech_dest (std::move (text));
         }
-        if (arc->foggy) {
-            // Only its own texts: what hangs on the arc tells its own fog.
-            for (Char* text : {arc->label.get (), static_cast<Char*> (arc->residu.get ()),
-                               static_cast<Char*> (arc->stoech_src.get ()),
-                               static_cast<Char*> (arc->stoech_dest.get ())}) {
-                if (text != nullptr) {
-                    text->set_fog (true);
-                }
-            }
+        // Only the arc and its texts: what hangs on it tells its own fog.
+        if (foggy) {
+            arc->set_own_fog (true);
         }
     }
-    arc->color = color_of (color);
-    arc->thickness = static_cast<unsigned char> (thickness);
+    arc->set_own_color (color_of (color));
+    arc->set_thickness (static_cast<unsigned char> (thickness));
     skip_line ();
 }
 
@@ -385,23 +384,21 @@ void BlockReader::finish () {
     if (network_->nb_nodes () != announced_nodes_) {
         report_message ("Wrong number of nodes.");
     }
-    document::document_state ().next_id =
-        network_->nb_nodes () + network_->nb_comp () + network_->count_arcs () + 1;
     network_->update_shared_nodes ();
 }
 
 std::unique_ptr<Network> BlockReader::read () {
-    document::mark_layout_dirty ();
     int comps = 0;
+    int align = network_->align ();
     int x = 0;
     int y = 0;
     float version = 1.0F;
     scan_template (cursor_,
                    "<lattrix:network nb_nodes=\"%d\" nb_comp=\"%d\" align=\"%d\" x=\"%d\" "
                    "y=\"%d\" version=\"%g\">",
-                   {&announced_nodes_, &comps, &network_->align, &x, &y, &version});
-    network_->x = static_cast<float> (x);
-    network_->y = static_cast<float> (y);
+                   {&announced_nodes_, &comps, &align, &x, &y, &version});
+    network_->set_align (align);
+    network_->set_origin (static_cast<float> (x), static_cast<float> (y));
     version_ = static_cast<double> (version);
     if (version_ < 1.2) {
         report_message ("Old file version (%s), you are advised to save this network.",

@@ -45,6 +45,14 @@ std::optional<unsigned long> referenced (std::string_view name) {
     return code;
 }
 
+/// True at the start of one of the elements that hold labels in our own drawings.
+bool is_drawn_element (std::string_view text) {
+    static constexpr std::array<std::string_view, 3> starts{"<lattrix:comp ", "<lattrix:node ",
+                                                            "<lattrix:arc "};
+    return std::any_of (starts.begin (), starts.end (),
+                        [text] (std::string_view start) { return text.starts_with (start); });
+}
+
 } // namespace
 
 const std::string_view* XmlTag::attribute (std::string_view wanted) const {
@@ -68,6 +76,23 @@ void XmlScanner::skip_space () {
     std::size_t place = at_;
     while (place < text_.size () && is_space (text_[place])) {
         ++place;
+    }
+    move_to (place);
+}
+
+/// Passes over one element of our own drawing. Its labels are markup, where "<" has a meaning of
+/// its own, so that they are no place to look for tags; neither quotes nor line ends stand in a
+/// value.
+void XmlScanner::skip_drawn_element () {
+    bool in_value = false;
+    std::size_t place = at_;
+    for (; place < text_.size () && text_[place] != '\n'; ++place) {
+        if (text_[place] == '"') {
+            in_value = !in_value;
+        } else if (text_[place] == '>' && !in_value) {
+            ++place;
+            break;
+        }
     }
     move_to (place);
 }
@@ -101,6 +126,8 @@ bool XmlScanner::to_next_tag () {
             const std::size_t close =
                 subset == std::string_view::npos ? subset : text_.find ('>', subset);
             move_to (close == std::string_view::npos ? close : close + 1);
+        } else if (is_drawn_element (rest)) {
+            skip_drawn_element ();
         } else {
             return true;
         }
@@ -239,8 +266,13 @@ void append_utf8 (std::string& out, unsigned long code) {
     }
 }
 
-std::string decode_attribute (std::string_view raw) {
+std::string decode_attribute (std::string_view raw, std::vector<bool>* by_number) {
     std::string out;
+    const auto mark = [&out, by_number] (bool numbered) {
+        if (by_number != nullptr) {
+            by_number->resize (out.size (), numbered);
+        }
+    };
     for (std::size_t i = 0; i < raw.size (); ++i) {
         const char c = raw[i];
         if (c == '&') {
@@ -248,12 +280,14 @@ std::string decode_attribute (std::string_view raw) {
             if (end != std::string_view::npos) {
                 if (const auto code = referenced (raw.substr (i + 1, end - i - 1))) {
                     append_utf8 (out, *code);
+                    mark (raw[i + 1] == '#');
                     i = end;
                     continue;
                 }
             }
         }
         out += is_space (c) ? ' ' : c;
+        mark (false);
     }
     return out;
 }

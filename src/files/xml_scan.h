@@ -23,8 +23,8 @@ struct XmlTag {
     const std::string_view* attribute (std::string_view wanted) const;
 };
 
-/// Walks over the tags of a text; comments, CDATA sections, processing instructions, declarations
-/// and text between tags are passed over.
+/// Walks over the tags of a text; comments, CDATA sections, processing instructions, declarations,
+/// the elements of our own drawing and text between tags are passed over.
 class XmlScanner {
   public:
     explicit XmlScanner (std::string_view text) : text_ (text) {}
@@ -41,6 +41,7 @@ class XmlScanner {
   private:
     void move_to (std::size_t place);
     bool to_next_tag ();
+    void skip_drawn_element ();
     std::string_view peek_name (bool& is_end) const;
     XmlTag read_tag ();
     void skip_space ();
@@ -72,7 +73,8 @@ std::string_view prefix_of (std::string_view name);
 
 /// An attribute's value with the five entities and character references decoded into UTF-8; what
 /// is no such reference stays. White space becomes a space, as attribute values are normalised.
-std::string decode_attribute (std::string_view raw);
+/// by_number  when given: for each byte of the result whether it came as a character's number
+std::string decode_attribute (std::string_view raw, std::vector<bool>* by_number = nullptr);
 
 /// Appends a character in UTF-8; nothing for a number that is no character.
 void append_utf8 (std::string& out, unsigned long code);

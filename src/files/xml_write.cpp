@@ -1,10 +1,13 @@
 // The XML block written.
 #include "files/xml.h"
 
+#include "files/label_text.h"
+
 #include "document/numbers.h"
 
 #include "base/text.h"
 
+#include <array>
 #include <unordered_set>
 
 namespace ostrand::files {
@@ -40,75 +43,79 @@ class BlockWriter {
 
     PrintState& to_;
     int depth_;
-    std::vector<const Arque*> arcs_;
+    std::vector<document::NumberedArc> arcs_;
 };
 
 void BlockWriter::value (const char* name, const Char& text) {
     to_.out += ' ';
     to_.out += name;
     to_.out += "=\"";
+    const std::size_t start = to_.out.size ();
     if (text.kind () == document::CharKind::network) {
         text.fprint (to_, -1);
     } else {
-        text.xml_print (to_);
+        write_drawn_label (text, to_);
     }
+    to_.out.replace (start, std::string::npos,
+                     drawn_attribute (std::string_view (to_.out).substr (start)));
     to_.out += '"';
 }
 
 void BlockWriter::offset (const char* x_name, const char* y_name, const Char& text) {
-    if (text.x == 0 && text.y == 0) {
+    if (text.x () == 0 && text.y () == 0) {
         return;
     }
     to_.out += ' ';
     to_.out += x_name;
-    to_.out += "=\"" + number_text (text.x) + "\" ";
+    to_.out += "=\"" + number_text (text.x ()) + "\" ";
     to_.out += y_name;
-    to_.out += "=\"" + number_text (text.y) + '"';
+    to_.out += "=\"" + number_text (text.y ()) + '"';
 }
 
 void BlockWriter::compart (const document::Compart& c) {
     start_line ();
-    c.id = document::take_id ();
+    const int id = to_.numbering.add (c);
     // A reader of this format stops at a width's point, so the width is whole.
-    to_.out += format_text ("<lattrix:comp id=\"%d\" type=\"%d\" x=\"", c.id, c.shape) +
-               number_text (c.x) + "\" y=\"" + number_text (c.y) +
-               format_text ("\" width=\"%d\" height=\"%d\" color=\"", document::to_int (c.width),
+    to_.out += format_text ("<lattrix:comp id=\"%d\" type=\"%d\" x=\"", id, c.shape ()) +
+               number_text (c.x ()) + "\" y=\"" + number_text (c.y ()) +
+               format_text ("\" width=\"%d\" height=\"%d\" color=\"", document::to_int (c.width ()),
                             c.get_height ()) +
-               document::color_text (c.color) + '"';
-    if (c.label) {
-        value ("label", *c.label);
+               document::color_text (c.color ()) + '"';
+    if (c.label () != nullptr) {
+        value ("label", *c.label ());
     }
-    to_.out += format_text (" user_data=\"{%d:%d+%d+%d+%d}\" />", c.user_values[0],
-                            c.user_values[1], c.user_values[2], c.user_values[3], c.user_values[4]);
+    const std::array<int, 5>& values = c.user_values ();
+    to_.out += format_text (" user_data=\"{%d:%d+%d+%d+%d}\" />", values[0], values[1], values[2],
+                            values[3], values[4]);
 }
 
 void BlockWriter::node (const Node& n) {
     start_line ();
-    n.id = document::take_id ();
-    to_.out += format_text ("<lattrix:node id=\"%d\" nb_arcs=\"%d\" x=\"", n.id, n.nb_arcs ()) +
-               number_text (n.x) + "\" y=\"" + number_text (n.y) + "\" color=\"" +
-               document::color_text (n.color) + "\" bg_color=\"" +
-               document::color_text (n.bg_color) + format_text ("\" type=\"%u\"", n.type);
-    if (n.label) {
-        value ("label", *n.label);
+    const int id = to_.numbering.add (n);
+    to_.out += format_text ("<lattrix:node id=\"%d\" nb_arcs=\"%d\" x=\"", id, n.nb_arcs ()) +
+               number_text (n.x ()) + "\" y=\"" + number_text (n.y ()) + "\" color=\"" +
+               document::color_text (n.color ()) + "\" bg_color=\"" +
+               document::color_text (n.bg_color ()) + format_text ("\" type=\"%u\"", n.type ());
+    if (n.label () != nullptr) {
+        value ("label", *n.label ());
         if (const Network* nested = n.nested ()) {
             gather_loose (*nested);
         }
     }
-    if (n.residu) {
-        value ("residu", *n.residu);
+    if (n.residu () != nullptr) {
+        value ("residu", *n.residu ());
     }
-    if (n.foggy) {
+    if (n.foggy ()) {
         to_.out += " foggy=\"true\"";
     }
-    if (!n.selectable) {
+    if (!n.selectable ()) {
         to_.out += " selectable=\"false\"";
     }
-    if (n.calyx_display) {
+    if (n.calyx_display ()) {
         to_.out += " calyx_display=\"true\"";
     }
-    if (n.user_data) {
-        to_.out += " user_data=\"" + *n.user_data + '"';
+    if (n.user_data () != nullptr) {
+        to_.out += " user_data=\"" + drawn_attribute (*n.user_data ()) + '"';
     }
     to_.out += " />";
 }
@@ -118,7 +125,7 @@ void BlockWriter::node (const Node& n) {
 void BlockWriter::gather_loose (const Network& nested) {
     const auto is_inside = [&nested] (const document::GraphBase& g) {
         for (const Network* network = g.owner_network (); network != nullptr;
-             network = network->holder == nullptr ? nullptr : network->holder->network) {
+             network = network->holder () == nullptr ? nullptr : network->holder ()->network ()) {
             if (network == &nested) {
                 return true;
             }
@@ -147,7 +154,7 @@ void BlockWriter::gather_loose (const Network& nested) {
                 a->dest () != nullptr && (!is_inside (*a->dest ()) || loose.contains (a->dest ()));
             if (leaves && loose.insert (a).second) {
                 grows = true;
-                arcs_.push_back (a);
+                arcs_.push_back ({a, 0});
             }
         }
     }
@@ -167,17 +174,18 @@ void BlockWriter::arc (const Arque& a) {
         return;
     }
     start_line ();
-    to_.out += format_text ("<lattrix:arc id=\"%d\" color=\"", a.id) +
-               document::color_text (a.color) +
-               format_text ("\" type=\"%u\" thickness=\"%d\" src_id=\"%d\" dst_id=\"%d\"", a.type,
-                            a.thickness, a.source ()->id, a.dest ()->id);
-    if (a.foggy) {
+    to_.out +=
+        format_text ("<lattrix:arc id=\"%d\" color=\"", to_.numbering.of (&a)) +
+        document::color_text (a.color ()) +
+        format_text ("\" type=\"%u\" thickness=\"%d\" src_id=\"%d\" dst_id=\"%d\"", a.type (),
+                     a.thickness (), to_.numbering.of (a.source ()), to_.numbering.of (a.dest ()));
+    if (a.foggy ()) {
         to_.out += " foggy=\"true\"";
     }
-    field ("label", "lx", "ly", a.label.get ());
-    field ("residu", "rx", "ry", a.residu.get ());
-    field ("stoech_src", "stsx", "stsy", a.stoech_src.get ());
-    field ("stoech_dest", "strx", "stry", a.stoech_dest.get ());
+    field ("label", "lx", "ly", a.label ());
+    field ("residu", "rx", "ry", a.residu ());
+    field ("stoech_src", "stsx", "stsy", a.stoech_src ());
+    field ("stoech_dest", "strx", "stry", a.stoech_dest ());
     to_.out += " />";
 }
 
@@ -188,8 +196,8 @@ void BlockWriter::write (const Network& network) {
     to_.out += format_text (
         "<lattrix:network nb_nodes=\"%d\" nb_comp=\"%d\" align=\"%d\" x=\"%d\" y=\"%d\" "
         "version=\"%s\">",
-        network.nb_nodes (), network.nb_comp (), network.align, document::to_int (network.x),
-        document::to_int (network.y), format_g (1.2).c_str ());
+        network.nb_nodes (), network.nb_comp (), network.align (), document::to_int (network.x ()),
+        document::to_int (network.y ()), format_g (1.2).c_str ());
     if (depth_ > 0) {
         ++depth_;
     }
@@ -199,20 +207,22 @@ void BlockWriter::write (const Network& network) {
     for (const auto& n : network.nodes ()) {
         node (*n);
     }
-    const std::vector<const Arque*> loose = std::move (arcs_);
+    const std::vector<document::NumberedArc> loose = std::move (arcs_);
     arcs_.clear ();
     for (const auto& n : network.nodes ()) {
         for (const auto& a : n->arcs ()) {
-            arcs_.push_back (a.get ());
+            arcs_.push_back ({a.get (), 0});
         }
     }
     arcs_.insert (arcs_.end (), loose.begin (), loose.end ());
-    std::erase_if (arcs_, [] (const Arque* a) { return a->dest () == nullptr; });
-    for (const Arque* a : arcs_) {
-        a->id = document::take_id ();
+    std::erase_if (arcs_,
+                   [] (const document::NumberedArc& a) { return a.arc->dest () == nullptr; });
+    for (document::NumberedArc& a : arcs_) {
+        a.id = to_.numbering.add (*a.arc);
     }
-    for (const Arque* a : document::arcs_in_file_order (arcs_)) {
-        arc (*a);
+    document::to_file_order (arcs_, network, to_.numbering, true);
+    for (const document::NumberedArc& a : arcs_) {
+        arc (*a.arc);
     }
     if (depth_ > 0) {
         --depth_;
@@ -224,7 +234,7 @@ void BlockWriter::write (const Network& network) {
 } // namespace
 
 void write_xml_block (const Network& network, PrintState& to, int depth) {
-    document::document_state ().next_id = 1;
+    to.numbering.restart ();
     BlockWriter (to, depth).write (network);
 }
 

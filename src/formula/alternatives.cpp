@@ -28,10 +28,14 @@ bool is_negation (const Operator& tree) {
 
 } // namespace
 
+bool GrowthBudget::abandoned () {
+    if (patience_.stop.stop_requested ()) state_ = Growth::abandoned;
+    return state_ == Growth::abandoned;
+}
+
 bool GrowthBudget::step () {
-    if (state_ == Growth::complete && ++steps_ % 256 == 0 && stop_ && stop_ ()) {
-        state_ = Growth::stopped;
-    }
+    if (abandoned () || state_ != Growth::complete) return false;
+    if (++steps_ % 256 == 0 && patience_.late && patience_.late ()) state_ = Growth::stopped;
     return state_ == Growth::complete;
 }
 
@@ -109,13 +113,11 @@ class Grouping {
     }
 
     void make_trees (std::uint64_t set) {
-        Trees made;
-        Trees parts;
-        choose_parts (parts, made);
-        if (chosen_.size () == 2) add_mixed (made);
-        if (made.empty ()) return;
         Trees& all = made_[set];
-        all.insert (all.end (), made.begin (), made.end ());
+        Trees parts;
+        choose_parts (parts, all);
+        if (chosen_.size () == 2) add_mixed (all);
+        if (all.empty ()) made_.erase (set);
     }
 
     void choose_parts (Trees& parts, Trees& out) {
@@ -162,36 +164,48 @@ void Alternatives::keep (OperatorPtr tree, Trees& out) {
     if (budget_.tree ()) out.push_back (std::move (tree));
 }
 
-const Trees& Alternatives::of (const OperatorPtr& tree) {
+Alternatives::~Alternatives () = default;
+
+Alternatives::Trees Alternatives::grouped (const OperatorPtr& tree) {
+    const std::size_t operands = tree->children ().size ();
+    if (operands > (use_.useful ? most_grouped : most_grouped_freely)) {
+        budget_.full ();
+        return {};
+    }
+    return groupings_.emplace_back (std::make_unique<Grouping> (*this, *tree))->all ();
+}
+
+Alternatives::Trees Alternatives::combined (const OperatorPtr& tree) {
+    const Trees& operands = tree->children ();
+    std::vector<Trees> choices{{}}; // one alternative of each operand
+    for (const OperatorPtr& operand : operands) {
+        std::vector<Trees> longer;
+        const Trees& alternatives = of (operand);
+        for (const Trees& choice : choices) {
+            for (const OperatorPtr& alternative : alternatives) {
+                if (!budget_.step ()) break;
+                longer.push_back (choice);
+                longer.back ().push_back (alternative);
+            }
+        }
+        std::swap (choices, longer);
+        if (budget_.abandoned ()) left_choices_.push_back (std::move (longer));
+    }
+    Trees made;
+    for (Trees& choice : choices) {
+        if (budget_.abandoned ()) break;
+        keep (operands.empty () ? tree : make_operator (tree->type (), std::move (choice)), made);
+    }
+    if (budget_.abandoned ()) left_choices_.push_back (std::move (choices));
+    return made;
+}
+
+const Alternatives::Trees& Alternatives::of (const OperatorPtr& tree) {
     const auto known = known_.find (tree->text ());
     if (known != known_.end ()) return known->second;
-    Trees made;
-    const Trees& operands = tree->children ();
-    if (is_and_or (tree->type ()) && operands.size () >= 2) {
-        if (operands.size () <= (use_.useful ? most_grouped : most_grouped_freely)) {
-            made = Grouping (*this, *tree).all ();
-        } else {
-            budget_.full ();
-        }
-    } else {
-        std::vector<Trees> choices{{}}; // one alternative of each operand
-        for (const OperatorPtr& operand : operands) {
-            std::vector<Trees> longer;
-            for (const Trees& choice : choices) {
-                for (const OperatorPtr& alternative : of (operand)) {
-                    if (!budget_.step ()) break;
-                    longer.push_back (choice);
-                    longer.back ().push_back (alternative);
-                }
-            }
-            choices = std::move (longer);
-        }
-        for (Trees& choice : choices) {
-            keep (operands.empty () ? tree : make_operator (tree->type (), std::move (choice)),
-                  made);
-        }
-    }
-    return known_.emplace (tree->text (), std::move (made)).first->second;
+    const bool is_group = is_and_or (tree->type ()) && tree->children ().size () >= 2;
+    return known_.emplace (tree->text (), is_group ? grouped (tree) : combined (tree))
+        .first->second;
 }
 
 } // namespace ostrand::formula

@@ -6,14 +6,28 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
+#include <stop_token>
 #include <string>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace ostrand::formula {
 
+/// When growing and walking end early.
+struct Patience {
+    std::function<bool ()> late = {}; // asked now and then; true ends it with what there is by then
+    std::stop_token stop = {};        // ends it at once, with nothing
+};
+
 /// How far the growing came.
-enum class Growth { complete, stopped, bound_reached };
+enum class Growth {
+    complete,
+    stopped, // it was late
+    bound_reached,
+    abandoned, // a stop came: what was grown is of no use
+};
 
 /// Trees of one formula that memory is given for. An OR of nine names has more.
 inline constexpr std::size_t variant_bound = 1'000'000;
@@ -21,17 +35,20 @@ inline constexpr std::size_t variant_bound = 1'000'000;
 /// Counts the trees that were made and knows when to end.
 class GrowthBudget {
   public:
-    /// stop  asked now and then; true ends the growing. Must outlive the budget
-    explicit GrowthBudget (const std::function<bool ()>& stop) : stop_ (stop) {}
+    explicit GrowthBudget (Patience patience = {}) : patience_ (std::move (patience)) {}
     /// Whether there is time for a step.
     bool step ();
     /// Whether there is memory for a tree too.
     bool tree ();
-    void full () { state_ = Growth::bound_reached; }
+    void full () {
+        if (!abandoned ()) state_ = Growth::bound_reached;
+    }
+    /// Looks for a stop, also where there is no budget left.
+    bool abandoned ();
     Growth state () const { return state_; }
 
   private:
-    const std::function<bool ()>& stop_;
+    Patience patience_;
     std::size_t steps_ = 0;
     std::size_t trees_ = 0;
     Growth state_ = Growth::complete;
@@ -50,6 +67,7 @@ struct TreeUse {
 class Alternatives {
   public:
     explicit Alternatives (GrowthBudget& budget, TreeUse use = {});
+    ~Alternatives ();
 
     /// Every AND and OR of more than two operands as it is, and as nested nodes of the same
     /// operator in every way: for n operands that gives 1, 4, 26, 236, 2752 ... trees (n = 2, 3,
@@ -61,11 +79,20 @@ class Alternatives {
     const std::vector<OperatorPtr>& of (const OperatorPtr& tree);
 
   private:
-    void keep (OperatorPtr tree, std::vector<OperatorPtr>& out);
+    using Trees = std::vector<OperatorPtr>;
+
+    Trees grouped (const OperatorPtr& tree);
+    Trees combined (const OperatorPtr& tree);
+    void keep (OperatorPtr tree, Trees& out);
 
     GrowthBudget& budget_;
     TreeUse use_;
-    std::unordered_map<std::string, std::vector<OperatorPtr>> known_; // by canonical text
+    std::unordered_map<std::string, Trees> known_; // by canonical text
+    // What the alternatives were made of, and what was in the making when a stop came. To free half
+    // a million trees takes longer than whoever waits for a stop has patience, so all goes at once,
+    // with this object.
+    std::vector<std::unique_ptr<class Grouping>> groupings_;
+    std::vector<std::vector<Trees>> left_choices_;
 
     friend class Grouping; // the one that makes them
 };

@@ -28,7 +28,8 @@ void set_blocks (Touch& touch) {
 
 } // namespace
 
-GateIndex::GateIndex (const Library& library, const std::set<std::string>& variables)
+GateIndex::GateIndex (const Library& library, const std::set<std::string>& variables,
+                      const std::stop_token& stop)
     : by_type_ (indexed_type_count) {
     names_.emplace (std::string_view (), no_species);
     std::size_t input_count = 0;
@@ -36,6 +37,7 @@ GateIndex::GateIndex (const Library& library, const std::set<std::string>& varia
     inputs_.reserve (input_count); // spans look at it from here on
     gates_.reserve (library.gates ().size ());
     for (const auto& source : library.gates ()) {
+        if (stop.stop_requested ()) break;
         const int type = type_number (source->type);
         if (type < 0 || variables.contains (source->output)) continue;
         IndexedGate gate;

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <set>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -56,7 +57,9 @@ inline constexpr int no_species = 0;
 class GateIndex {
   public:
     /// Gates that make one of the formula's variables are left out: they would feed an input.
-    GateIndex (const Library& library, const std::set<std::string>& variables);
+    /// stop  ends the indexing early; what there is then is of no use
+    GateIndex (const Library& library, const std::set<std::string>& variables,
+               const std::stop_token& stop = {});
     GateIndex (const GateIndex&) = delete; // the gates look at its numbers
     GateIndex& operator= (const GateIndex&) = delete;
 

@@ -29,9 +29,9 @@ bool uses_names_once (const Operator& tree, LeafParents& parents) {
 } // namespace
 
 Growner::Growner (const Library& library, std::string output, std::set<std::string> formula_inputs,
-                  std::function<bool ()> stop)
+                  Patience patience)
     : output_ (std::move (output)), formula_inputs_ (std::move (formula_inputs)),
-      stop_ (std::move (stop)), index_ (library, formula_inputs_),
+      patience_ (std::move (patience)), index_ (library, formula_inputs_, patience_.stop),
       asked_at_root_ (index_.askable_count ()), sets_ (index_.species_count ()), reactions_ (1) {
     bridged_from_.resize (index_.askable_count ());
     for (const int gate : index_.of_type (yes_type)) {
@@ -81,7 +81,8 @@ TreeUse Growner::tree_use () {
 }
 
 void Growner::try_variant (const OperatorPtr& tree) {
-    if (++variants_ % 64 == 0 && stop_ && stop_ ()) stopped_ = true;
+    if (patience_.stop.stop_requested ()) stopped_ = true;
+    if (++variants_ % 64 == 0 && patience_.late && patience_.late ()) stopped_ = true;
     if (stopped_ || !tree->complete ()) return;
     LeafParents parents;
     if (!uses_names_once (*tree, parents)) return;
@@ -174,7 +175,8 @@ void Growner::flatten (const OperatorPtr& tree, int parent, std::size_t position
 }
 
 bool Growner::tired () {
-    if (!stopped_ && ++steps_ % 1024 == 0 && stop_ && stop_ ()) stopped_ = true;
+    if (patience_.stop.stop_requested ()) stopped_ = true;
+    if (!stopped_ && ++steps_ % 1024 == 0 && patience_.late && patience_.late ()) stopped_ = true;
     return stopped_;
 }
 
@@ -300,12 +302,15 @@ void Growner::complete () {
         if (std::find (gates.begin (), gates.end (), gate) == gates.end ()) gates.push_back (gate);
     }
     found_.add (reactions_[circuit_.size ()], gates);
+    if (progress_ != nullptr) progress_->set_results (found_.size ());
     if (limit_ > 0 && found_.size () >= limit_) stopped_ = true;
 }
 
-std::vector<Implementation> Growner::implementations () const {
-    std::vector<Implementation> all;
+std::vector<Implementation> Growner::implementations () {
+    std::vector<Implementation>& all = left_;
+    all.clear ();
     for (const MinimalSets::Kept& kept : found_.kept ()) {
+        if (patience_.stop.stop_requested ()) return {};
         Implementation one;
         one.gates = kept.gates;
         one.inputs = formula_inputs_;
@@ -325,7 +330,10 @@ std::vector<Implementation> Growner::implementations () const {
         all.push_back (std::move (one));
     }
     std::vector<std::pair<std::string, std::size_t>> order;
-    for (std::size_t i = 0; i < all.size (); ++i) order.emplace_back (reaction_line (all[i]), i);
+    for (std::size_t i = 0; i < all.size (); ++i) {
+        if (patience_.stop.stop_requested ()) return {};
+        order.emplace_back (reaction_line (all[i]), i);
+    }
     std::sort (order.begin (), order.end (), [&] (const auto& a, const auto& b) {
         return a.first != b.first ? a.first < b.first
                                   : all[a.second].reaction_ids < all[b.second].reaction_ids;
@@ -333,6 +341,7 @@ std::vector<Implementation> Growner::implementations () const {
     std::vector<Implementation> sorted;
     sorted.reserve (all.size ());
     for (const auto& [line, i] : order) sorted.push_back (std::move (all[i]));
+    all.clear ();
     return sorted;
 }
 

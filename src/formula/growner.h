@@ -1,13 +1,13 @@
 // The search itself: which sets of gates compute one tree without getting in each other's way?
 // Layer: formula.
 #pragma once
+#include "base/long_work.h"
 #include "formula/alternatives.h"
 #include "formula/gate_index.h"
 #include "formula/implementation.h"
 #include "formula/minimal.h"
 #include "formula/operator.h"
 
-#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -34,9 +34,9 @@ inline constexpr std::size_t circuit_bound = 4000;
 /// only add reactions, and is not tried.
 class Growner {
   public:
-    /// `library` must outlive the search; `stop` is asked now and then, true ends the walk.
+    /// `library` must outlive the search.
     Growner (const Library& library, std::string output, std::set<std::string> formula_inputs,
-             std::function<bool ()> stop = {});
+             Patience patience = {});
     virtual ~Growner () = default;
 
     /// What the search can do with parts of trees, for the growing of variants.
@@ -47,11 +47,14 @@ class Growner {
     std::size_t found_count () const { return found_.size (); }
     /// Ends the walk as soon as there are so many minimal answers; 0 never.
     void set_limit (std::size_t answers) { limit_ = answers; }
+    /// Tells the number of answers as it changes.
+    void set_progress (Progress* progress) { progress_ = progress; }
+    /// True when it was late, a stop came or the limit was reached.
     bool stopped () const { return stopped_; }
     /// True when a circuit was given up at circuit_bound.
     bool left_out_long_circuits () const { return too_long_; }
-    /// The answers so far, ordered by their lines of reaction ids.
-    std::vector<Implementation> implementations () const;
+    /// The answers so far, ordered by their lines of reaction ids; none when a stop comes.
+    std::vector<Implementation> implementations ();
 
   private:
     /// One bit for each species.
@@ -87,10 +90,11 @@ class Growner {
 
     std::string output_;
     std::set<std::string> formula_inputs_;
-    std::function<bool ()> stop_;
+    Patience patience_;
     GateIndex index_;
     MinimalSets found_;
     std::size_t limit_ = 0;
+    Progress* progress_ = nullptr; // may be null
     bool stopped_ = false;
     bool too_long_ = false;
     unsigned steps_ = 0;
@@ -113,6 +117,8 @@ class Growner {
     std::vector<std::size_t> undo_marks_;
     std::vector<int> circuit_;
     std::vector<std::vector<int>> reactions_; // of the first 0, 1, ... gates
+
+    std::vector<Implementation> left_; // in the making when a stop came; much to free
 };
 
 } // namespace ostrand::formula

@@ -1,11 +1,14 @@
 // The gates that a metabolism offers, indexed for the search.
 // Layer: formula.
 #pragma once
+#include "base/disk.h"
+
 #include <cstdint>
 #include <map>
 #include <memory>
 #include <set>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -77,11 +80,14 @@ class Lib_v1 : public Library {
                                        const std::string& type) const override;
     void add_gate (std::unique_ptr<LibGate> gate) override;
     bool load (const std::string& base) override;
+    /// The same for whoever wants to know more.
+    /// file  out: as it was read
+    bool load (const std::string& base, const std::stop_token& stop, Input& file);
     std::span<const std::unique_ptr<LibGate>> gates () const override { return gates_; }
 
     /// Reads a gate file's text; what `load` does behind opening. Counts that promise more than a
-    /// line holds end with the line.
-    void read (std::string_view text);
+    /// line holds end with the line. A stop ends the reading early.
+    void read (std::string_view text, const std::stop_token& stop = {});
     /// Names that are input or output of any gate.
     const std::set<std::string>& species () const { return species_; }
 

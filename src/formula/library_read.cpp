@@ -1,5 +1,5 @@
 // What does a gate file say, and which species does each gate claim?
-#include "base/disk.h"
+#include "base/report.h"
 #include "base/text.h"
 #include "formula/library.h"
 
@@ -66,17 +66,24 @@ std::set<std::string> as_set (std::vector<std::string> names) {
 } // namespace
 
 bool Lib_v1::load (const std::string& base) {
-    const auto text = read_text_file (base + "_gates.csv");
-    if (!text) {
-        write_standard_output ("CSVReader: Impossible d'ouvrir le fichier en lecture.\n");
-        return false;
-    }
-    read (*text);
-    return true;
+    Input file;
+    if (load (base, {}, file)) return true;
+    if (!file.fault.empty ()) report_message ("%s", file.fault.c_str ());
+    return false;
 }
 
-void Lib_v1::read (std::string_view text) {
-    while (!text.empty ()) {
+bool Lib_v1::load (const std::string& base, const std::stop_token& stop, Input& file) {
+    file = read_input (base + "_gates.csv", {.text_mode = true, .stop = stop});
+    if (file.whole ()) {
+        read (file.bytes, stop);
+    } else if (file.end == ReadEnd::not_opened || file.end == ReadEnd::failed) {
+        write_standard_output ("CSVReader: Impossible d'ouvrir le fichier en lecture.\n");
+    }
+    return file.whole ();
+}
+
+void Lib_v1::read (std::string_view text, const std::stop_token& stop) {
+    while (!text.empty () && !stop.stop_requested ()) {
         const std::size_t end = text.find ('\n');
         const std::string_view line = text.substr (0, end);
         text.remove_prefix (end == std::string_view::npos ? text.size () : end + 1);
@@ -88,6 +95,7 @@ void Lib_v1::read (std::string_view text) {
     }
     // One species can feed two places of a circuit.
     for (const std::string& name : species_) {
+        if (stop.stop_requested ()) return;
         auto gate = std::make_unique<LibGate> ();
         gate->inputs = {name};
         gate->output = name;

@@ -113,7 +113,7 @@ bool evaluate (const Operator& tree, const Truth& truth) {
 }
 
 /// Operator nodes made and destroyed since the last search began: a count for whoever looks for a
-/// leak. All process-wide state of this folder.
+/// leak, and for nothing else. All process-wide state of this folder.
 struct FormulaState {
     std::atomic<std::uint64_t> operators_made = 0;
     std::atomic<std::uint64_t> operators_destroyed = 0;

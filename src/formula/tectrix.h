@@ -1,6 +1,8 @@
-// From a formula to all minimal networks that compute it: the whole tool in three calls.
+// From a formula to all minimal networks that compute it: the whole tool in a few calls.
 // Layer: formula.
 #pragma once
+#include "base/disk.h"
+#include "base/long_work.h"
 #include "formula/implementation.h"
 
 #include <cstddef>
@@ -21,20 +23,58 @@ enum class SearchEnd {
     implementation_limit,
     time_limit,
     too_many_variants, // the formula has more variants than memory is given for
-    refused_formula,   // there was no search; the reason has been told
+    refused_formula,   // beyond the parser's bounds: there was no search
     long_circuits,     // circuits beyond circuit_bound were left out
 };
 
 struct SearchResult {
-    std::unique_ptr<Library> library;
+    std::unique_ptr<Library> library; // null when the search failed before there was one
     bool library_opened = false;
     std::vector<Implementation> implementations; // ordered by their lines of reaction ids
     std::size_t variant_count = 0;
     SearchEnd end = SearchEnd::complete;
 };
 
-/// Loads `base`_gates.csv and finds all minimal sets of gates that compute `formula` with its value
-/// in `output`; quotes in the output's name are taken away.
+/// What a search is asked for.
+struct SearchRequest {
+    std::string base;    // of the gate file, `base`_gates.csv
+    std::string formula; //
+    std::string output;  // the species that carries its value; quotes in its name are taken away
+    SearchLimits limits = {};
+};
+
+/// Finds all minimal sets of gates that compute a formula. While the formula's variants grow,
+/// nobody knows how much there is to do; from then on progress counts variants. Its results are the
+/// minimal sets so far. A formula beyond the parser's bounds and a gate file that cannot be read
+/// are failures.
+class FormulaSearch : public LongWork {
+  public:
+    /// Loads the gate file.
+    explicit FormulaSearch (SearchRequest request);
+    /// Searches a library that is there.
+    FormulaSearch (std::unique_ptr<Library> library, SearchRequest request);
+    ~FormulaSearch () override;
+
+    /// Frees what the search grew; the result stays.
+    void tidy () override;
+
+    /// What it found, when it is done.
+    SearchResult& result () { return result_; }
+
+  protected:
+    Outcome work (const std::stop_token& stop) override;
+
+  private:
+    struct Walk; // variants and the search over them
+    Outcome load (const std::stop_token& stop);
+
+    SearchRequest request_;
+    Input file_; // the gate file, until it is read
+    SearchResult result_;
+    std::unique_ptr<Walk> walk_;
+};
+
+/// The same in one call, with what goes wrong reported.
 SearchResult search (const std::string& base, const std::string& formula, std::string output,
                      const SearchLimits& limits = {});
 

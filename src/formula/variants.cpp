@@ -10,58 +10,60 @@
 #include <vector>
 
 namespace ostrand::formula {
-namespace {
+
+VariantGrowth::VariantGrowth (Patience patience, TreeUse use)
+    : budget_ (std::move (patience)), alternatives_ (budget_, std::move (use)) {}
 
 /// Rewrites from tree to tree until nothing new comes.
-VariantSet grow (const OperatorPtr& normal, GrowthBudget& budget) {
+void VariantGrowth::rewrite (const OperatorPtr& normal) {
     static constexpr std::array<Rule, 3> rules{distribute, factor, de_morgan};
-    VariantSet work;
-    VariantSet result;
-    if (normal != nullptr) work.insert (normal);
-    while (!work.empty ()) {
-        const OperatorPtr tree = std::move (work.extract (work.begin ()).value ());
-        result.insert (tree);
+    if (normal != nullptr) waiting_.insert (normal);
+    while (!waiting_.empty () && !budget_.abandoned ()) {
+        const OperatorPtr tree = std::move (waiting_.extract (waiting_.begin ()).value ());
+        trees_.insert (tree);
         if (tree->node_count () >= rewriting_bound) continue;
         for (const Rule rule : rules) {
-            if (!budget.tree ()) break;
+            if (!budget_.tree ()) break;
             for (const OperatorPtr& next : rewritten (tree, rule)) {
-                if (next != nullptr && !result.contains (next)) work.insert (next);
+                if (next != nullptr && !trees_.contains (next)) waiting_.insert (next);
             }
         }
     }
-    return result;
 }
 
-} // namespace
-
-VariantSet variants (const OperatorPtr& root, const std::function<bool ()>& stop, Growth* growth,
-                     const TreeUse& use) {
-    GrowthBudget budget (stop);
-    VariantSet result;
-    if (root != nullptr) {
-        result = grow (normalise (root), budget);
-        result.insert (root);
-        std::vector<OperatorPtr> base (result.begin (), result.end ());
-        std::vector<OperatorPtr> by_size = base;
-        std::stable_sort (by_size.begin (), by_size.end (), [] (const auto& a, const auto& b) {
-            return a->node_count () < b->node_count ();
-        });
-        Alternatives alternatives (budget, use);
-        for (const OperatorPtr& tree : by_size) alternatives.of (tree);
-        // Where not all has room, small trees come first: they take the fewest gates.
-        if (budget.state () != Growth::complete) base = std::move (by_size);
-        for (const OperatorPtr& tree : base) {
-            for (const OperatorPtr& alternative : alternatives.of (tree)) {
-                if (result.size () < variant_bound) {
-                    result.insert (alternative);
-                } else if (!result.contains (alternative)) {
-                    budget.full ();
-                }
+void VariantGrowth::grow (const OperatorPtr& root) {
+    if (root == nullptr) return;
+    rewrite (normalise (root));
+    trees_.insert (root);
+    std::vector<OperatorPtr> base (trees_.begin (), trees_.end ());
+    std::vector<OperatorPtr> by_size = base;
+    std::stable_sort (by_size.begin (), by_size.end (), [] (const auto& a, const auto& b) {
+        return a->node_count () < b->node_count ();
+    });
+    for (const OperatorPtr& tree : by_size) {
+        if (budget_.abandoned ()) return;
+        alternatives_.of (tree);
+    }
+    // Where not all has room, small trees come first: they take the fewest gates.
+    if (budget_.state () != Growth::complete) base = std::move (by_size);
+    for (const OperatorPtr& tree : base) {
+        for (const OperatorPtr& alternative : alternatives_.of (tree)) {
+            if (budget_.abandoned ()) return;
+            if (trees_.size () < variant_bound) {
+                trees_.insert (alternative);
+            } else if (!trees_.contains (alternative)) {
+                budget_.full ();
             }
         }
     }
-    if (growth != nullptr) *growth = budget.state ();
-    return result;
+}
+
+VariantSet variants (const OperatorPtr& root, const Patience& patience, Growth* growth,
+                     const TreeUse& use) {
+    VariantGrowth grown (patience, use);
+    grown.grow (root);
+    if (growth != nullptr) *growth = grown.growth ();
+    return grown.take_trees ();
 }
 
 } // namespace ostrand::formula

@@ -4,7 +4,6 @@
 #include "formula/alternatives.h"
 #include "formula/operator.h"
 
-#include <functional>
 #include <set>
 
 namespace ostrand::formula {
@@ -22,12 +21,33 @@ struct TextOrder {
 };
 using VariantSet = std::set<OperatorPtr, TextOrder>;
 
-/// Every tree that distribution, factoring and De Morgan make of a formula, and all alternatives of
-/// each; the formula as written too. Empty for a null root.
-/// stop    asked now and then; true ends the growing
+/// Grows every tree that distribution, factoring and De Morgan make of a formula, and all
+/// alternatives of each; the formula as written too. The trees live as long as this object, and may
+/// take a second to free.
+class VariantGrowth {
+  public:
+    /// use  leaves out alternatives that are of no use
+    explicit VariantGrowth (Patience patience = {}, TreeUse use = {});
+
+    /// Grows the variants of one formula; none of a null root.
+    void grow (const OperatorPtr& root);
+
+    const VariantSet& trees () const { return trees_; }
+    VariantSet take_trees () { return std::move (trees_); }
+    Growth growth () const { return budget_.state (); }
+
+  private:
+    void rewrite (const OperatorPtr& normal);
+
+    GrowthBudget budget_;
+    Alternatives alternatives_;
+    VariantSet trees_;
+    VariantSet waiting_; // not yet rewritten
+};
+
+/// The same in one call.
 /// growth  out, when given
-/// use     leaves out alternatives that are of no use
-VariantSet variants (const OperatorPtr& root, const std::function<bool ()>& stop = {},
+VariantSet variants (const OperatorPtr& root, const Patience& patience = {},
                      Growth* growth = nullptr, const TreeUse& use = {});
 
 } // namespace ostrand::formula

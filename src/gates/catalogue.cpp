@@ -67,12 +67,13 @@ GateGroup& group_of_arity (Catalogue& catalogue, int arity) {
 
 std::string_view builtin_catalogue_text () { return builtin_text; }
 
-Catalogue load_catalogue (std::string_view text, int partitions, int job) {
+Catalogue load_catalogue (std::string_view text, int partitions, int job,
+                          const std::stop_token& stop) {
     Catalogue catalogue;
     std::size_t current = 0; // group of the last header of this job
     bool has_current = false;
     int counter = 0;
-    TextLines lines (text);
+    TextLines lines (text, stop);
     while (lines.next ()) {
         // The line keeps its end, so that a row that ends in ";" has one integer more, a 0.
         const std::vector<std::string> fields = split_fields (lines.line_with_end ());
@@ -96,12 +97,13 @@ Catalogue load_catalogue (std::string_view text, int partitions, int job) {
     return catalogue;
 }
 
-Catalogue gateNoticeReader (const TextFile& file, int partitions, int job) {
+Catalogue gateNoticeReader (const TextFile& file, int partitions, int job,
+                            const std::stop_token& stop) {
     if (!file.text) {
         write_standard_output ("gateNoticeReader: Impossible d'ouvrir le fichier en lecture.\n");
         return {};
     }
-    return load_catalogue (*file.text, partitions, job);
+    return load_catalogue (*file.text, partitions, job, stop);
 }
 
 std::span<const std::string_view> gate_type_names () { return type_names; }

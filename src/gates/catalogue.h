@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -39,11 +40,14 @@ std::string_view builtin_catalogue_text ();
 
 /// The gates whose ordinal g (from 1) falls to job `job` (1 to `partitions`): g modulo `partitions`
 /// is job - 1. Lines that are no header and no row are ignored.
-Catalogue load_catalogue (std::string_view text, int partitions, int job);
+/// A stop ends the reading early.
+Catalogue load_catalogue (std::string_view text, int partitions, int job,
+                          const std::stop_token& stop = {});
 
 /// The same from a gate file. One that could not be opened is told on standard output and gives an
 /// empty catalogue.
-Catalogue gateNoticeReader (const TextFile& file, int partitions, int job);
+Catalogue gateNoticeReader (const TextFile& file, int partitions, int job,
+                            const std::stop_token& stop = {});
 
 /// Type names by position, as the side that builds formulas numbers them; XOR, NAND and NOR have
 /// no place.

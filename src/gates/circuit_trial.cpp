@@ -20,10 +20,10 @@ double now () {
 
 } // namespace
 
-CircuitTrial::CircuitTrial (const GatePlan& plan, const TrialRules& rules)
+CircuitTrial::CircuitTrial (const GatePlan& plan, const TrialRules& rules, std::stop_token stop)
     : counts (static_cast<std::size_t> (plan.job_count)),
       stores (static_cast<std::size_t> (plan.job_count)), plan_ (plan), rules_ (rules),
-      found_ (plan.groups.size ()) {}
+      stop_ (std::move (stop)), found_ (plan.groups.size ()) {}
 
 std::size_t CircuitTrial::stored () const {
     std::size_t sum = 0;
@@ -34,6 +34,7 @@ std::size_t CircuitTrial::stored () const {
 void CircuitTrial::evaluate (const Circuit& circuit) {
     const double start = now ();
     for (const int output : circuit.final_products) {
+        if (stopped ()) break;
         OutputView view{.circuit = circuit, .output = output};
         for (const int column : circuit.primary_substrates) {
             if (view.closure[static_cast<std::size_t> (circuit.local (column))] != 0) {
@@ -127,9 +128,9 @@ void CircuitTrial::evaluate_output (OutputView& view) {
         for (std::vector<std::uint64_t>& least : group) least.clear ();
     }
     const std::uint64_t blocks = std::uint64_t{1} << (free_count - view.block_bits);
-    for (std::uint64_t block = 0; block < blocks; ++block) {
+    for (std::uint64_t block = 0; block < blocks && !stopped (); ++block) {
         play_block (view, block);
-        for (std::size_t group = 0; group < plan_.groups.size (); ++group) {
+        for (std::size_t group = 0; group < plan_.groups.size () && !stopped (); ++group) {
             test_group (view, group, block);
         }
     }

@@ -8,6 +8,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <stop_token>
 #include <vector>
 
 namespace ostrand::gates {
@@ -38,8 +39,9 @@ using GateObserver = std::function<void (int job, const Gate& gate)>;
 /// A thread's worker: its counts, times and stores are its own.
 class CircuitTrial {
   public:
-    CircuitTrial (const GatePlan& plan, const TrialRules& rules);
+    CircuitTrial (const GatePlan& plan, const TrialRules& rules, std::stop_token stop = {});
 
+    /// A stop ends it early; what the trial has found by then is not all.
     void evaluate (const Circuit& circuit);
     void set_observer (GateObserver observer) { observer_ = std::move (observer); }
 
@@ -62,8 +64,11 @@ class CircuitTrial {
     // Game by game (circuit_trial_single.cpp).
     void evaluate_singly (const OutputView& view, const PlannedGroup& group);
 
+    bool stopped () const { return stop_.stop_requested (); }
+
     const GatePlan& plan_;
     TrialRules rules_;
+    std::stop_token stop_;
     GateObserver observer_;
     LanePlayer player_;
     std::vector<std::uint64_t> fed_sets_; // subsets of the candidate inputs that are fed, by rank

@@ -14,6 +14,8 @@ namespace ostrand::gates {
 namespace {
 
 constexpr std::uint64_t all_lanes = ~std::uint64_t{0};
+/// Words of tables that are cleared between two looks for a stop: 1 MiB.
+constexpr std::size_t words_per_look = std::size_t{1} << 17;
 
 /// By rank below 6: the assignments of a word in which that element is abundant.
 constexpr std::array<std::uint64_t, 6> abundant_in_word{0xAAAAAAAAAAAAAAAA, 0xCCCCCCCCCCCCCCCC,
@@ -43,13 +45,15 @@ std::uint64_t next_subset (std::uint64_t set) {
     return ripple | (((set ^ ripple) >> 2) / low);
 }
 
-/// Walks all subsets of `size` out of `count` (at most 62) as bit sets, in ascending order.
+/// Walks all subsets of `size` out of `count` (at most 62) as bit sets, in ascending order. A stop
+/// ends the walk early.
 template <class Visit>
-void for_each_subset (int count, int size, const Visit& visit) {
+void for_each_subset (int count, int size, const std::stop_token& stop, const Visit& visit) {
     if (size > count) return;
     if (size == 0) return visit (std::uint64_t{0});
     const std::uint64_t end = std::uint64_t{1} << count;
-    for (std::uint64_t set = (std::uint64_t{1} << size) - 1; set < end; set = next_subset (set)) {
+    for (std::uint64_t set = (std::uint64_t{1} << size) - 1; set < end && !stop.stop_requested ();
+         set = next_subset (set)) {
         visit (set);
     }
 }
@@ -115,15 +119,20 @@ void CircuitTrial::play_block (const OutputView& view, std::uint64_t block) {
     const std::uint64_t block_base = block << view.block_bits;
     fed_sets_.clear ();
     for (int size = 0; size <= std::min (view.most_inputs, candidates); ++size) {
-        for_each_subset (candidates, size,
+        for_each_subset (candidates, size, stop_,
                          [&] (std::uint64_t set) { fed_sets_.push_back (set << shift); });
     }
-    reached_.assign (fed_sets_.size () * view.block_words, 0);
+    const std::size_t words = fed_sets_.size () * view.block_words;
+    reached_.clear ();
+    reached_.reserve (words);
+    while (reached_.size () < words && !stopped ()) { // memory is cleared at a few GB a second
+        reached_.resize (std::min (words, reached_.size () + words_per_look));
+    }
 
     if (view.block_bits < 5) { // several sets in one run
         const int slot = 1 << view.block_bits;
         const std::size_t together = static_cast<std::size_t> (lane_count / slot);
-        for (std::size_t first = 0; first < fed_sets_.size (); first += together) {
+        for (std::size_t first = 0; first < fed_sets_.size () && !stopped (); first += together) {
             const std::size_t count = std::min (together, fed_sets_.size () - first);
             const std::uint32_t bits = player_.play ({.base = 0,
                                                       .slot_shift = view.block_bits,
@@ -140,6 +149,7 @@ void CircuitTrial::play_block (const OutputView& view, std::uint64_t block) {
     for (std::size_t set = 0; set < fed_sets_.size (); ++set) {
         const std::uint64_t fed = fed_sets_[set];
         for (std::uint64_t run = 0; run < runs; ++run) {
+            if (stopped ()) return;
             const std::uint64_t base = block_base | run << 5;
             if ((fed & base) != 0) continue; // a fed input is not abundant
             const std::uint64_t bits = player_.play ({.base = base, .fed = &fed});
@@ -166,7 +176,7 @@ void CircuitTrial::test_group (const OutputView& view, std::size_t group_index,
     std::array<const std::uint64_t*, std::size_t{1} << most_pattern_inputs> tables{};
     const std::size_t patterns = std::size_t{1} << group.arity;
 
-    for_each_subset (candidates, group.arity, [&] (std::uint64_t set) {
+    for_each_subset (candidates, group.arity, stop_, [&] (std::uint64_t set) {
         const std::size_t first_gate = choice++ * group.gates.size ();
         const std::uint64_t inputs = set << shift;
         if ((inputs & block_base) != 0) return;
@@ -215,7 +225,7 @@ void CircuitTrial::store_found (const OutputView& view) {
         const PlannedGroup& group = plan_.groups[g];
         std::size_t next = 0;
         if (!group.by_pattern || found_[g].empty ()) continue;
-        for_each_subset (candidates, group.arity, [&] (std::uint64_t set) {
+        for_each_subset (candidates, group.arity, stop_, [&] (std::uint64_t set) {
             inputs.clear ();
             for (std::uint64_t rest = set << shift; rest != 0; rest &= rest - 1) {
                 inputs.push_back (view.free[static_cast<std::size_t> (std::countr_zero (rest))]);

@@ -32,10 +32,11 @@ bool next_choice (std::vector<std::size_t>& choice, std::size_t count) {
 /// Plays the rows of a table until one is wrong; adds the games to `games`.
 bool passes (const Circuit& circuit, std::span<const double> levels, const GateDefinition& gate,
              const std::vector<int>& inputs, int output, const std::vector<int>& needed,
-             bool multiple, std::uint64_t& games) {
+             bool multiple, const std::stop_token& stop, std::uint64_t& games) {
     const std::uint64_t rows = saturated_power_of_two (inputs.size ());
     std::vector<int> tokens (at (circuit.graph ().length ()));
     for (std::uint64_t r = 0; r < rows; ++r) {
+        if (stop.stop_requested ()) return false;
         std::fill (tokens.begin (), tokens.end (), 0);
         for (std::size_t u = 0; u < inputs.size (); ++u) {
             const double level =
@@ -69,6 +70,7 @@ void CircuitTrial::evaluate_singly (const OutputView& view, const PlannedGroup& 
                              inputs.begin (), inputs.end (), std::back_inserter (others));
         const std::uint64_t end = saturated_power_of_two (std::min (others.size (), most_free));
         for (std::uint64_t k = 0; k < end; ++k) {
+            if (stopped ()) return;
             std::vector<int> needed;
             for (std::size_t j = 0; j < others.size (); ++j) {
                 if (j < most_free && (k >> j & 1) != 0) needed.push_back (others[j]);
@@ -78,7 +80,7 @@ void CircuitTrial::evaluate_singly (const OutputView& view, const PlannedGroup& 
                 const double start = now ();
                 const bool passed =
                     passes (circuit, view.levels, *gate.definition, inputs, view.output, needed,
-                            rules_.multiple_firing, counts[at (gate.job)].evaluations);
+                            rules_.multiple_firing, stop_, counts[at (gate.job)].evaluations);
                 const double played = now ();
                 times.model += played - start;
                 if (!passed) continue;

@@ -13,8 +13,10 @@ std::size_t at (int index) { return static_cast<std::size_t> (index); }
 
 class Walk {
   public:
-    Walk (const EquationGraph& graph, int limit, const WalkVisitor& visitor)
-        : graph_ (graph), limit_ (limit), visitor_ (visitor), neighbours_ (find_neighbours ()) {}
+    Walk (const EquationGraph& graph, int limit, const WalkVisitor& visitor,
+          const std::stop_token& stop)
+        : graph_ (graph), limit_ (limit), visitor_ (visitor), stop_ (stop),
+          neighbours_ (find_neighbours ()) {}
 
     std::uint64_t run () {
         EnzymeSet available;
@@ -22,6 +24,7 @@ class Walk {
             if (!graph_.rows_of_enzyme[at (enzyme)].empty ()) available.set (at (enzyme));
         }
         for (std::size_t seed = 0; seed < graph_.equations.size (); ++seed) {
+            if (stop_.stop_requested ()) break;
             const int enzyme = graph_.rows[at (graph_.equations[seed])].enzyme;
             available.reset (at (enzyme)); // for good: each set arises from its first enzyme only
             seed_ = static_cast<int> (seed);
@@ -71,6 +74,7 @@ class Walk {
         }
         visitor_.extend (level, extended_, free);
         for (const int enzyme : free) {
+            if (stop_.stop_requested ()) return;
             available.reset (at (enzyme));
             members_.push_back (enzyme);
             visitor_.circuit (members_, seed_);
@@ -84,6 +88,7 @@ class Walk {
     const EquationGraph& graph_;
     int limit_;
     const WalkVisitor& visitor_;
+    const std::stop_token& stop_;
     std::vector<EnzymeSet> neighbours_;
     std::vector<int> members_;
     int seed_ = 0;
@@ -92,8 +97,9 @@ class Walk {
 
 } // namespace
 
-std::uint64_t walk_circuits (const EquationGraph& graph, int limit, const WalkVisitor& visitor) {
-    return Walk (graph, limit, visitor).run ();
+std::uint64_t walk_circuits (const EquationGraph& graph, int limit, const WalkVisitor& visitor,
+                             const std::stop_token& stop) {
+    return Walk (graph, limit, visitor, stop).run ();
 }
 
 } // namespace ostrand::gates

@@ -8,8 +8,9 @@ namespace {
 
 class Builder {
   public:
-    Builder (const std::vector<Reaction>& reactions, const std::map<std::string, int>& elements)
-        : reactions_ (reactions) {
+    Builder (const std::vector<Reaction>& reactions, const std::map<std::string, int>& elements,
+             const std::stop_token& stop)
+        : reactions_ (reactions), stop_ (stop) {
         number_enzymes ();
         for (const auto& [name, index] : elements) {
             graph_.columns[name] = graph_.length ();
@@ -39,6 +40,7 @@ class Builder {
 
     void add_rows (const Reaction& reaction) {
         for (const std::string& enzyme : reaction.enzymes) {
+            if (stop_.stop_requested ()) return;
             add_direction (graph_.enzymes.at (enzyme), reaction.substrates, reaction.products,
                            reaction.inhibitors);
         }
@@ -108,6 +110,7 @@ class Builder {
     }
 
     const std::vector<Reaction>& reactions_;
+    const std::stop_token& stop_;
     EquationGraph graph_;
     std::map<int, int> values_; // of the row in the making, by column
 };
@@ -137,8 +140,9 @@ void add_stand_in_enzymes (std::vector<Reaction>& reactions) {
 }
 
 EquationGraph build_equation_graph (const std::vector<Reaction>& reactions,
-                                    const std::map<std::string, int>& elements) {
-    return Builder (reactions, elements).graph ();
+                                    const std::map<std::string, int>& elements,
+                                    const std::stop_token& stop) {
+    return Builder (reactions, elements, stop).graph ();
 }
 
 } // namespace ostrand::gates

@@ -6,6 +6,7 @@
 
 #include <map>
 #include <span>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -58,7 +59,9 @@ inline constexpr int most_enzymes = 240;
 void add_stand_in_enzymes (std::vector<Reaction>& reactions);
 
 /// Numbers the columns and makes all rows. Every substrate, product and inhibitor is in `elements`.
+/// stop  ends it early; the graph is then of no use
 EquationGraph build_equation_graph (const std::vector<Reaction>& reactions,
-                                    const std::map<std::string, int>& elements);
+                                    const std::map<std::string, int>& elements,
+                                    const std::stop_token& stop = {});
 
 } // namespace ostrand::gates

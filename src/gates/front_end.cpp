@@ -11,17 +11,19 @@ namespace ostrand::gates {
 
 namespace fs = std::filesystem;
 
-GateFrontEnd::GateFrontEnd (std::string path)
-    : model_path (std::move (path)), model_file (model_path), base (base_of_model (model_path)) {
-    parsed = model_file.text.has_value ();
-    if (!parsed) return;
-    reactions = read_front_end_reactions (*model_file.text);
-    gather_metabolites ();
+GateFrontEnd::GateFrontEnd (std::string path, const std::stop_token& stop)
+    : model_path (std::move (path)), model_file (model_path, stop),
+      base (base_of_model (model_path)) {
+    if (!model_file.text) return;
+    reactions = read_front_end_reactions (*model_file.text, stop);
+    gather_metabolites (stop);
+    parsed = !stop.stop_requested ();
 }
 
-void GateFrontEnd::gather_metabolites () {
+void GateFrontEnd::gather_metabolites (const std::stop_token& stop) {
     std::map<std::string, Metabolite> by_name; // compares bytes, as strcmp does
     for (const Reaction& reaction : reactions) {
+        if (stop.stop_requested ()) return;
         if (reaction.enzymes.empty ()) continue;
         for (const std::string& name : reaction.substrates) {
             by_name[name].can_be_input = true;
@@ -48,32 +50,35 @@ bool GateFrontEnd::up_to_date () {
     return true;
 }
 
-bool GateFrontEnd::extract (int depth, std::string& error) {
-    // The same bytes every time. Without a table the gates are found all the same, with no
-    // kinetics.
-    const TableScope table (*this, seeded_numbers (1));
-    GateExtractor extractor;
-    extractor.input_path = model_path;
-    extractor.output_base = base;
-    extractor.kinetics_path = temporary_kinetics;
-    extractor.depth = depth;
-    extractor.threads = processor_count ();
-    if (!extractor.run (error)) return false;
-    extracted = true;
-    return true;
+FrontEndExtraction::FrontEndExtraction (GateFrontEnd& front_end, int depth)
+    : front_end_ (front_end), extractor_ ({.input_path = front_end.model_path,
+                                           .model_file = {},
+                                           .output_base = front_end.base,
+                                           .kinetics_path = temporary_kinetics,
+                                           .depth = depth,
+                                           .threads = processor_count ()}) {}
+
+Outcome FrontEndExtraction::work (const std::stop_token& stop) {
+    // The same bytes every time.
+    const GateFrontEnd::TableScope table (front_end_, seeded_numbers (1));
+    Outcome outcome = extractor_.begin (stop);
+    if (!outcome.done ()) return outcome;
+    front_end_.extracted = true;
+    if (table.ok ()) return outcome;
+    return Outcome::failure ("cannot write '" + std::string (temporary_kinetics) +
+                             "': " + table.error () + "; the gates have no kinetics");
 }
 
 GateFrontEnd::TableScope::TableScope (const GateFrontEnd& front_end, const RandomNumbers& random) {
     std::error_code ignored;
-    path_ = fs::absolute (temporary_kinetics, ignored).string ();
+    path_ = fs::absolute (temporary_kinetics, ignored);
     guard_ = std::make_unique<InterruptionGuard> (path_);
     write_file (path_, reaction_table_text (front_end.model_path, front_end.reactions, random),
                 error_);
 }
 
 GateFrontEnd::TableScope::~TableScope () {
-    std::error_code ignored;
-    if (error_.empty ()) fs::remove (path_, ignored);
+    if (error_.empty ()) remove_file (path_);
 }
 
 } // namespace ostrand::gates

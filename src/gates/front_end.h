@@ -8,7 +8,9 @@
 #include "gates/reaction.h"
 #include "gates/reaction_table.h"
 
+#include <filesystem>
 #include <memory>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,12 +29,16 @@ inline constexpr const char* temporary_kinetics = "tmp_kinetics.csv";
 
 /// The reactions of a model's text, as the front end reads them: like the search's own reader, but
 /// the references of a list get their roles when the list is closed.
-std::vector<Reaction> read_front_end_reactions (std::string_view text);
+/// stop  ends the reading early
+std::vector<Reaction> read_front_end_reactions (std::string_view text,
+                                                const std::stop_token& stop = {});
 
+/// One model file, as an editor works with it.
 class GateFrontEnd {
   public:
-    /// Reads the model. Where it cannot be opened, `parsed` tells so and all lists are empty.
-    explicit GateFrontEnd (std::string path);
+    /// Reads the model. Where it cannot be read, `parsed` tells so and all lists are empty.
+    /// stop  ends the reading early, as if the file could not be read
+    explicit GateFrontEnd (std::string path, const std::stop_token& stop = {});
 
     bool parsed = false;
     std::vector<Reaction> reactions;
@@ -45,10 +51,6 @@ class GateFrontEnd {
     /// Whether "<base>_gates.csv" exists and is not older than the model; sets `extracted` if so.
     /// The depth it was made with is not looked at.
     bool up_to_date ();
-
-    /// Writes the reaction table, extracts with the built-in catalogue and 8 jobs, deletes the
-    /// table. False with the reason in `error` when the gate file could not be written.
-    bool extract (int depth, std::string& error);
 
     /// An extraction with all else at its defaults runs between these two. The table goes when the
     /// scope ends, and when an interruption ends the process.
@@ -64,12 +66,33 @@ class GateFrontEnd {
 
       private:
         std::string error_;
-        std::string path_; // absolute, so that it is the same file at the end
+        std::filesystem::path path_; // absolute, so that it is the same file at the end
         std::unique_ptr<InterruptionGuard> guard_;
     };
 
   private:
-    void gather_metabolites ();
+    void gather_metabolites (const std::stop_token& stop);
+};
+
+/// The extraction that an editor asks for: writes the reaction table, extracts with the built-in
+/// catalogue, 8 jobs and all processors, deletes the table. When it is done, `extracted` of the
+/// front end is set; it is set too when all that failed is the table, for the gates are there then,
+/// without kinetics. Stopped, it leaves the gate file of before. Only one can go on at a time in a
+/// folder, since the table's name is fixed.
+class FrontEndExtraction : public LongWork {
+  public:
+    /// front_end  must outlive the work, and nobody else touches it meanwhile
+    FrontEndExtraction (GateFrontEnd& front_end, int depth);
+
+    const SearchProgress& progress () const override { return extractor_.progress (); }
+    void tidy () override { extractor_.tidy (); }
+
+  protected:
+    Outcome work (const std::stop_token& stop) override;
+
+  private:
+    GateFrontEnd& front_end_;
+    GateExtractor extractor_;
 };
 
 } // namespace ostrand::gates

@@ -10,8 +10,8 @@ namespace {
 
 class Reader {
   public:
-    std::vector<Reaction> read (std::string_view text) {
-        TextLines lines (text);
+    std::vector<Reaction> read (std::string_view text, const std::stop_token& stop) {
+        TextLines lines (text, stop);
         while (lines.next ()) scan (lines.line ());
         return std::move (reactions_);
     }
@@ -106,8 +106,9 @@ class Reader {
 
 } // namespace
 
-std::vector<Reaction> read_front_end_reactions (std::string_view text) {
-    return Reader ().read (text);
+std::vector<Reaction> read_front_end_reactions (std::string_view text,
+                                                const std::stop_token& stop) {
+    return Reader ().read (text, stop);
 }
 
 } // namespace ostrand::gates

@@ -111,11 +111,15 @@ std::vector<std::string> enzyme_names (const EquationGraph& graph, const Gate& g
     return {names.begin (), names.end ()};
 }
 
-std::string gate_csv_text (const GateExtractor& extractor, const std::vector<Reaction>& table) {
-    std::string text = "metabolism;" + extractor.input_path + "\n";
+std::string gate_csv_text (const GateExtractor& extractor, const std::vector<Reaction>& table,
+                           const std::stop_token& stop) {
+    std::string text = "metabolism;" + extractor.request.input_path + "\n";
     const GateLines lines (extractor.graph, extractor.model.reactions, table);
     for (const GateJob& job : extractor.jobs) {
-        for (const Gate& gate : job.result.gates) lines.append (text, gate);
+        for (const Gate& gate : job.result.gates) {
+            if (stop.stop_requested ()) return text;
+            lines.append (text, gate);
+        }
     }
     return text;
 }

@@ -6,6 +6,7 @@
 #include "gates/gate_store.h"
 #include "gates/reaction.h"
 
+#include <stop_token>
 #include <string>
 #include <vector>
 
@@ -33,6 +34,8 @@ class GateLines {
 std::vector<std::string> enzyme_names (const EquationGraph& graph, const Gate& gate);
 
 /// The whole file.
-std::string gate_csv_text (const GateExtractor& extractor, const std::vector<Reaction>& table);
+/// stop  ends it early; the text is then of no use
+std::string gate_csv_text (const GateExtractor& extractor, const std::vector<Reaction>& table,
+                           const std::stop_token& stop = {});
 
 } // namespace ostrand::gates

@@ -1,10 +1,10 @@
 // One extraction: from a model file to the gate file and the reports.
 // Layer: gates.
 #pragma once
+#include "base/long_work.h"
 #include "gates/gate_search.h"
 #include "gates/sbml_reader.h"
 
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,9 +23,8 @@ struct GateJob {
     int fork_gate_count () const;
 };
 
-class GateExtractor {
-  public:
-    // What to do; set before run.
+/// What an extraction is asked for.
+struct ExtractionRequest {
     std::string input_path;             // the model
     std::optional<TextFile> model_file; // as read, when somebody has done so
     std::string output_base;            // stem of all files that are written
@@ -39,14 +38,24 @@ class GateExtractor {
     bool trace = false;   // write each job's trace; the search is then done job by job
     bool console = false; // print each job's short summary
     int threads = 1;
-    std::function<void (const SearchProgress&)> progress; // may be empty
+    bool tell_progress = true; // estimate the work, which takes a small part of it
+};
 
-    /// Runs all jobs, writes the summaries asked for and the gate file. False when the gate file
-    /// could not be written, with the reason in `error`; a summary or trace that cannot be written
-    /// is lost without a word.
-    bool run (std::string& error);
+/// Runs all jobs, writes the summaries asked for and the gate file. Every file is written that can
+/// be; the outcome is a failure when one could not be, and `lost` has all that could not. A stopped
+/// extraction leaves the gate file of before, whole.
+class GateExtractor : public LongWork {
+  public:
+    GateExtractor () = default;
+    explicit GateExtractor (ExtractionRequest asked) : request (std::move (asked)) {}
 
-    // What there is after run.
+    const SearchProgress& progress () const override { return search_progress_; }
+    /// Frees the texts of the files that were read.
+    void tidy () override;
+
+    ExtractionRequest request;
+
+    // What there is after it has run.
     SbmlModel model;
     EquationGraph graph;
     std::vector<GateJob> jobs;
@@ -55,15 +64,26 @@ class GateExtractor {
     double total_time = 0;             // seconds
     bool gate_file_opened = true;
     bool kinetics_opened = true;
+    bool gate_csv_written = false;
+    std::vector<std::string> lost; // a message for each thing that could not be written
 
     int gate_count () const;
     int fork_gate_count () const;
-    std::string gate_csv_path () const { return output_base + "_gates.csv"; }
+    std::string gate_csv_path () const { return request.output_base + "_gates.csv"; }
+
+  protected:
+    Outcome work (const std::stop_token& stop) override;
 
   private:
-    void prepare_jobs ();
-    void search_together ();
-    void search_traced ();
+    Outcome prepare_jobs (const std::stop_token& stop);
+    void search_together (const std::stop_token& stop);
+    void search_traced (const std::stop_token& stop);
+    void write_summaries (const std::stop_token& stop);
+    bool write (const std::string& path, const std::string& text, const std::stop_token& stop);
+
+    SearchProgress search_progress_;
+    std::optional<TextFile> catalogue_file_;
+    std::optional<TextFile> kinetics_file_;
 };
 
 /// The path without its extension: cut at its last ".", unless a "/" comes behind that.

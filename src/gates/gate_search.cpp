@@ -2,26 +2,24 @@
 // games, with those circuits tried whose numbers the thread draws.
 #include "gates/gate_search.h"
 
+#include "base/workers.h"
 #include "gates/search_work.h"
 
 #include <algorithm>
 #include <atomic>
 #include <barrier>
-#include <chrono>
 #include <cstddef>
+#include <exception>
 #include <memory>
 #include <memory_resource>
+#include <mutex>
 #include <optional>
-#include <system_error>
-#include <thread>
 
 namespace ostrand::gates {
 namespace {
 
 /// Bytes that hold most circuits with all that is asked of them.
 constexpr std::size_t circuit_memory = 1 << 16;
-/// Seconds between two calls of the progress function.
-constexpr double progress_pause = 0.1;
 
 class Search {
   public:
@@ -30,26 +28,28 @@ class Search {
           largest_ (std::clamp (settings.limit, 2, most_enzymes)),
           workers_ (static_cast<std::size_t> (std::max (settings.threads, 1))),
           stores_ (static_cast<std::size_t> (plan.job_count)),
-          all_there_ (std::max (settings.threads, 1), DrawAnew{*this}) {
+          with_the_search_ (settings.stop, EndStep{end_}),
+          all_there_ (std::max (settings.threads, 1), BetweenSizes{*this}) {
         outcome_.jobs.resize (stores_.size ());
-        if (settings.progress) work_.emplace (graph, largest_);
+        if (settings.progress == nullptr) return;
+        settings.progress->largest = largest_;
+        settings.progress->seeds = static_cast<int> (graph.equations.size ());
+        work_.emplace (graph, largest_, end_.get_token ());
     }
 
     SearchOutcome run () {
-        report (2, 0, 0); // the other threads may be done before this one has tried anything
-        std::vector<std::jthread> threads;
-        try {
-            for (std::size_t w = 1; w < workers_.size (); ++w) {
-                threads.emplace_back ([this, w] { work (w); });
-            }
-        } catch (const std::system_error&) {
-            // The threads that could be started, at the least this one, do it all.
-            for (std::size_t w = threads.size () + 1; w < workers_.size (); ++w) {
-                all_there_.arrive_and_drop ();
-            }
+        WorkerThreads threads;
+        std::size_t missing = 0;
+        for (std::size_t w = 1; w < workers_.size (); ++w) {
+            if (missing > 0 || !threads.start ([this, w] { work (w); })) ++missing;
         }
+        // The threads that could be started, at the least this one, do it all.
+        for (; missing > 0; --missing) all_there_.arrive_and_drop ();
         work (0);
-        threads.clear (); // joins
+        threads.join ();
+        if (fault_) std::rethrow_exception (fault_);
+        outcome_.stopped = over_;
+        if (settings_.progress != nullptr && !over_) settings_.progress->estimate (1);
         for (const std::unique_ptr<CircuitTrial>& worker : workers_) {
             if (worker == nullptr) continue;
             outcome_.times.gate += worker->times.gate;
@@ -60,29 +60,56 @@ class Search {
     }
 
   private:
-    /// Numbers that threads draw are drawn from 0 again after each meeting.
-    struct DrawAnew {
+    struct EndStep {
+        std::stop_source& end;
+        void operator() () const noexcept { end.request_stop (); }
+    };
+    /// When all threads have met: numbers that they draw are drawn from 0 again, and whether there
+    /// is more to do is settled for all of them alike.
+    struct BetweenSizes {
         Search& search;
         void operator() () noexcept {
             search.next_circuit_ = 0;
             search.next_job_ = 0;
+            search.over_ = search.end_.stop_requested ();
         }
     };
 
     /// A thread's part; the first is the calling thread. Between sizes the threads put together
     /// what they have, for a gate is not worth storing when a smaller one is known.
     void work (std::size_t thread) {
-        // Made here, so that what the thread writes lies apart from what others write.
-        workers_[thread] = std::make_unique<CircuitTrial> (plan_, settings_.rules);
         bool is_last = false;
         for (int size = 2; !is_last; ++size) {
-            const std::uint64_t tried = try_circuits (thread, size);
+            std::uint64_t tried = 0;
+            guard ([&] {
+                // Made here, so that what the thread writes lies apart from what others write.
+                if (workers_[thread] == nullptr) {
+                    workers_[thread] =
+                        std::make_unique<CircuitTrial> (plan_, settings_.rules, end_.get_token ());
+                }
+                tried = try_circuits (thread, size);
+            });
+            all_there_.arrive_and_wait ();
+            if (over_) return;
             // Where no circuit is, no larger one is either.
             is_last = size == largest_ || tried == 0;
+            guard ([&] { put_together (is_last); });
             all_there_.arrive_and_wait ();
-            put_together (is_last);
-            if (!is_last) all_there_.arrive_and_wait ();
+            if (over_) return;
             workers_[thread]->smaller = &stores_;
+        }
+    }
+
+    /// Keeps the first thing that goes wrong, which ends the search on all threads: each of them
+    /// still has to come to the next meeting.
+    template <class Step>
+    void guard (const Step& step) {
+        try {
+            step ();
+        } catch (...) {
+            const std::lock_guard lock (fault_lock_);
+            if (!fault_) fault_ = std::current_exception ();
+            end_.request_stop ();
         }
     }
 
@@ -102,22 +129,24 @@ class Search {
             const std::size_t stored = worker.stored ();
             worker.evaluate (Circuit (graph_, enzymes, &memory));
             memory.release ();
-            circuits_.fetch_add (1, std::memory_order_relaxed);
-            gates_.fetch_add (worker.stored () - stored, std::memory_order_relaxed);
-            if (thread == 0) report (size, seed, place);
+            if (settings_.progress == nullptr) return;
+            settings_.progress->circuits.fetch_add (1, std::memory_order_relaxed);
+            settings_.progress->add_results (worker.stored () - stored);
+            if (thread == 0) tell (size, seed, place);
         };
         const std::uint64_t extended =
             walk_circuits (graph_, size,
                            {.circuit = circuit,
                             .extend = [] (int, std::uint64_t, std::span<const int>) {},
-                            .seed_done = [] (int) {}});
+                            .seed_done = [] (int) {}},
+                           end_.get_token ());
         if (thread == 0) outcome_.circuits = extended; // of the last size: all
         return place;
     }
 
     /// Merges what the threads have of the jobs whose numbers the thread draws.
     void put_together (bool is_last) {
-        for (;;) {
+        while (!end_.stop_requested ()) {
             const std::size_t job = next_job_.fetch_add (1, std::memory_order_relaxed);
             if (job >= stores_.size ()) return;
             SearchResult& result = outcome_.jobs[job];
@@ -136,19 +165,10 @@ class Search {
     }
 
     /// On the calling thread only.
-    void report (int size, int seed, std::uint64_t tried) {
-        if (!work_) return;
-        const auto now = std::chrono::steady_clock::now ();
-        if (now < next_report_) return;
-        next_report_ = now + std::chrono::duration_cast<std::chrono::steady_clock::duration> (
-                                 std::chrono::duration<double> (progress_pause));
-        settings_.progress ({.size = size,
-                             .largest = largest_,
-                             .seeds_done = seed,
-                             .seeds = static_cast<int> (graph_.equations.size ()),
-                             .circuits = circuits_.load (std::memory_order_relaxed),
-                             .gates = gates_.load (std::memory_order_relaxed),
-                             .fraction = work_->part_done (size, tried)});
+    void tell (int size, int seed, std::uint64_t tried) {
+        settings_.progress->size = size;
+        settings_.progress->seeds_done = seed;
+        settings_.progress->estimate (work_->part_done (size, tried));
     }
 
     const EquationGraph& graph_;
@@ -158,14 +178,17 @@ class Search {
     std::vector<std::unique_ptr<CircuitTrial>> workers_; // by thread; null where none could start
     std::vector<GateStore> stores_;                      // by job: what has been put together
     SearchOutcome outcome_;
-    std::barrier<DrawAnew> all_there_;
     std::optional<SearchWork> work_; // when progress is asked for
-    std::chrono::steady_clock::time_point next_report_;
+
+    std::stop_source end_; // asked for when the search is stopped and when a thread fails
+    std::stop_callback<EndStep> with_the_search_;
+    std::mutex fault_lock_;
+    std::exception_ptr fault_;
+    bool over_ = false; // written at meetings only
+    std::barrier<BetweenSizes> all_there_;
     // What all threads write often lies apart from what they read.
     alignas (64) std::atomic<std::uint64_t> next_circuit_{0}; // of a size, in the order of the walk
     std::atomic<std::size_t> next_job_{0};
-    std::atomic<std::uint64_t> circuits_{0}; // tried
-    std::atomic<std::size_t> gates_{0};      // stored; less when one replaces several
 };
 
 } // namespace

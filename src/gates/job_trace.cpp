@@ -89,11 +89,13 @@ std::string row_matrix (const EquationGraph& graph) {
 
 } // namespace
 
-JobTrace::JobTrace (const std::string& path) : file_ (path), start_ (now ()) {}
+JobTrace::JobTrace (const std::string& path, std::stop_token stop)
+    : stop_ (stop), file_ (path, std::move (stop)), start_ (now ()) {}
 
-JobTrace::~JobTrace () {
-    file_.write (waiting_);
-    file_.commit ();
+bool JobTrace::finish (std::string& error) {
+    const bool whole = file_.write (waiting_) && file_.commit ();
+    if (!whole) error = file_.error ();
+    return whole;
 }
 
 void JobTrace::put (const std::string& text) {
@@ -106,9 +108,9 @@ void JobTrace::put (const std::string& text) {
 void JobTrace::write_model (const GateExtractor& extractor, const GateJob& job,
                             const std::vector<Reaction>& as_read) {
     const std::string rule = "\n\n\n" + dashes () + "\n\n";
-    put (rule + "Fichier d'entrée  : " + extractor.input_path + "\nFichier de Porte  : " +
-         extractor.gate_file + "\nFichier de sortie : " + job.stem + ".txt" + rule);
-    put ("Parsage fichier : " + extractor.input_path +
+    put (rule + "Fichier d'entrée  : " + extractor.request.input_path + "\nFichier de Porte  : " +
+         extractor.request.gate_file + "\nFichier de sortie : " + job.stem + ".txt" + rule);
+    put ("Parsage fichier : " + extractor.request.input_path +
          "\nListe éléments répertoriés (Code/Nom) \n");
     for (const auto& [id, name] : extractor.model.species) put (id + " " + name + "\n");
     put ("Nb ligne du fichier : " + std::to_string (extractor.model.line_count) + "\n");
@@ -152,15 +154,17 @@ void JobTrace::put_rows (const EquationGraph& graph, const std::vector<Reaction>
 }
 
 std::uint64_t JobTrace::write_search (const GateExtractor& extractor, GateJob& job,
-                                      TrialTimes& times) {
+                                      TrialTimes& times, SearchProgress& progress) {
+    const ExtractionRequest& request = extractor.request;
     const GatePlan plan = make_gate_plan ({&job.catalogue});
-    CircuitTrial trial (plan, {extractor.evaluate_forks, extractor.multiple_firing});
+    CircuitTrial trial (plan, {request.evaluate_forks, request.multiple_firing}, stop_);
     const std::size_t seeds = extractor.graph.equations.size ();
     // Gates seen by key, for each circuit on the way from the seed to the present one.
     std::vector<std::map<std::string, Gate>> seen;
     trial.set_observer (
         [&] (int, const Gate& gate) { seen.back ()[gate_key (gate.inputs, gate.output)] = gate; });
-    std::uint64_t circuits = 0;
+    progress.seeds = static_cast<int> (seeds);
+    const std::uint64_t gates_before = progress.results ();
     const auto take = [&] (std::span<const int> enzymes, int seed) {
         seen.resize (enzymes.size () - 1);
         seen.push_back (seen.empty () ? std::map<std::string, Gate> () : seen.back ());
@@ -168,16 +172,12 @@ std::uint64_t JobTrace::write_search (const GateExtractor& extractor, GateJob& j
         trial.evaluate (circuit);
         put (enzymes.size () == 1 ? "\nCreation Primaire " : "Creation Secondaire ");
         put_circuit (circuit, seen.back ());
-        ++circuits;
-        if (!extractor.progress) return;
-        extractor.progress (
-            {.seeds_done = seed,
-             .seeds = static_cast<int> (seeds),
-             .circuits = circuits,
-             .gates = trial.stored (),
-             .fraction =
-                 (job.number - 1 + static_cast<double> (seed) / static_cast<double> (seeds)) /
-                 extractor.partition_count});
+        progress.seeds_done = seed;
+        progress.circuits.fetch_add (1, std::memory_order_relaxed);
+        progress.set_results (gates_before + trial.stored ());
+        progress.estimate (
+            (job.number - 1 + static_cast<double> (seed) / static_cast<double> (seeds)) /
+            request.partition_count);
     };
     const auto extend = [&] (int level, std::uint64_t counter, std::span<const int> free) {
         put ("profondeur récursive : " + std::to_string (level) + "\ncompteur de circuit " +
@@ -188,8 +188,8 @@ std::uint64_t JobTrace::write_search (const GateExtractor& extractor, GateJob& j
              std::to_string (seeds) + "\n\n\n\n");
     };
     const std::uint64_t extended =
-        walk_circuits (extractor.graph, extractor.depth,
-                       {.circuit = take, .extend = extend, .seed_done = seed_done});
+        walk_circuits (extractor.graph, request.depth,
+                       {.circuit = take, .extend = extend, .seed_done = seed_done}, stop_);
     job.result.gates = trial.stores[0].take_gates (plan.types[0]);
     job.result.counts = trial.counts[0];
     times = trial.times;
@@ -232,7 +232,7 @@ void JobTrace::write_result (const GateExtractor& extractor, const GateJob& job,
     line ("Nb Equations Ini \t: ", extractor.graph.equations.size ());
     line ("Nb Elements \t\t: ", static_cast<std::uint64_t> (extractor.graph.element_count ()));
     put ("\nParametres de l'algorithme: \n");
-    line ("Nb Limite\t \t\t\t: ", static_cast<std::uint64_t> (extractor.depth));
+    line ("Nb Limite\t \t\t\t: ", static_cast<std::uint64_t> (extractor.request.depth));
     line ("Nb Circuits \t\t\t: ", extractor.circuit_counter);
     line ("Nb Portes Evaluees \t\t: ", job.result.counts.evaluated_gates);
     line ("Nb Evaluations\t\t\t: ", job.result.counts.evaluations);

@@ -1,12 +1,10 @@
 // Writing and reading the reaction table.
 #include "gates/reaction_table.h"
 
-#include "base/disk.h"
 #include "base/text.h"
 #include "gates/text_lines.h"
 
 #include <memory>
-#include <optional>
 #include <random>
 
 namespace ostrand::gates {
@@ -112,9 +110,9 @@ std::string reaction_table_text (const std::string& model_path,
     return text;
 }
 
-std::vector<Reaction> read_reaction_table (std::string_view text) {
+std::vector<Reaction> read_reaction_table (std::string_view text, const std::stop_token& stop) {
     std::vector<Reaction> reactions;
-    TextLines lines (text);
+    TextLines lines (text, stop);
     while (lines.next ()) {
         if (!has (lines.line (), "REACBEGIN")) continue;
         const Fields fields (lines.line ());
@@ -135,14 +133,12 @@ std::vector<Reaction> read_reaction_table (std::string_view text) {
     return reactions;
 }
 
-std::vector<Reaction> CSVCineticReader (const std::string& path, bool* opened) {
-    const std::optional<std::string> text = read_text_file (path);
-    if (opened != nullptr) *opened = text.has_value ();
-    if (!text) {
+std::vector<Reaction> CSVCineticReader (const TextFile& file, const std::stop_token& stop) {
+    if (!file.text) {
         write_standard_output ("CSVCineticReader: Impossible d'ouvrir le fichier en lecture.\n");
         return {};
     }
-    return read_reaction_table (*text);
+    return read_reaction_table (*file.text, stop);
 }
 
 } // namespace ostrand::gates

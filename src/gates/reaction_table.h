@@ -1,9 +1,11 @@
 // The reaction table: kinetic coefficients that the gate file has to repeat, one line a reaction.
 // Layer: gates.
 #pragma once
+#include "base/disk.h"
 #include "gates/reaction.h"
 
 #include <functional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,9 +27,10 @@ std::string reaction_table_text (const std::string& model_path,
 
 /// Reads such a table. Of the enzymes the first is kept; a line without one is dropped, as is
 /// whatever a line's counts promise beyond its fields.
-std::vector<Reaction> read_reaction_table (std::string_view text);
+/// A stop ends the reading early.
+std::vector<Reaction> read_reaction_table (std::string_view text, const std::stop_token& stop = {});
 
-/// The same from a file; one that cannot be opened is told on standard output and gives nothing.
-std::vector<Reaction> CSVCineticReader (const std::string& path, bool* opened = nullptr);
+/// The same from a file; one that could not be opened is told on standard output and gives nothing.
+std::vector<Reaction> CSVCineticReader (const TextFile& file, const std::stop_token& stop = {});
 
 } // namespace ostrand::gates

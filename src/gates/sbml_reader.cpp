@@ -56,9 +56,9 @@ class RawRecorder {
 
 class Reader {
   public:
-    SbmlModel read (std::string_view text) {
+    SbmlModel read (std::string_view text, const std::stop_token& stop) {
         for (const Kept& kept : kept_elements) recorders_.emplace_back (kept.open, kept.close);
-        TextLines lines (text);
+        TextLines lines (text, stop);
         while (lines.next ()) {
             scan (lines.line ());
             record_raw (lines.line ());
@@ -169,18 +169,18 @@ class Reader {
 
 } // namespace
 
-SbmlModel read_sbml_lines (std::string_view text) {
-    SbmlModel model = Reader ().read (text);
+SbmlModel read_sbml_lines (std::string_view text, const std::stop_token& stop) {
+    SbmlModel model = Reader ().read (text, stop);
     model.opened = true;
     return model;
 }
 
-SbmlModel sbmlReader (const TextFile& file) {
+SbmlModel sbmlReader (const TextFile& file, const std::stop_token& stop) {
     if (!file.text) {
         write_standard_output ("sbmlReader: Impossible d'ouvrir le fichier en lecture.\n");
         return {};
     }
-    return read_sbml_lines (*file.text);
+    return read_sbml_lines (*file.text, stop);
 }
 
 } // namespace ostrand::gates

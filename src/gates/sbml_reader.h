@@ -6,6 +6,7 @@
 #include "gates/reaction.h"
 
 #include <map>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -37,10 +38,11 @@ struct SbmlModel {
 
 /// Reads a model's text. A species that no line declares keeps its id as its name; a reference
 /// outside a reaction, or without a species, is ignored.
-SbmlModel read_sbml_lines (std::string_view text);
+/// stop  ends the reading early
+SbmlModel read_sbml_lines (std::string_view text, const std::stop_token& stop = {});
 
 /// Reads a model file. One that could not be opened is told on standard output and gives empty
 /// lists.
-SbmlModel sbmlReader (const TextFile& file);
+SbmlModel sbmlReader (const TextFile& file, const std::stop_token& stop = {});
 
 } // namespace ostrand::gates

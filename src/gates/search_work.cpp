@@ -14,7 +14,7 @@ constexpr double most_counted = 100'000;
 /// What a circuit costs, by its enzymes. Measured: rows and elements both grow with them.
 double cost (std::size_t size) { return static_cast<double> (size) * static_cast<double> (size); }
 
-double count_circuits (const EquationGraph& graph, int size) {
+double count_circuits (const EquationGraph& graph, int size, const std::stop_token& stop) {
     double count = 0;
     const auto circuit = [&] (std::span<const int> enzymes, int) {
         if (enzymes.size () == static_cast<std::size_t> (size)) ++count;
@@ -22,20 +22,22 @@ double count_circuits (const EquationGraph& graph, int size) {
     walk_circuits (graph, size,
                    {.circuit = circuit,
                     .extend = [] (int, std::uint64_t, std::span<const int>) {},
-                    .seed_done = [] (int) {}});
+                    .seed_done = [] (int) {}},
+                   stop);
     return count;
 }
 
 } // namespace
 
-SearchWork::SearchWork (const EquationGraph& graph, int largest)
+SearchWork::SearchWork (const EquationGraph& graph, int largest, const std::stop_token& stop)
     : circuits_{0, static_cast<double> (graph.equations.size ())} {
     while (circuits_.size () <= static_cast<std::size_t> (largest) && circuits_.back () > 0) {
         const double last = circuits_.back ();
         const double before = circuits_[circuits_.size () - 2];
-        circuits_.push_back (last > most_counted
-                                 ? last * last / before
-                                 : count_circuits (graph, static_cast<int> (circuits_.size ())));
+        circuits_.push_back (
+            last > most_counted
+                ? last * last / before
+                : count_circuits (graph, static_cast<int> (circuits_.size ()), stop));
     }
 }
 

@@ -4,6 +4,7 @@
 #include "gates/equation_graph.h"
 
 #include <cstdint>
+#include <stop_token>
 #include <vector>
 
 namespace ostrand::gates {
@@ -13,7 +14,8 @@ namespace ostrand::gates {
 class SearchWork {
   public:
     /// largest  enzymes of a circuit at most
-    SearchWork (const EquationGraph& graph, int largest);
+    /// stop     ends the counting; what `part_done` says then means nothing
+    SearchWork (const EquationGraph& graph, int largest, const std::stop_token& stop = {});
 
     /// The part of all work, 0 to 1, that is done when `tried` of the circuits of `size` enzymes
     /// and all smaller ones have been tried.

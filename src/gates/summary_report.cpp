@@ -169,7 +169,7 @@ std::string parameter_blocks (const GateExtractor& extractor, const std::string&
     text += "Nb Enzymes \t: " + end + std::to_string (extractor.graph.enzyme_count ()) + "\n";
     text += "Nb Elements \t\t: " + end + std::to_string (extractor.graph.element_count ()) + "\n";
     text += "\nParametres de l'algorithme" + separator + "\n";
-    text += "Nb Limite\t \t\t\t: " + end + std::to_string (extractor.depth) + "\n";
+    text += "Nb Limite\t \t\t\t: " + end + std::to_string (extractor.request.depth) + "\n";
     text += "Nb Circuits \t\t\t: " + end + std::to_string (extractor.circuit_counter) + "\n";
     text += "Nb Portes Evaluees \t\t: " + end + std::to_string (evaluated) + "\n";
     text += "Nb Portes \t\t\t\t: " + end + std::to_string (extractor.gate_count ()) + "\n";
@@ -236,17 +236,17 @@ std::string listed_gate (const EquationGraph& graph, const Gate& gate, const std
 }
 
 std::string summary_csv (const GateExtractor& extractor) {
-    return "Fichier d'entree;" + extractor.input_path + "\nFichier de sortie;" +
-           extractor.output_base + ".txt\n\n" +
+    return "Fichier d'entree;" + extractor.request.input_path + "\nFichier de sortie;" +
+           extractor.request.output_base + ".txt\n\n" +
            times_block (extractor.times, extractor.total_time, ";") +
            parameter_blocks (extractor, ";", ";", "");
 }
 
 std::string summary_text (const GateExtractor& extractor) {
     const std::string rule = "\n\n" + dashes () + "\n\n";
-    std::string text = rule + "Fichier d'entree  : " + extractor.input_path +
-                       "\nFichier de Porte  : " + extractor.gate_file +
-                       "\nFichier de sortie : " + extractor.output_base + ".txt" + rule +
+    std::string text = rule + "Fichier d'entree  : " + extractor.request.input_path +
+                       "\nFichier de Porte  : " + extractor.request.gate_file +
+                       "\nFichier de sortie : " + extractor.request.output_base + ".txt" + rule +
                        "\n\nListe portes : \n";
     for (const GateJob& job : extractor.jobs) {
         for (const Gate& gate : job.result.gates) {

@@ -2,19 +2,22 @@
 // They read lines and no XML, so an element counts where a line shows its tag.
 // Layer: gates.
 #pragma once
+#include <stop_token>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace ostrand::gates {
 
 /// Walks the lines of a text. A last line without an end is a line; behind a final line end there
-/// is none.
+/// is none. A stop reads as the end.
 class TextLines {
   public:
-    explicit TextLines (std::string_view text) : rest_ (text) {}
+    explicit TextLines (std::string_view text, std::stop_token stop = {})
+        : rest_ (text), stop_ (std::move (stop)) {}
 
     bool next () {
-        if (rest_.empty ()) return false;
+        if (rest_.empty () || stop_.stop_requested ()) return false;
         const std::size_t end = rest_.find ('\n');
         const std::size_t length = end == std::string_view::npos ? rest_.size () : end + 1;
         with_end_ = rest_.substr (0, length);
@@ -32,6 +35,7 @@ class TextLines {
   private:
     std::string_view rest_;
     std::string_view with_end_;
+    std::stop_token stop_;
     int count_ = 0;
 };
 

@@ -2,7 +2,6 @@
 #include "glpaint/gl_device.h"
 
 #include "document/colors.h"
-#include "document/document_state.h"
 #include "document/greek.h"
 
 #include <GL/gl.h>
@@ -18,16 +17,6 @@ using document::Point;
 constexpr int corner_chords = 8;
 constexpr int smallest_text = 4; // pixels
 constexpr double degree = 3.14159265358979323846 / 180;
-
-float zoom () { return document::document_state ().paint_zoom; }
-
-void vertex (Point p) { glVertex2f (p.x * zoom (), p.y * zoom ()); }
-
-void emit (GLenum mode, std::span<const Point> points) {
-    glBegin (mode);
-    for (const Point& p : points) vertex (p);
-    glEnd ();
-}
 
 struct Box {
     float x;
@@ -76,6 +65,12 @@ std::vector<Point> round_points (Box b, float r) {
 }
 
 } // namespace
+
+void GlDevice::emit (unsigned mode, Points points) const {
+    glBegin (mode);
+    for (const Point& p : points) glVertex2f (p.x * zoom (), p.y * zoom ());
+    glEnd ();
+}
 
 void GlDevice::outline (Points points) const {
     if (fast) return;

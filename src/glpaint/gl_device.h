@@ -1,8 +1,8 @@
 // Painting with OpenGL, in immediate mode, into whatever context is current.
 // Layer: glpaint.
 #pragma once
-#include "document/char.h"
 #include "document/paint_device.h"
+#include "document/places.h"
 
 #include <span>
 #include <vector>
@@ -26,15 +26,16 @@ class GlContent {
     virtual void draw_picture (std::string_view path, float x, float y, float w, float h) = 0;
 };
 
-/// The drawing area of the window, to place clips.
+/// The drawing area of the window, and how large the network is shown in it.
 struct GlView {
     int height = 0;        // pixels
     float scroll_x = 0;    // network pixels left of the window's left edge
     float scroll_y = 0;    // and above its top
     float pixel_ratio = 1; // physical pixels of one of ours
+    float zoom = 1;        // of ours for one of the network
 };
 
-/// Coordinates are multiplied by the document's paint zoom. Every filled shape is also outlined
+/// Coordinates are multiplied by the view's zoom. Every filled shape is also outlined
 /// with a 1-pixel line of its colour, which smooths its edge, unless `fast` is set.
 class GlDevice : public document::PaintDevice {
   public:
@@ -43,7 +44,6 @@ class GlDevice : public document::PaintDevice {
 
     bool fast = false; // during fast drags: no outlines
 
-    bool is_file () const override { return false; }
     void set_color (unsigned color) override;
     void set_color_rgb (int red, int green, int blue) override;
     void set_color_alpha (int red, int green, int blue, int alpha) override;
@@ -70,6 +70,8 @@ class GlDevice : public document::PaintDevice {
 
   private:
     using Points = std::span<const document::Point>;
+    float zoom () const { return view_.zoom; }
+    void emit (unsigned mode, Points points) const;
     void outline (Points points) const;
     void fill_convex (Points points) const;
 

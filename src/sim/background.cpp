@@ -1,51 +1,70 @@
 // A run in the background.
 #include "sim/background.h"
 
-#include "base/platform.h"
-#include "base/report.h"
+#include "base/disk.h"
 #include "sim/run.h"
 
-#include <exception>
 #include <filesystem>
+#include <utility>
 #include <vector>
 
 namespace ostrand::sim {
-namespace {
+class BackgroundRun::Work : public LongWork {
+  public:
+    explicit Work (BackgroundRequest request)
+        : request_ (std::move (request)),
+          run_ ({.model = request_.model, .out = request_.out, .stochastic = request_.stochastic}) {
+    }
+    void tidy () override { run_.tidy (); }
+    const Progress& progress () const override { return run_.progress (); }
+    const ChildProcess& viewer () const { return viewer_; }
+    void remove_model () { remove_file (model_); }
 
-struct BackgroundRun {
-    std::string model;
-    std::string out;
-    std::string executable;
-    void (*done) (void*);
-    void* done_arg;
-    bool stochastic;
-    bool reverse_video;
+  protected:
+    Outcome work (const std::stop_token& stop) override {
+        Outcome outcome = run_.begin (stop);
+        remove_model ();
+        if (!outcome.done ()) return outcome;
+        if (stop.stop_requested ()) { // too late for the run, not for the user
+            remove_file (request_.out);
+            return Outcome::stop ();
+        }
+        std::vector<std::string> words{request_.executable, "-v", request_.out, "-d"};
+        if (request_.reverse_video) words.emplace_back ("-r");
+        viewer_ = ChildProcess (words);
+        if (viewer_.started ()) return outcome;
+        return Outcome::failure ("Cannot start '" + request_.executable + "': " + viewer_.error ());
+    }
+
+  private:
+    BackgroundRequest request_;
+    std::filesystem::path model_ = request_.model;
+    SimulationRun run_;
+    ChildProcess viewer_;
 };
 
-void run_in_background (const BackgroundRun& request) {
-    bool went_well = false;
-    try {
-        went_well = run_model (request.model.c_str (), request.out.c_str (), false, false, false,
-                               request.stochastic);
-    } catch (const std::exception& fault) { // memory ran out: the editor goes on
-        report_message ("The simulation ended early: %s", fault.what ());
-    }
-    std::error_code ignored;
-    std::filesystem::remove (request.model, ignored);
-    if (request.done != nullptr) request.done (request.done_arg);
-    if (!went_well) return;
-    std::vector<std::string> words{request.executable, "-v", request.out, "-d"};
-    if (request.reverse_video) words.emplace_back ("-r");
-    run_process (words);
+BackgroundRun::BackgroundRun (BackgroundRequest request, WorkListener listener)
+    : BackgroundRun (std::make_shared<Work> (std::move (request)), std::move (listener)) {}
+
+BackgroundRun::BackgroundRun (std::shared_ptr<Work> work, WorkListener listener)
+    : BackgroundWork (work, std::move (listener)), work_ (work) {
+    if (!has_thread ()) work_->remove_model ();
 }
 
-} // namespace
+const ChildProcess& BackgroundRun::viewer () const { return work_->viewer (); }
 
-std::thread run_model_async (const char* model, const char* out, const char* executable,
-                             void (*done) (void*), void* done_arg, bool stochastic,
-                             bool reverse_video) {
-    return std::thread (run_in_background, BackgroundRun{model, out, executable, done, done_arg,
-                                                         stochastic, reverse_video});
+std::unique_ptr<BackgroundRun> run_model_async (const char* model, const char* out,
+                                                const char* executable, void (*done) (void*),
+                                                void* done_arg, bool stochastic,
+                                                bool reverse_video) {
+    WorkListener listener;
+    if (done != nullptr) listener.on_end = [done, done_arg] { done (done_arg); };
+    return std::make_unique<BackgroundRun> (BackgroundRequest{.model = model,
+                                                              .out = out,
+                                                              .executable = executable,
+                                                              .stochastic = stochastic,
+                                                              .reverse_video = reverse_video},
+                                            std::move (listener));
 }
 
 } // namespace ostrand::sim

@@ -2,6 +2,7 @@
 #include "sim/command_line.h"
 
 #include "base/platform.h"
+#include "base/report.h"
 #include "sim/run.h"
 
 #include <array>
@@ -82,13 +83,19 @@ int simulator_main (int argc, char** argv) {
         std::fputs ("compile_model has been removed.\n", stderr);
         return 1;
     }
-    ignore_broken_pipes ();
-    switch (run (request)) {
-    case RunOutcome::done: return 0;
-    case RunOutcome::model_failed:
+    SimulationRun run (request);
+    const Outcome outcome = run.run ();
+    if (!outcome.failed ()) return 0;
+    switch (run.fault ()) {
+    case RunFault::model_not_opened: break;
+    case RunFault::model_refused:
+    case RunFault::result_lost: report_message ("%s", outcome.reason.c_str ()); break;
+    case RunFault::none:
+        report_message ("The simulation ended early: %s", outcome.reason.c_str ());
+        break;
+    }
+    if (run.fault () == RunFault::model_not_opened || run.fault () == RunFault::model_refused) {
         std::fprintf (stderr, "Cannot open '%s'\n", request.model.c_str ());
-        return 1;
-    case RunOutcome::result_lost: return 1;
     }
     return 1;
 }

@@ -69,6 +69,17 @@ std::uint64_t saturating_product (std::uint64_t a, std::uint64_t b) {
                                                    : product;
 }
 
+/// Calls `use` for 0 to count - 1; false when a stop ends that early.
+template <class Use>
+bool for_all (std::size_t count, const std::stop_token& stop, const Use& use) {
+    constexpr std::size_t look_each = 1 << 16;
+    for (std::size_t i = 0; i < count;) {
+        if (stop.stop_requested ()) return false;
+        for (const std::size_t end = std::min (count, i + look_each); i < end; ++i) use (i);
+    }
+    return true;
+}
+
 bool report_too_large (std::uint64_t simulations, std::uint32_t points, std::uint32_t species,
                        std::uint64_t bytes, std::uint64_t memory) {
     constexpr auto most = std::numeric_limits<std::uint64_t>::max ();
@@ -83,7 +94,8 @@ bool report_too_large (std::uint64_t simulations, std::uint32_t points, std::uin
 
 } // namespace
 
-bool prepare_run (ModelTables& tables, SeedSequence& seeds, std::uint64_t memory, Grid& grid) {
+bool prepare_run (ModelTables& tables, SeedSequence& seeds, std::uint64_t memory, Grid& grid,
+                  const std::stop_token& stop) {
     const std::vector<Group> groups = find_groups (tables);
     std::uint64_t n_simul = 1;
     for (const Group& group : groups) {
@@ -104,17 +116,18 @@ bool prepare_run (ModelTables& tables, SeedSequence& seeds, std::uint64_t memory
     try {
         grid.copy_block = std::make_unique_for_overwrite<std::uint32_t[]> (n_simul * slots);
         grid.series_block = std::make_unique_for_overwrite<std::uint32_t[]> (n_simul * series);
-        grid.simulations.resize (n_simul);
+        grid.simulations.reserve (n_simul);
     } catch (const std::bad_alloc&) {
         return report_too_large (n_simul, grid.n_points, n_species, bytes, memory);
     }
-    for (std::size_t i = 0; i < n_simul; ++i) {
-        Simulation& simulation = grid.simulations[i];
-        simulation.random = seeds.next ();
-        simulation.all_pt = {grid.series_block.get () + i * series, series};
-        simulation.copy_num = {grid.copy_block.get () + i * slots, slots};
+    Seeds own_seeds = seeds.take (n_simul);
+    const bool seeded = for_all (n_simul, stop, [&] (std::size_t i) {
+        grid.simulations.push_back ({.all_pt = {grid.series_block.get () + i * series, series},
+                                     .copy_num = {grid.copy_block.get () + i * slots, slots},
+                                     .random = own_seeds.next ()});
         grid.copy_block[i * slots + n_species] = 0;
-    }
+    });
+    if (!seeded) return false;
     std::uint64_t repeats = n_simul; // how often each value stands in succession
     grid.n_var_conc = 0;
     for (const Group& group : groups) {
@@ -122,9 +135,10 @@ bool prepare_run (ModelTables& tables, SeedSequence& seeds, std::uint64_t memory
         if (nb >= 2) ++grid.n_var_conc;
         repeats /= nb;
         for (const Member& member : group) {
-            for (std::size_t i = 0; i < n_simul; ++i) {
+            const bool distributed = for_all (n_simul, stop, [&] (std::size_t i) {
                 grid.copy_block[i * slots + member.index] = member.species->conc[i / repeats % nb];
-            }
+            });
+            if (!distributed) return false;
             if (member.index != group[0].index) member.species->nb = 1;
         }
     }

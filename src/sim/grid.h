@@ -23,8 +23,11 @@ struct Grid {
 /// Plans and allocates the grid of the model, seeds its simulations and distributes the
 /// concentrations. A chain of linked species has the longest of its members' lists, the others are
 /// filled up with their last value; afterwards all but a chain's first species have `nb` 1. The
-/// group whose first species stands first in the table varies slowest. memory  bytes that may be
-/// taken False, reported and before anything is allocated, when the grid needs more.
-bool prepare_run (ModelTables& tables, SeedSequence& seeds, std::uint64_t memory, Grid& grid);
+/// group whose first species stands first in the table varies slowest.
+/// memory  bytes that may be taken
+/// False, reported and before anything is allocated, when the grid needs more; false and silent
+/// when a stop was asked for.
+bool prepare_run (ModelTables& tables, SeedSequence& seeds, std::uint64_t memory, Grid& grid,
+                  const std::stop_token& stop = {});
 
 } // namespace ostrand::sim

@@ -63,6 +63,15 @@ TokenKind keyword_of (std::string_view word) {
     return TokenKind::none;
 }
 
+std::string quoted (std::string_view name) {
+    std::string out = "\"";
+    for (const char c : name) {
+        if (c == '"') out += c;
+        out += c;
+    }
+    return out + '"';
+}
+
 std::string shown (const Token& token) {
     switch (token.kind) {
     case TokenKind::ident: return std::string (token.text);
@@ -92,8 +101,25 @@ int Lexer::intern (std::string_view name) {
     return std::max (index, 0);
 }
 
+/// Looks for a stop at every 256th call.
+bool Lexer::is_stopped () {
+    if (++looks_ % 256 == 0 && stop_.stop_requested ()) failed_ = true;
+    return failed_;
+}
+
+/// As the text's own search, but a stop is looked for on a long way; the end when there is none.
+std::size_t Lexer::find_first_of (std::string_view set, std::size_t from) {
+    constexpr std::size_t piece = 1 << 12;
+    while (from < text_.size () && !is_stopped ()) {
+        const std::size_t at = text_.substr (from, piece).find_first_of (set);
+        if (at != std::string_view::npos) return from + at;
+        from += piece;
+    }
+    return text_.size ();
+}
+
 Token Lexer::next_token () {
-    if (failed_) return plain_token (TokenKind::eof);
+    if (failed_ || is_stopped ()) return plain_token (TokenKind::eof);
     if (pushback_.kind != TokenKind::none) return std::exchange (pushback_, {});
     const Token token = read_token ();
     return failed_ ? plain_token (TokenKind::eof) : token;
@@ -104,8 +130,9 @@ void Lexer::skip_blanks_and_comments () {
         const char c = at (cursor_);
         if (c == ' ' || c == '\t' || c == '\r' || c == '\n') {
             ++cursor_;
+            if (is_stopped ()) return;
         } else if (c == '/' && at (cursor_ + 1) == '/') {
-            cursor_ = std::min (text_.find ('\n', cursor_), text_.size ());
+            cursor_ = find_first_of ("\n", cursor_);
         } else {
             return;
         }
@@ -138,7 +165,7 @@ Token Lexer::read_token () {
     if (c == '"') return read_quoted_name ();
     if (c == '#') return read_colour ();
     if (Token number; (is_digit (c) || c == '.') && read_number (number)) return number;
-    const std::size_t end = std::min (text_.find_first_of (name_ends, cursor_), text_.size ());
+    const std::size_t end = find_first_of (name_ends, cursor_);
     return read_name (text_.substr (cursor_, end - cursor_), end);
 }
 
@@ -153,16 +180,30 @@ Token Lexer::read_name (std::string_view name, std::size_t after) {
     return token;
 }
 
+/// Two quotes side by side are one letter of the name: two names never stand side by side. A pair
+/// alone is a name of no length.
 Token Lexer::read_quoted_name () {
     const std::size_t first = cursor_ + 1;
-    const std::size_t end = text_.find_first_of ("\"\n", first);
-    if (end == std::string_view::npos) return read_name (text_.substr (first), text_.size ());
-    if (text_[end] == '\n') {
-        const std::string rest (text_.substr (first, 4));
-        model_error ("'\\n' inside a name: '\"%4.4s ...'", rest.c_str ());
-        return {};
+    std::string unescaped; // up to `from`, once a quote was met in the name
+    std::size_t from = first;
+    for (;;) {
+        const std::size_t end = std::min (text_.find_first_of ("\"\n", from), text_.size ());
+        if (at (end) == '\n') {
+            const std::string rest (text_.substr (first, 4));
+            model_error ("'\\n' inside a name: '\"%4.4s ...'", rest.c_str ());
+            return {};
+        }
+        if (at (end) == '"' && at (end + 1) == '"') {
+            unescaped += text_.substr (from, end + 1 - from);
+            from = end + 2;
+            continue;
+        }
+        const std::size_t after = std::min (end + 1, text_.size ());
+        const std::string_view rest = text_.substr (from, end - from);
+        if (from == first) return read_name (rest, after);
+        names_with_quotes_.push_back (unescaped.append (rest));
+        return read_name (names_with_quotes_.back (), after);
     }
-    return read_name (text_.substr (first, end - first), end + 1);
 }
 
 Token Lexer::read_colour () {

@@ -1,10 +1,14 @@
 // Tokens of the model language, for every reader of models: each brings its own table of names.
 // Layer: sim.
 #pragma once
+#include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <functional>
+#include <stop_token>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace ostrand::sim {
 
@@ -47,8 +51,12 @@ struct Token {
     int species = -1;         // index of a name; -1 for a name of no length
     float number = 0;         // of a number
     std::uint32_t colour = 0; // of a colour, 0xRRGGBB00
-    std::string_view text;    // bytes of a name
+    std::string_view text;    // bytes of a name; good as long as the lexer and its text are there
 };
+
+/// A name between quotes, as the lexer reads it back: quotes inside it are doubled, all else stands
+/// as it is. A name that is a keyword, or holds a line end, cannot be told so.
+std::string quoted (std::string_view name);
 
 /// What messages show of a token: the bytes of a name, the value of a number, else its kind's text.
 std::string shown (const Token& token);
@@ -67,6 +75,9 @@ class Lexer {
     Lexer (std::string_view text, NameIndex name_index, std::string table_full);
 
     Token next_token ();
+    /// A stop that is asked for reads as a failure of which nothing is reported.
+    void set_stop (std::stop_token stop) { stop_ = std::move (stop); }
+
     /// The next call of next_token gives this one again.
     void unget_token (const Token& token) { pushback_ = token; }
 
@@ -86,6 +97,8 @@ class Lexer {
     bool read_number (Token& token);
     bool unit_at (std::size_t place, std::string_view followers) const;
     void skip_blanks_and_comments ();
+    std::size_t find_first_of (std::string_view set, std::size_t from);
+    bool is_stopped ();
 
     /// The byte at a place; NUL behind the end.
     char at (std::size_t place) const { return place < text_.size () ? text_[place] : '\0'; }
@@ -94,7 +107,10 @@ class Lexer {
     std::size_t cursor_ = 0;
     NameIndex name_index_;
     std::string table_full_;
+    std::deque<std::string> names_with_quotes_; // for which the text has no bytes to show
     Token pushback_;
+    std::stop_token stop_;
+    unsigned looks_ = 0; // for a stop
     bool failed_ = false;
 };
 

@@ -1,6 +1,7 @@
 // The model tables: species, elementary steps, names. What the reader fills and the engines walk.
 // Layer: sim.
 #pragma once
+#include "sim/concentration.h"
 #include "sim/name_table.h"
 
 #include <array>
@@ -12,8 +13,6 @@
 
 namespace ostrand::sim {
 
-/// Initial values that one species can have.
-inline constexpr std::size_t max_concentrations = 128;
 /// Species of one model; index 4095 is left for the spare slot of a full table.
 inline constexpr std::size_t max_species = 4095;
 /// Elementary steps of one model.

@@ -2,6 +2,7 @@
 // Layer: sim.
 #pragma once
 #include <cstdint>
+#include <mutex>
 
 namespace ostrand::sim {
 
@@ -21,15 +22,28 @@ struct RandomState {
     }
 };
 
-/// Seeds the simulations of a process: the first one always alike, the later ones, also those of
-/// later runs, from a sequence that goes on.
-class SeedSequence {
+/// Seeds of simulations, one after the other: the very first one is always alike, the later ones
+/// come from a linear congruential sequence.
+class Seeds {
   public:
     RandomState next ();
+    /// Goes on as if so many had been drawn.
+    void skip (std::uint64_t count);
 
   private:
-    bool seeded_ = false;
+    bool first_drawn_ = false;
     std::uint64_t state_ = 3;
+};
+
+/// The seeds of a process, which go on over all of its runs. Safe to use from any thread.
+class SeedSequence {
+  public:
+    /// The seeds of the next `count` simulations.
+    Seeds take (std::uint64_t count);
+
+  private:
+    std::mutex lock_;
+    Seeds next_;
 };
 
 } // namespace ostrand::sim

@@ -3,27 +3,29 @@
 
 #include "base/text.h"
 #include "base/units.h"
+#include "sim/concentration.h"
 #include "sim/expansion.h"
 #include "sim/lexer.h"
 
+#include <algorithm>
 #include <cmath>
-#include <optional>
 #include <vector>
 
 namespace ostrand::sim {
 namespace {
 
-constexpr double count_limit = 4294967296.0; // counts are 32 bits wide
-constexpr double longest_duration = 429496;  // seconds whose time steps fit 32 bits
+constexpr double longest_duration = 429496; // seconds whose time steps fit 32 bits
 
 class Reader {
   public:
-    Reader (std::string_view text, ModelTables& tables)
+    Reader (std::string_view text, ModelTables& tables, const std::stop_token& stop)
         : lexer_ (
               text,
               [&tables] (std::string_view name) { return tables.intern_species (name, false); },
               format_text ("too many species (max = %d)", static_cast<int> (max_species))),
-          tables_ (tables) {}
+          tables_ (tables) {
+        lexer_.set_stop (stop);
+    }
 
     bool read () {
         for (Token token = lexer_.next_token (); token.kind != TokenKind::eof;
@@ -46,59 +48,27 @@ class Reader {
     void parse_inhibitor (const Token& enzyme, const Token& inhibitor);
 
     void parse_linked_names (ModelSpecies* first);
-    void parse_series (class Values& values, float& last);
     std::vector<std::uint16_t> parse_sum (std::uint16_t first);
     std::vector<float> parse_km_list (std::size_t n_substrates);
 
     /// A number and its unit, as mM.
-    float parse_quantity ();
+    float parse_quantity () { return read_quantity (lexer_); }
 
-    Token expect (TokenKind kind);
+    Token expect (TokenKind kind) { return expect_token (lexer_, kind); }
     std::uint16_t expect_name () {
         return static_cast<std::uint16_t> (expect (TokenKind::ident).species);
     }
     float expect_number () { return expect (TokenKind::number).number; }
     /// Never null: after a fault a species that nobody sees.
-    ModelSpecies* expect_species () {
-        const std::uint16_t index = expect_name ();
-        return lexer_.failed () ? &dropped_ : tables_.species[index].get ();
+    ModelSpecies* species_of (const Token& name) {
+        return lexer_.failed () ? &dropped_
+                                : tables_.species[static_cast<std::size_t> (name.species)].get ();
     }
+    ModelSpecies* expect_species () { return species_of (expect (TokenKind::ident)); }
 
     Lexer lexer_;
     ModelTables& tables_;
     ModelSpecies dropped_;
-};
-
-/// The initial values of one species while they are read.
-class Values {
-  public:
-    Values (Lexer& lexer, ModelSpecies& species) : lexer_ (lexer), species_ (species) {}
-
-    void append (float milli_molar) {
-        if (count_ == max_concentrations) {
-            lexer_.model_error ("too much initial concentrations (max = %d)",
-                                static_cast<int> (max_concentrations));
-            return;
-        }
-        ++count_;
-        replace_last (milli_molar);
-    }
-    void replace_last (float milli_molar) {
-        const double molecules = molecules_of (milli_molar);
-        if (molecules >= count_limit) {
-            lexer_.model_error ("initial concentration of '%s' too high: %g mM (max = %g mM)",
-                                species_.name.c_str (), static_cast<double> (milli_molar),
-                                count_limit / 1000.0 / molecules_per_micromolar);
-            return;
-        }
-        species_.conc[count_ - 1] = static_cast<std::uint32_t> (molecules);
-    }
-    void finish () { species_.nb = static_cast<std::int32_t> (count_); }
-
-  private:
-    Lexer& lexer_;
-    ModelSpecies& species_;
-    std::size_t count_ = 0;
 };
 
 /// Chains `next` behind `last`.
@@ -106,24 +76,6 @@ void link_species (ModelSpecies*& last, ModelSpecies* next) {
     last->next_linked = next;
     next->prev_linked = last;
     last = next;
-}
-
-Token Reader::expect (TokenKind kind) {
-    const Token token = lexer_.next_token ();
-    const bool nameless = kind == TokenKind::ident && token.species < 0;
-    if (token.kind == kind && !nameless) return token;
-    lexer_.model_error ("'%s' expected, got: '%s'", token_text (kind), shown (token).c_str ());
-    return {};
-}
-
-float Reader::parse_quantity () {
-    const float value = expect_number ();
-    const Token unit = lexer_.next_token ();
-    if (unit.kind == TokenKind::milli_molar) return value;
-    if (unit.kind == TokenKind::micro_molar) return value / 1000.0F;
-    lexer_.model_error ("%s or %s expected, got %s", token_text (TokenKind::micro_molar),
-                        token_text (TokenKind::milli_molar), token_text (unit.kind));
-    return value;
 }
 
 void Reader::parse_statement () {
@@ -182,65 +134,34 @@ void Reader::parse_display () {
 /// The names of a list behind its "(". They are chained behind `first`; without one, the list's own
 /// first name begins the chain. The links of the chain's first species are cleared before.
 void Reader::parse_linked_names (ModelSpecies* first) {
-    ModelSpecies* last = first;
-    if (last == nullptr) last = expect_species ();
-    last->next_linked = nullptr;
-    last->prev_linked = nullptr;
-    if (first != nullptr) link_species (last, expect_species ());
-    while (!lexer_.failed ()) {
-        const Token token = lexer_.next_token ();
-        if (token.kind == TokenKind::close_paren) return;
-        if (token.kind != TokenKind::comma) {
-            lexer_.model_error ("'%s' or '%s' expected, got '%s'", token_text (TokenKind::comma),
-                                token_text (TokenKind::close_paren), token_text (token.kind));
+    ModelSpecies* last = nullptr;
+    const auto take = [&last] (ModelSpecies* next) {
+        if (last != nullptr) {
+            link_species (last, next);
             return;
         }
-        link_species (last, expect_species ());
-    }
+        next->next_linked = nullptr;
+        next->prev_linked = nullptr;
+        last = next;
+    };
+    if (first != nullptr) take (first);
+    read_names (lexer_, [&] (const Token& name) { take (species_of (name)); });
 }
 
 void Reader::parse_concentration () {
     ModelSpecies* species = expect_species ();
     expect (TokenKind::close_bracket);
     expect (TokenKind::equals);
-    Token token = lexer_.next_token ();
+    const Token token = lexer_.next_token ();
     if (token.kind == TokenKind::open_paren) {
         parse_linked_names (species);
     } else {
         lexer_.unget_token (token);
     }
-    Values values (lexer_, *species);
-    float last = parse_quantity ();
-    values.append (last);
-    while (!lexer_.failed ()) {
-        token = lexer_.next_token ();
-        if (token.kind == TokenKind::comma) {
-            last = parse_quantity ();
-            values.append (last);
-        } else if (token.kind == TokenKind::arrow) {
-            parse_series (values, last);
-        } else {
-            lexer_.unget_token (token);
-            values.finish ();
-            return;
-        }
-    }
-}
-
-/// A series from the last value on; it always runs upward, so from the lower end. The running value
-/// adds up in float arithmetic, and so may lose or win its last value by rounding.
-void Reader::parse_series (Values& values, float& last) {
-    float end = parse_quantity ();
-    expect (TokenKind::colon);
-    const float step = parse_quantity ();
-    if (last > end) {
-        std::swap (last, end);
-        values.replace_last (last);
-    }
-    for (float value = last + step; value <= end && !lexer_.failed (); value += step) {
-        values.append (value);
-        last = value;
-    }
+    InitialCounts counts;
+    read_concentrations (lexer_, species->name, counts);
+    std::copy_n (counts.conc.begin (), counts.count, species->conc.begin ());
+    species->nb = static_cast<std::int32_t> (std::max<std::size_t> (counts.count, 1));
 }
 
 void Reader::parse_reaction (const Token& first) {
@@ -351,12 +272,8 @@ void Reader::parse_inhibitor (const Token& enzyme, const Token& inhibitor) {
 
 } // namespace
 
-double molecules_of (float milli_molar) {
-    return std::trunc (static_cast<double> (milli_molar) * 1000.0 * molecules_per_micromolar);
-}
-
-bool read_model (std::string_view text, ModelTables& tables) {
-    if (!Reader (text, tables).read ()) return false;
+bool read_model (std::string_view text, ModelTables& tables, const std::stop_token& stop) {
+    if (!Reader (text, tables, stop).read ()) return false;
     const auto spare = static_cast<std::uint16_t> (tables.n_species ());
     for (ElemStep& step : tables.steps) {
         for (std::size_t i = 1; i < step.p.size (); ++i) {

@@ -8,6 +8,7 @@
 #include <cerrno>
 #include <charconv>
 #include <cstring>
+#include <fcntl.h>
 #include <unistd.h>
 #include <utility>
 #include <zlib.h>
@@ -41,11 +42,19 @@ std::string format_head (const ModelTables& tables, const Grid& grid) {
     return head;
 }
 
-/// A gzip stream on an open file, closed with it.
+/// A gzip stream on a copy of an open file's descriptor, which is closed with it and, like the
+/// file's own, by any program that this process starts.
 class GzipStream {
   public:
-    explicit GzipStream (int descriptor) : stream_ (gzdopen (dup (descriptor), "wb")) {
-        if (stream_ != nullptr) gzbuffer (stream_, piece_size);
+    explicit GzipStream (int descriptor) {
+        const int copy = fcntl (descriptor, F_DUPFD_CLOEXEC, 0);
+        if (copy < 0) return;
+        stream_ = gzdopen (copy, "wb");
+        if (stream_ == nullptr) {
+            ::close (copy);
+        } else {
+            gzbuffer (stream_, piece_size);
+        }
     }
     ~GzipStream () { close (); }
     GzipStream (const GzipStream&) = delete;
@@ -64,7 +73,7 @@ class GzipStream {
     }
 
   private:
-    gzFile stream_;
+    gzFile stream_ = nullptr;
 };
 
 } // namespace
@@ -92,25 +101,26 @@ bool format_result (const ModelTables& tables, const Grid& grid,
 }
 
 ResultStatus write_result (const std::string& out, const ModelTables& tables, const Grid& grid,
-                           std::string& error) {
-    OutputFile file = out == "-" ? OutputFile::standard_output () : OutputFile (out);
+                           std::string& error, const std::stop_token& stop) {
+    OutputFile file = out == "-" ? OutputFile::standard_output () : OutputFile (out, stop);
     if (!file.ok ()) {
         error = file.error ();
         // Standard output that is closed is a result lost, not a name that cannot be created.
         return out == "-" ? ResultStatus::lost : ResultStatus::not_created;
     }
     GzipStream stream (file.descriptor ());
-    const bool written =
-        format_result (tables, grid,
-                       [&stream] (std::string_view piece) { return stream.write (piece); }) &&
-        stream.close ();
+    const bool written = format_result (tables, grid,
+                                        [&] (std::string_view piece) {
+                                            return !stop.stop_requested () && stream.write (piece);
+                                        }) &&
+                         stream.close ();
     if (!written) {
         error = std::strerror (errno != 0 ? errno : EIO);
-        return ResultStatus::lost;
+        return stop.stop_requested () ? ResultStatus::stopped : ResultStatus::lost;
     }
     if (!file.commit ()) {
         error = file.error ();
-        return ResultStatus::lost;
+        return file.stopped () ? ResultStatus::stopped : ResultStatus::lost;
     }
     return ResultStatus::written;
 }

@@ -5,6 +5,7 @@
 #include "sim/model.h"
 
 #include <functional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -21,10 +22,11 @@ enum class ResultStatus {
     written,
     not_created, // the file could not be opened
     lost,        // it was begun but could not be written to its end; nothing is left of it
+    stopped,     // likewise nothing
 };
 
 /// Compresses the text into a file, "-" standard output. `error` tells why it was lost.
 ResultStatus write_result (const std::string& out, const ModelTables& tables, const Grid& grid,
-                           std::string& error);
+                           std::string& error, const std::stop_token& stop = {});
 
 } // namespace ostrand::sim

@@ -2,6 +2,8 @@
 #include "sim/run.h"
 
 #include "base/disk.h"
+#include "base/platform.h"
+#include "base/progress.h"
 #include "base/report.h"
 #include "base/text.h"
 #include "sim/colours.h"
@@ -11,25 +13,13 @@
 
 #include <chrono>
 #include <cstdio>
+#include <utility>
 
 namespace ostrand::sim {
 
 SimulatorState& simulator_state () {
     static SimulatorState state;
     return state;
-}
-
-void add_progress (float steps) {
-    SimulatorState& state = simulator_state ();
-    state.progress_done.store (state.progress_done.load (std::memory_order_relaxed) + steps,
-                               std::memory_order_relaxed);
-    state.points_done.fetch_add (1, std::memory_order_relaxed);
-}
-
-float progress_fraction () {
-    const SimulatorState& state = simulator_state ();
-    const float total = state.progress_total.load (std::memory_order_relaxed);
-    return total > 0 ? state.progress_done.load (std::memory_order_relaxed) / total : 0.0F;
 }
 
 std::string dump_tables (const ModelTables& tables) {
@@ -67,57 +57,104 @@ void print_error_stream (const std::string& text) {
 
 } // namespace
 
-RunOutcome run (const RunRequest& request) {
-    const std::optional<std::string> text = read_text_file (request.model);
-    if (!text) return RunOutcome::model_failed;
-    SimulatorState& state = simulator_state ();
-    ModelTables& tables = state.tables;
-    tables.reset ();
-    if (!read_model (*text, tables)) return RunOutcome::model_failed;
-    assign_colours (tables);
-    if (request.verbose) print_error_stream (dump_tables (tables));
-    Grid grid;
-    if (!prepare_run (tables, state.seeds, available_memory (), grid)) {
-        return RunOutcome::model_failed;
+SimulationRun::SimulationRun (RunRequest request, SimulatorState& state)
+    : request_ (std::move (request)), state_ (state) {}
+
+void SimulationRun::tidy () {
+    grid_ = {};
+    text_ = {};
+}
+
+/// Fills tables and grid.
+Outcome SimulationRun::read (const std::stop_token& stop) {
+    std::string fault;
+    const MessageScope listening ([&fault] (std::string_view text) { fault = text; });
+    text_ = read_input (request_.model, {.text_mode = true, .stop = stop});
+    if (text_.end == ReadEnd::stopped) return Outcome::stop ();
+    if (text_.end == ReadEnd::too_large) {
+        fault_ = RunFault::model_refused;
+        return Outcome::failure (text_.fault);
     }
-    state.progress_done = 0;
-    state.progress_total = static_cast<float> (std::uint64_t{grid.n_simul} * tables.nb_gen);
-    state.points_done = 0;
-    const bool talkative = request.verbose || request.report;
+    if (!text_.whole ()) {
+        fault_ = RunFault::model_not_opened;
+        return Outcome::failure ("Cannot open '" + request_.model + "'");
+    }
+    const std::int32_t first = state_.complex_counter;
+    tables_.complex_counter = first;
+    bool went_well = read_model (text_.bytes, tables_, stop);
+    // Also those of a model that is refused.
+    state_.complex_counter += tables_.complex_counter - first;
+    if (went_well) {
+        assign_colours (tables_);
+        if (request_.verbose) print_error_stream (dump_tables (tables_));
+        went_well = prepare_run (tables_, state_.seeds, available_memory (), grid_, stop);
+    }
+    if (went_well) {
+        text_ = {};
+        return Outcome::success ();
+    }
+    if (stop.stop_requested ()) return Outcome::stop ();
+    fault_ = RunFault::model_refused;
+    return Outcome::failure (fault);
+}
+
+void SimulationRun::simulate (const std::stop_token& stop) {
+    const bool talkative = request_.verbose || request_.report;
+    const std::uint64_t points = std::uint64_t{grid_.n_simul} * grid_.n_points;
+    progress_.expect (points);
+    const ProgressWatch watch (request_.show_progress && !talkative, [this] (double seconds) {
+        return progress_text (progress_.amount_done (), progress_.amount_expected (), seconds);
+    });
+    const EngineModel model{tables_.steps,  tables_.n_species (), tables_.nb_gen,
+                            grid_.n_points, &progress_,           stop};
+    run_simulations (model, grid_.simulations, request_.sequential, request_.stochastic);
+}
+
+Outcome SimulationRun::write (const std::stop_token& stop) {
+    std::string error;
+    switch (write_result (request_.out, tables_, grid_, error, stop)) {
+    case ResultStatus::written:
+    case ResultStatus::not_created: return Outcome::success ();
+    case ResultStatus::stopped: return Outcome::stop ();
+    case ResultStatus::lost: break;
+    }
+    fault_ = RunFault::result_lost;
+    return Outcome::failure ("Cannot write '" + request_.out + "': " + error);
+}
+
+Outcome SimulationRun::work (const std::stop_token& stop) {
+    const bool talkative = request_.verbose || request_.report;
+    if (Outcome read_outcome = read (stop); !read_outcome.done ()) return read_outcome;
     if (talkative) {
         print_error_stream (format_text ("#simulations = %u, #species = %u, #reactions = %u\n",
-                                         grid.n_simul, tables.n_species (), tables.n_reactions ()));
+                                         grid_.n_simul, tables_.n_species (),
+                                         tables_.n_reactions ()));
     }
     const auto start = std::chrono::steady_clock::now ();
-    {
-        const RunProgress progress (request.show_progress && !talkative,
-                                    std::uint64_t{grid.n_simul} * grid.n_points, state.points_done);
-        const EngineModel model{tables.steps, tables.n_species (), tables.nb_gen, grid.n_points,
-                                add_progress};
-        run_simulations (model, grid.simulations, request.sequential, request.stochastic);
-    }
+    simulate (stop);
+    if (stop.stop_requested ()) return Outcome::stop ();
     if (talkative) {
         const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now () - start;
         print_error_stream (
-            "\nSimulated time: " + format_text ("%u", tables.nb_gen / time_steps_per_second) +
+            "\nSimulated time: " + format_text ("%u", tables_.nb_gen / time_steps_per_second) +
             " s, Simulation time: " + format_g (elapsed.count (), 4) + " s\n");
     }
-    std::string error;
-    if (write_result (request.out, tables, grid, error) == ResultStatus::lost) {
-        report_message ("Cannot write '%s': %s", request.out.c_str (), error.c_str ());
-        return RunOutcome::result_lost;
-    }
-    return RunOutcome::done;
+    return write (stop);
 }
 
 bool run_model (const char* model, const char* out, bool sequential, bool report, bool verbose,
                 bool stochastic) {
-    return run ({.model = model,
-                 .out = out,
-                 .sequential = sequential,
-                 .report = report,
-                 .verbose = verbose,
-                 .stochastic = stochastic}) == RunOutcome::done;
+    SimulationRun run ({.model = model,
+                        .out = out,
+                        .sequential = sequential,
+                        .report = report,
+                        .verbose = verbose,
+                        .stochastic = stochastic});
+    const Outcome outcome = run.run ();
+    if (outcome.failed () && run.fault () != RunFault::model_not_opened) {
+        report_message ("%s", outcome.reason.c_str ());
+    }
+    return outcome.done ();
 }
 
 } // namespace ostrand::sim

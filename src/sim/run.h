@@ -1,12 +1,15 @@
 // A whole run: model file in, result file out.
 // Layer: sim.
 #pragma once
+#include "base/disk.h"
+#include "base/long_work.h"
 #include "sim/grid.h"
 #include "sim/model.h"
 
 #include <atomic>
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace ostrand::sim {
 
@@ -21,39 +24,61 @@ struct RunRequest {
     bool show_progress = false; // a line on standard error when that is a terminal
 };
 
-enum class RunOutcome {
-    done,         // also when the result file could not be created
-    model_failed, // the model could not be opened, read or fitted into memory
-    result_lost,  // the result was begun and could not be written to its end; reported
+/// Where a run failed.
+enum class RunFault {
+    none, // or outside of these, for want of memory
+    model_not_opened,
+    model_refused, // it could not be read, or its grid does not fit into memory
+    result_lost,   // the result was begun and could not be written to its end
 };
 
-/// Process-wide state of the simulator: one model and one run at a time; the caller sees to that.
+/// What goes on from run to run of a process; all process-wide state of the simulator. Runs may
+/// share it while they go on at the same time.
 struct SimulatorState {
-    ModelTables tables;
     SeedSequence seeds;
-    std::atomic<float> progress_done{0}; // time steps of all simulations
-    std::atomic<float> progress_total{0};
-    std::atomic<std::uint64_t> points_done{0}; // exact, for the progress line
+    std::atomic<std::int32_t> complex_counter{0}; // kinetic statements of all models so far
 };
 SimulatorState& simulator_state ();
 
-/// Runs a model. Faults of the model and a lost result go through report_message.
-RunOutcome run (const RunRequest& request);
+/// One run. Its model, its grid and its progress are its own, so several may go on at once.
+/// Progress counts recorded points of all simulations, one for each simulated second; it is at its
+/// end while the result is written. A result that cannot be created counts as done. A stopped run
+/// leaves the result file as it was.
+class SimulationRun : public LongWork {
+  public:
+    explicit SimulationRun (RunRequest request, SimulatorState& state = simulator_state ());
 
-/// The same in one call; true unless the run failed.
+    /// Frees the series, and the model's text.
+    void tidy () override;
+
+    /// Where it failed; the outcome has the reason in words.
+    RunFault fault () const { return fault_; }
+
+  protected:
+    Outcome work (const std::stop_token& stop) override;
+
+  private:
+    Outcome read (const std::stop_token& stop);
+    Outcome write (const std::stop_token& stop);
+    void simulate (const std::stop_token& stop);
+
+    RunRequest request_;
+    SimulatorState& state_;
+    Input text_; // of the model, until it is read
+    ModelTables tables_;
+    Grid grid_;
+    RunFault fault_ = RunFault::none;
+};
+
+/// A whole run in one call, whose faults are reported; a model that cannot be opened is not. True
+/// unless the run failed.
 bool run_model (const char* model, const char* out, bool sequential, bool report, bool verbose,
                 bool stochastic);
 
-/// Part of the run that is done, 0 to 1, for a timer.
-float progress_fraction ();
-
-/// Adds time steps to what is done; an update that is lost to another thread's costs nothing but
-/// accuracy of the display.
-void add_progress (float steps);
-
 /// Runs all simulations with one engine, on at most as many threads as there are processors; where
 /// a thread cannot be started its work is done on the calling one. Counts do not depend on any of
-/// it.
+/// it. Returns early when the model's stop is asked for. Throws what an engine throws, on whatever
+/// thread, when all of them have ended.
 void run_simulations (const EngineModel& model, std::vector<Simulation>& simulations,
                       bool sequential, bool stochastic);
 

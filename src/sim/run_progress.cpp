@@ -1,11 +1,8 @@
-// The progress line of a run.
+// The text of the progress line.
 #include "sim/run_progress.h"
 
 #include "base/progress.h"
 #include "base/text.h"
-
-#include <chrono>
-#include <system_error>
 
 namespace ostrand::sim {
 
@@ -17,37 +14,6 @@ std::string progress_text (std::uint64_t done, std::uint64_t total, double secon
     if (done == 0) return text;
     text += "  " + format_g (speed, 3) + " simulated s/s";
     return text + "  " + format_duration (static_cast<double> (total - done) / speed) + " left";
-}
-
-RunProgress::RunProgress (bool wanted, std::uint64_t total,
-                          const std::atomic<std::uint64_t>& done) {
-    if (!wanted || !ProgressLine ().active ()) return;
-    try {
-        thread_ = std::thread ([this, total, &done] { watch (total, done); });
-    } catch (const std::system_error&) {
-        // A run without its progress line is still a run.
-    }
-}
-
-RunProgress::~RunProgress () {
-    if (!thread_.joinable ()) return;
-    {
-        const std::lock_guard guard (lock_);
-        ended_ = true;
-    }
-    wake_.notify_all ();
-    thread_.join ();
-}
-
-void RunProgress::watch (std::uint64_t total, const std::atomic<std::uint64_t>& done) {
-    constexpr auto interval = std::chrono::milliseconds (200);
-    ProgressLine line;
-    const auto start = std::chrono::steady_clock::now ();
-    std::unique_lock guard (lock_);
-    while (!wake_.wait_for (guard, interval, [this] { return ended_; })) {
-        const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now () - start;
-        line.show (progress_text (done.load (std::memory_order_relaxed), total, elapsed.count ()));
-    }
 }
 
 } // namespace ostrand::sim

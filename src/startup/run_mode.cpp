@@ -1,9 +1,11 @@
 // Which of the three programs a command line asks for.
 #include "startup/run_mode.h"
 
+#include "base/disk.h"
 #include "base/path.h"
 #include "base/platform.h"
 #include "base/text.h"
+#include "base/version.h"
 #include "sim/command_line.h"
 #include "viewer/viewer_main.h"
 
@@ -19,7 +21,8 @@ RunMode choose_mode (std::span<const char* const> words) {
     if (first == "-v") return RunMode::viewer;
     if (first == "-a") return RunMode::simulator;
     for (const std::string_view word : words) {
-        if (word.starts_with ("-h")) return RunMode::usage;
+        if (word.starts_with ("-h") || word == "--help") return RunMode::usage;
+        if (word == "--version") return RunMode::version;
     }
     return RunMode::editor;
 }
@@ -49,15 +52,19 @@ EditorStart prepare_editor (const char* program) {
     start.starting_directory = std::filesystem::current_path (error);
     start.executable = executable_path ();
     if (start.executable.empty ()) {
-        start.executable = absolute_path (program, start.starting_directory.string ());
+        start.executable = absolute_path (start.starting_directory.string (), program);
     }
     const std::filesystem::path home = home_directory ();
     // Where there is no home, or it cannot be entered, the process stays where it was.
     if (!home.empty ()) std::filesystem::current_path (home, error);
+    // The dialogs begin where the process is. Only the folder counts, the name behind it is none.
+    const std::filesystem::path there = std::filesystem::current_path (error);
+    if (!error) set_current_directory ((there / "xxx").string ());
     return start;
 }
 
-int start (int argc, char** argv) {
+int start (int argc, char** argv, const char* commit) {
+    make_write_failures_errors ();
     const std::span<char*> words (argv, static_cast<std::size_t> (argc));
     switch (choose_mode (words.subspan (argc > 0 ? 1 : 0))) {
     case RunMode::simulator: argv[1] = argv[0]; return sim::simulator_main (argc - 1, argv + 1);
@@ -67,6 +74,7 @@ int start (int argc, char** argv) {
         return viewer::viewer_main (argc - 1, argv + 1);
     }
     case RunMode::usage: std::fputs (general_usage (argv[0]).c_str (), stderr); return 0;
+    case RunMode::version: return write_standard_output (version_line ("ostrand", commit)) ? 0 : 1;
     case RunMode::editor: break;
     }
     std::fputs ("The editor is not in this version: use -a to simulate, -v to show curves, and "

@@ -7,11 +7,11 @@
 
 namespace ostrand::startup {
 
-enum class RunMode { editor, simulator, viewer, usage };
+enum class RunMode { editor, simulator, viewer, usage, version };
 
 /// Looks at the words behind argv[0]: a first word that is exactly -a or -v chooses simulator or
-/// viewer; otherwise any word that begins with -h asks for the usage text; the rest is the
-/// editor's.
+/// viewer; otherwise the first word that begins with -h or is --help asks for the usage text, one
+/// that is --version for the version; the rest is the editor's.
 RunMode choose_mode (std::span<const char* const> words);
 
 /// The usage text of the three modes, `name` being what the program was called by.
@@ -27,6 +27,7 @@ struct EditorStart {
 EditorStart prepare_editor (const char* program);
 
 /// The whole program; gives the exit status.
-int start (int argc, char** argv);
+/// commit  that it was built from, for --version
+int start (int argc, char** argv, const char* commit);
 
 } // namespace ostrand::startup

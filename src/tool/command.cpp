@@ -2,11 +2,14 @@
 #include "tool/command.h"
 
 #include "base/disk.h"
+#include "base/long_work.h"
 #include "base/platform.h"
 #include "base/text.h"
+#include "base/version.h"
 
 #include <charconv>
 #include <cstdio>
+#include <new>
 
 namespace ostrand::tool {
 namespace {
@@ -89,8 +92,8 @@ std::optional<int> Arguments::number (std::string_view option, int fallback, int
     return number;
 }
 
-int tool_main (int argc, char** argv) {
-    ignore_broken_pipes ();
+int tool_main (int argc, char** argv, const char* commit) {
+    make_write_failures_errors ();
     const std::span<char*> words (argv + 1, argc > 1 ? static_cast<std::size_t> (argc - 1) : 0);
     if (words.empty ()) {
         std::fputs (general_help ().c_str (), stderr);
@@ -98,6 +101,7 @@ int tool_main (int argc, char** argv) {
     }
     const std::string_view name = words[0];
     if (name == "--help" || name == "-h" || name == "help") return print_result (general_help ());
+    if (name == "--version") return print_result (version_line ("ostrand-tool", commit));
     const ToolCommand* command = find_command (name);
     if (command == nullptr) {
         std::fprintf (stderr, "ostrand-tool: unknown command '%s'\n%s", words[0],
@@ -111,7 +115,12 @@ int tool_main (int argc, char** argv) {
     Arguments arguments;
     const std::string fault = fit_words (*command, words.subspan (1), arguments);
     if (!fault.empty ()) return usage_fault (*command, fault);
-    return command->run (arguments);
+    try {
+        return command->run (arguments);
+    } catch (const std::bad_alloc&) {
+        std::fprintf (stderr, "ostrand-tool %s: %s\n", command->name, out_of_memory);
+        return status_failure;
+    }
 }
 
 } // namespace ostrand::tool

@@ -56,7 +56,8 @@ int print_result (std::string_view text);
 
 /// The companion's whole command line; gives the exit status. Results go to standard output,
 /// messages to standard error.
-int tool_main (int argc, char** argv);
+/// commit  that it was built from, for --version
+int tool_main (int argc, char** argv, const char* commit);
 
 /// The texts made from the rows.
 std::string general_help ();

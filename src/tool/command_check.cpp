@@ -25,7 +25,7 @@ void count (const document::Network& network, Counts& counts) {
         if (n->master () == nullptr) ++counts.species;
         counts.arcs += n->nb_arcs ();
         for (const auto& a : n->arcs ()) {
-            if (document::is_reaction (a->type)) ++counts.reactions;
+            if (document::is_reaction (a->type ())) ++counts.reactions;
         }
         if (const document::Network* inner = n->nested ()) count (*inner, counts);
     }

@@ -1,4 +1,5 @@
 // ostrand-tool formula: all minimal networks that compute a formula.
+#include "base/report.h"
 #include "base/text.h"
 #include "formula/network_text.h"
 #include "formula/tectrix.h"
@@ -77,12 +78,19 @@ int run (const Arguments& arguments) {
     }
     const SearchLimits limits{.implementations = static_cast<std::size_t> (*limit),
                               .seconds = static_cast<double> (*seconds)};
-    SearchResult result = formula::search (base, formula, output, limits);
-    if (result.end == SearchEnd::refused_formula) return status_failure;
-    bool well = result.library_opened;
-    if (!well) {
-        std::fprintf (stderr, "ostrand-tool formula: cannot read '%s_gates.csv'\n", base.c_str ());
+    formula::FormulaSearch search (
+        {.base = base, .formula = formula, .output = output, .limits = limits});
+    const Outcome outcome = search.run ();
+    SearchResult& result = search.result ();
+    if (result.end == SearchEnd::refused_formula) {
+        report_message ("%s", outcome.reason.c_str ());
+        return status_failure;
     }
+    bool well = outcome.done ();
+    if (!well) std::fprintf (stderr, "ostrand-tool formula: %s\n", outcome.reason.c_str ());
+    // Without a gate file there are no gates: the rest is told all the same.
+    const bool no_file = result.library != nullptr && !result.library_opened;
+    if (!well && !no_file) return status_failure;
     if (result.end != SearchEnd::complete) {
         std::fprintf (stderr, "%s\n", formula::search_end_message (result, limits).c_str ());
     }

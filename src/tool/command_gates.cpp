@@ -8,10 +8,9 @@
 
 #include <algorithm>
 #include <array>
-#include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <memory>
+#include <utility>
 
 namespace ostrand::tool {
 namespace {
@@ -41,46 +40,34 @@ bool read_numbers (const Arguments& arguments, Numbers& numbers) {
     return true;
 }
 
-/// Shows how far a search is, at most ten times a second.
-class SearchLine {
-  public:
-    bool active () const { return line_.active (); }
-    void show (const gates::SearchProgress& progress) {
-        const auto now = std::chrono::steady_clock::now ();
-        if (now - shown_ < std::chrono::milliseconds (100)) return;
-        shown_ = now;
-        const double passed = std::chrono::duration<double> (now - start_).count ();
-        std::string left = "?";
-        if (progress.fraction > 0) {
-            left = format_duration (passed / progress.fraction * (1 - progress.fraction));
-        }
-        const std::string size =
-            progress.size > 0 ? format_text (" enzymes %d/%d,", progress.size, progress.largest)
-                              : "";
-        line_.show (progress_bar (progress.fraction, 10) +
-                    format_text (" %s left,%s seeds %d/%d, circuits %llu, gates %zu", left.c_str (),
-                                 size.c_str (), progress.seeds_done, progress.seeds,
-                                 static_cast<unsigned long long> (progress.circuits),
-                                 progress.gates));
-    }
-    void clear () { line_.clear (); }
+/// The line that shows how far a search is.
+std::string progress_line (const gates::SearchProgress& progress, double seconds) {
+    const double fraction = static_cast<double> (progress.progress_fraction ());
+    std::string left = "?";
+    if (fraction > 0) left = format_duration (seconds / fraction * (1 - fraction));
+    const std::string size =
+        progress.size > 0
+            ? format_text (" enzymes %d/%d,", progress.size.load (), progress.largest.load ())
+            : "";
+    return progress_bar (fraction, 10) +
+           format_text (" %s left,%s seeds %d/%d, circuits %llu, gates %llu", left.c_str (),
+                        size.c_str (), progress.seeds_done.load (), progress.seeds.load (),
+                        static_cast<unsigned long long> (progress.circuits.load ()),
+                        static_cast<unsigned long long> (progress.results ()));
+}
 
-  private:
-    ProgressLine line_;
-    std::chrono::steady_clock::time_point start_ = std::chrono::steady_clock::now ();
-    std::chrono::steady_clock::time_point shown_ = start_;
-};
+void tell (const std::string& text) {
+    std::fprintf (stderr, "ostrand-tool gates: %s\n", text.c_str ());
+}
 
 /// What a user should know of a search that found less than it could.
 void tell_shortcomings (const gates::GateExtractor& extractor) {
-    const auto tell = [] (const std::string& text) {
-        std::fprintf (stderr, "ostrand-tool gates: %s\n", text.c_str ());
-    };
     if (!extractor.gate_file_opened) {
-        tell ("cannot open the gate file '" + extractor.gate_file + "', no gate is looked for");
+        tell ("cannot open the gate file '" + extractor.request.gate_file +
+              "', no gate is looked for");
     }
     if (!extractor.kinetics_opened) {
-        tell ("cannot open the reaction table '" + extractor.kinetics_path +
+        tell ("cannot open the reaction table '" + extractor.request.kinetics_path +
               "', the gates have no kinetics");
     }
     const int enzymes = extractor.graph.enzyme_count ();
@@ -91,22 +78,22 @@ void tell_shortcomings (const gates::GateExtractor& extractor) {
     }
 }
 
-int extract (const Arguments& arguments, const Numbers& numbers,
-             const gates::GateFrontEnd& front_end) {
-    gates::GateExtractor extractor;
-    extractor.input_path = front_end.model_path;
-    extractor.model_file = front_end.model_file;
-    extractor.output_base = arguments.value ("--output", front_end.base);
-    extractor.gate_file = arguments.value ("--gate-file", gates::builtin_gate_file);
-    extractor.kinetics_path = arguments.value ("--kinetics", gates::temporary_kinetics);
-    extractor.partition_count = numbers.jobs;
-    extractor.depth = numbers.depth;
-    extractor.threads = numbers.threads;
-    extractor.evaluate_forks = !arguments.has ("--no-forks");
-    extractor.multiple_firing = !arguments.has ("--single-firing");
-    extractor.verbose = arguments.has ("--verbose");
-    extractor.trace = arguments.has ("--trace");
-    extractor.console = arguments.has ("--console");
+int extract (const Arguments& arguments, const Numbers& numbers, gates::GateFrontEnd& front_end) {
+    gates::GateExtractor extractor (
+        {.input_path = front_end.model_path,
+         .model_file = std::move (front_end.model_file),
+         .output_base = arguments.value ("--output", front_end.base),
+         .gate_file = arguments.value ("--gate-file", gates::builtin_gate_file),
+         .kinetics_path = arguments.value ("--kinetics", gates::temporary_kinetics),
+         .partition_count = numbers.jobs,
+         .depth = numbers.depth,
+         .evaluate_forks = !arguments.has ("--no-forks"),
+         .multiple_firing = !arguments.has ("--single-firing"),
+         .verbose = arguments.has ("--verbose"),
+         .trace = arguments.has ("--trace"),
+         .console = arguments.has ("--console"),
+         .threads = numbers.threads,
+         .tell_progress = is_terminal (2)});
 
     std::unique_ptr<gates::GateFrontEnd::TableScope> table;
     if (!arguments.has ("--kinetics")) {
@@ -117,34 +104,37 @@ int extract (const Arguments& arguments, const Numbers& numbers,
                           gates::temporary_kinetics, table->error ().c_str ());
         }
     }
-    SearchLine line;
-    if (line.active ()) {
-        extractor.progress = [&] (const gates::SearchProgress& now) { line.show (now); };
+    Outcome outcome;
+    {
+        const ProgressWatch line (true, [&extractor] (double seconds) {
+            return progress_line (extractor.progress (), seconds);
+        });
+        outcome = extractor.run ();
     }
-    std::string error;
-    const bool written = extractor.run (error);
-    line.clear ();
-    tell_shortcomings (extractor);
-    if (!written) {
-        std::fprintf (stderr, "ostrand-tool gates: cannot write '%s': %s\n",
-                      extractor.gate_csv_path ().c_str (), error.c_str ());
+    if (outcome.failed () && extractor.lost.empty ()) {
+        tell (outcome.reason);
         return status_failure;
     }
+    tell_shortcomings (extractor);
+    for (const std::string& message : extractor.lost) tell (message);
+    if (!extractor.gate_csv_written) return status_failure;
     const std::string told = format_text (
         "%s: %d gates, %d of them fork gates, %llu circuits\n", extractor.gate_csv_path ().c_str (),
         extractor.gate_count (), extractor.fork_gate_count (),
         static_cast<unsigned long long> (extractor.circuit_counter));
     const int printed = print_result (told);
-    return table != nullptr && !table->ok () ? status_failure : printed;
+    const bool all_written = outcome.done () && (table == nullptr || table->ok ());
+    return all_written ? printed : status_failure;
 }
 
 int run (const Arguments& arguments) {
     Numbers numbers;
     if (!read_numbers (arguments, numbers)) return status_usage;
-    // A reader of our output that goes away must not end us between two files: it is a failed
-    // write.
-    std::signal (SIGPIPE, SIG_IGN);
-    const gates::GateFrontEnd front_end (arguments.words[0]);
+    gates::GateFrontEnd front_end (arguments.words[0]);
+    if (!front_end.model_file.fault.empty ()) {
+        tell (front_end.model_file.fault);
+        return status_failure;
+    }
     if (!front_end.parsed) {
         write_standard_output ("sbmlReader: Impossible d'ouvrir le fichier en lecture.\n");
         std::fprintf (stderr, "'%s': format error\n", arguments.words[0].c_str ());

@@ -23,7 +23,7 @@ constexpr std::array options{
 /// One JSON object or list that is being written, on one line or on several.
 class Json {
   public:
-    explicit Json (std::string& out) : out_ (out) {}
+    Json (std::string& out, const Numbering& numbering) : out_ (out), numbering_ (numbering) {}
 
     void key (std::string_view name) {
         separate ();
@@ -38,10 +38,11 @@ class Json {
     /// Null for nothing.
     void id (std::string_view name, const GraphBase* object) {
         key (name);
-        if (object)
-            append (object->id);
-        else
+        if (object != nullptr) {
+            append (numbering_.of (object));
+        } else {
             out_ += "null";
+        }
     }
     /// The plain text of an object; null for nothing.
     void text (std::string_view name, const Char* object) {
@@ -101,92 +102,91 @@ class Json {
     }
 
     std::string& out_;
+    const Numbering& numbering_;
     bool first_ = true;
 };
 
-double width_of (const Char* object) { return object ? object->get_width () : 0; }
+double width_of (const Char* object) { return object != nullptr ? object->get_width () : 0; }
 
-void write_network (std::string& out, const Network& network) {
-    Json json (out);
-    json.number ("x", network.x);
-    json.number ("y", network.y);
+void write_network (Json& json, const Network& network) {
+    json.number ("x", network.x ());
+    json.number ("y", network.y ());
     json.number ("width", network.get_width ());
     json.number ("height", network.get_height ());
 }
 
-void write_compart (std::string& out, const Compart& c) {
-    Json json (out);
-    json.number ("id", c.id);
-    json.number ("shape", c.shape);
-    json.number ("x", c.x);
-    json.number ("y", c.y);
+void write_compart (Json& json, const Compart& c) {
+    json.id ("id", &c);
+    json.number ("shape", c.shape ());
+    json.number ("x", c.x ());
+    json.number ("y", c.y ());
     json.number ("width", c.get_width ());
     json.number ("height", c.get_height ());
-    json.text ("label", c.label.get ());
+    json.text ("label", c.label ());
 }
 
-void write_node (std::string& out, const Node& n) {
-    Json json (out);
-    const Char* const label = n.label.get ();
-    const Line* const residu = n.residu.get ();
-    json.number ("id", n.id);
-    json.number ("type", n.type);
-    json.number ("x", n.x);
-    json.number ("y", n.y);
+void write_node (Json& json, const Node& n) {
+    const Char* const label = n.label ();
+    const Line* const residu = n.residu ();
+    json.id ("id", &n);
+    json.number ("type", n.type ());
+    json.number ("x", n.x ());
+    json.number ("y", n.y ());
     json.number ("width", n.get_width ());
     json.number ("height", n.get_height ());
     json.text ("label", label);
     json.text ("residu", residu);
     json.id ("master", n.master ());
-    json.id ("compart", n.compart);
-    json.number ("label_x", label ? label->x : 0);
-    json.number ("label_y", label ? label->y : 0);
+    json.id ("compart", n.compart ());
+    json.number ("label_x", label != nullptr ? label->x () : 0);
+    json.number ("label_y", label != nullptr ? label->y () : 0);
     json.number ("label_width", width_of (label));
-    json.number ("label_height", label ? label->get_height () : 0);
-    json.number ("label_ascent", label ? label->get_ascent () : 0);
-    json.number ("residu_x", residu ? residu->x : 0);
-    json.number ("residu_y", residu ? residu->y : 0);
+    json.number ("label_height", label != nullptr ? label->get_height () : 0);
+    json.number ("label_ascent", label != nullptr ? label->get_ascent () : 0);
+    json.number ("residu_x", residu != nullptr ? residu->x () : 0);
+    json.number ("residu_y", residu != nullptr ? residu->y () : 0);
     json.number ("residu_width", width_of (residu));
 }
 
-void write_arc (std::string& out, const Arque& a) {
-    Json json (out);
-    json.number ("id", a.id);
-    json.number ("type", a.type);
+void write_arc (Json& json, const Arque& a) {
+    const ArcGeometry& at = a.geometry ();
+    json.id ("id", &a);
+    json.number ("type", a.type ());
     json.id ("source", a.source ());
     json.id ("dest", a.dest ());
-    json.number ("side", a.side);
-    json.number ("x", a.x);
-    json.number ("y", a.y);
+    json.number ("side", a.side ());
+    json.number ("x", a.x ());
+    json.number ("y", a.y ());
     json.number ("width", a.get_width ());
     json.number ("height", a.get_height ());
-    json.number ("angle", a.angle);
-    json.point ("start", a.start);
-    json.point ("end", a.end);
-    json.point ("head", a.head);
-    json.point ("mark_a", a.mark_a);
-    json.point ("mark_b", a.mark_b);
-    json.point ("inner", a.inner);
-    json.point ("label_pos", a.label_pos);
-    json.point ("residu_pos", a.residu_pos);
-    json.list ("line", {a.line_a, a.line_b, a.line_c});
-    json.text ("label", a.label.get ());
-    json.number ("label_width", width_of (a.label.get ()));
-    json.text ("residu", a.residu.get ());
-    json.number ("residu_width", width_of (a.residu.get ()));
+    json.number ("angle", at.angle);
+    json.point ("start", at.start);
+    json.point ("end", at.end);
+    json.point ("head", at.head);
+    json.point ("mark_a", at.mark_a);
+    json.point ("mark_b", at.mark_b);
+    json.point ("inner", at.inner);
+    json.point ("label_pos", at.label_pos);
+    json.point ("residu_pos", at.residu_pos);
+    json.list ("line", {at.line_a, at.line_b, at.line_c});
+    json.text ("label", a.label ());
+    json.number ("label_width", width_of (a.label ()));
+    json.text ("residu", a.residu ());
+    json.number ("residu_width", width_of (a.residu ()));
 }
 
 /// A list of objects, each on a line of its own.
 template <typename Objects, typename Write>
 void write_list (std::string& out, std::string_view name, const Objects& objects,
-                 const Write& write) {
+                 const Numbering& numbering, const Write& write) {
     out += ",\n  \"";
     out += name;
     out += "\": [";
     const char* separator = "\n    {";
     for (const auto& object : objects) {
         out += separator;
-        write (out, *object);
+        Json json (out, numbering);
+        write (json, *object);
         out += '}';
         separator = ",\n    {";
     }
@@ -194,15 +194,17 @@ void write_list (std::string& out, std::string_view name, const Objects& objects
 }
 
 std::string layout_text (const Network& network) {
-    files::write_native (network); // numbers the objects
+    Numbering numbering;
+    files::write_native (network, numbering);
     std::vector<Arque*> arcs = network.all_arcs ();
-    std::ranges::stable_sort (arcs, {}, &Arque::id);
+    std::ranges::stable_sort (arcs, {}, [&] (const Arque* a) { return numbering.of (a); });
     std::string out = "{\n  \"network\": {";
-    write_network (out, network);
+    Json json (out, numbering);
+    write_network (json, network);
     out += '}';
-    write_list (out, "compartments", network.comps (), write_compart);
-    write_list (out, "nodes", network.nodes (), write_node);
-    write_list (out, "arcs", arcs, write_arc);
+    write_list (out, "compartments", network.comps (), numbering, write_compart);
+    write_list (out, "nodes", network.nodes (), numbering, write_node);
+    write_list (out, "arcs", arcs, numbering, write_arc);
     return out + "\n}\n";
 }
 

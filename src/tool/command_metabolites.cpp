@@ -10,6 +10,8 @@ namespace {
 int run (const Arguments& arguments) {
     const gates::GateFrontEnd front_end (arguments.words[0]);
     if (!front_end.parsed) {
+        const std::string& fault = front_end.model_file.fault;
+        if (!fault.empty ()) std::fprintf (stderr, "%s\n", fault.c_str ());
         std::fprintf (stderr, "'%s': format error\n", arguments.words[0].c_str ());
         return status_failure;
     }

@@ -1,5 +1,4 @@
 // ostrand-tool model: the model text of a document.
-#include "document/document_state.h"
 #include "files/model_write.h"
 #include "tool/commands.h"
 #include "tool/open_input.h"
@@ -19,7 +18,7 @@ int run (const Arguments& arguments) {
     document.network->update_shared_nodes ();
     tell_model_gaps (document);
     const std::string text = files::write_model (*document.network, document.duration,
-                                                 document::document_state ().multi_name);
+                                                 document.network->multi_name ());
     return print_result (text);
 }
 

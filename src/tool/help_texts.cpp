@@ -59,6 +59,7 @@ std::string general_help () {
                              command->summary);
     }
     text += "\n'ostrand-tool COMMAND --help' tells more of each.\n"
+            "'ostrand-tool --version' tells name, version and commit.\n"
             "exit status: 0 done, 1 failed, 2 wrong usage\n";
     return text;
 }
@@ -86,7 +87,7 @@ std::string bash_completion () {
                        "_ostrand_tool () {\n"
                        "    local word=${COMP_WORDS[COMP_CWORD]}\n"
                        "    if [ \"$COMP_CWORD\" = 1 ]; then\n"
-                       "        COMPREPLY=($(compgen -W '--help";
+                       "        COMPREPLY=($(compgen -W '--help --version";
     for (const ToolCommand* command : tool_commands ()) text += std::string (" ") + command->name;
     text += "' -- \"$word\"))\n        return\n    fi\n    local options='--help'\n"
             "    case ${COMP_WORDS[1]} in\n";
@@ -104,7 +105,7 @@ std::string bash_completion () {
             "}\n"
             "complete -o filenames -F _ostrand_tool ostrand-tool\n"
             "_ostrand () {\n"
-            "    local word=${COMP_WORDS[COMP_CWORD]} options='-a -v -h'\n"
+            "    local word=${COMP_WORDS[COMP_CWORD]} options='-a -v -h --help --version'\n"
             "    if [ \"$COMP_CWORD\" -gt 1 ]; then\n"
             "        case ${COMP_WORDS[1]} in\n";
     for (const std::string_view mode : {"-a", "-v"}) {
@@ -142,7 +143,8 @@ std::string man_page_tool () {
             text += ".TP\n.B " + troff (option_words (option)) + "\n" + troff (option.help) + "\n";
         }
     }
-    text += ".SH EXIT STATUS\n0 done, 1 failed, 2 wrong usage. Results go to standard output, "
+    text += ".SH VERSION\n.B ostrand\\-tool \\-\\-version\nprints name, version and commit.\n"
+            ".SH EXIT STATUS\n0 done, 1 failed, 2 wrong usage. Results go to standard output, "
             "messages to standard error.\n.SH SEE ALSO\n.BR ostrand (1)\n";
     return text;
 }
@@ -153,8 +155,8 @@ std::string man_page_ostrand () {
         ".SH SYNOPSIS\n.B ostrand \\-a\n[switches] model\n.br\n.B ostrand \\-v\n"
         "[switches] file\n.br\n.B ostrand\n[files]\n.SH DESCRIPTION\n"
         "With \\-a as its first word the program simulates a model, with \\-v it shows "
-        "a result file as curves; otherwise it edits networks. With \\-h anywhere else "
-        "it prints its usage.\n";
+        "a result file as curves; otherwise it edits networks. With \\-h or \\-\\-help "
+        "anywhere else it prints its usage, with \\-\\-version its version.\n";
     for (const std::string_view mode : {"-a", "-v"}) {
         text += mode == "-a" ? ".SH SWITCHES OF THE SIMULATOR (\\-a)\n"
                                "Each may be shortened to any beginning of itself.\n"

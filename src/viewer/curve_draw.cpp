@@ -1,6 +1,10 @@
 // Puts scenes and curves on the current OpenGL context.
 #include "viewer/curve_draw.h"
 
+#include "toolkit/gl_text.h"
+#include "toolkit/pixels.h"
+#include "viewer/thin_curve.h"
+
 #include <FL/gl.h>
 #include <cmath>
 #include <vector>
@@ -19,6 +23,25 @@ void draw_strip (const std::vector<Point2>& points) {
     glBegin (GL_LINE_STRIP);
     for (const Point2& point : points) glVertex2f (point.x, point.y);
     glEnd ();
+}
+
+/// Lines along an axis are drawn as rectangles: they fill whole pixels with every renderer.
+void draw_line (const FlatLine& line) {
+    const float half = line.width / 2;
+    if (line.points.size () == 2) {
+        const Point2 a = line.points[0];
+        const Point2 b = line.points[1];
+        if (a.y == b.y) {
+            glRectf (a.x, a.y - half, b.x, a.y + half);
+            return;
+        }
+        if (a.x == b.x) {
+            glRectf (a.x - half, a.y, a.x + half, b.y);
+            return;
+        }
+    }
+    glLineWidth (line.width);
+    draw_strip (line.points);
 }
 
 } // namespace
@@ -53,14 +76,15 @@ void use_scene_projection (const ViewState& state, const ViewLayout& layout) {
 }
 
 void draw_frame (const ViewSize& size) {
-    const float inset = std::trunc (2 * size.unit) + 0.5F; // through the middle of pixels
+    const float width = toolkit::line_pixels (1, size.unit);
+    const float inset = toolkit::device_pixels (2, size.unit) + width / 2;
     use_colour (frame_colour);
-    glLineWidth (size.unit);
-    draw_strip ({{inset, inset},
-                 {size.w - inset, inset},
-                 {size.w - inset, size.hp - inset},
-                 {inset, size.hp - inset},
-                 {inset, inset}});
+    const float right = size.w - inset;
+    const float bottom = size.hp - inset;
+    draw_line ({{{inset, inset}, {right, inset}}, frame_colour, width});
+    draw_line ({{{inset, bottom}, {right, bottom}}, frame_colour, width});
+    draw_line ({{{inset, inset}, {inset, bottom}}, frame_colour, width});
+    draw_line ({{{right, inset}, {right, bottom}}, frame_colour, width});
 }
 
 void draw_grid (const Scene& scene) {
@@ -76,7 +100,11 @@ void draw_grid (const Scene& scene) {
 
 void draw_curves (const ResultData& data, const ViewState& state, const ViewLayout& layout) {
     glLineWidth (curve_width * layout.size.unit);
-    std::vector<float> places (std::size_t{data.n_points} * 2);
+    // Where each pixel has several samples, smooth edges need no transparency.
+    GLint samples = 0;
+    glGetIntegerv (GL_SAMPLES, &samples);
+    if (samples > 1) glDisable (GL_BLEND);
+    CurveThinner thinner (state, layout);
     glEnableClientState (GL_VERTEX_ARRAY);
     for (std::uint32_t plane = 0; plane < layout.planes; ++plane) {
         glPushMatrix ();
@@ -84,35 +112,34 @@ void draw_curves (const ResultData& data, const ViewState& state, const ViewLayo
         for (std::uint32_t species = 0; species < data.n_displayed; ++species) {
             if (!state.shows (species)) continue;
             const std::uint32_t* counts = data.series (state.selected_offset + plane, species);
-            for (std::uint32_t t = 0; t < data.n_points; ++t) {
-                places[std::size_t{t} * 2] = layout.x_of (t);
-                places[std::size_t{t} * 2 + 1] = layout.y_of (counts[t], state.scale);
-            }
+            const std::vector<CurvePiece>& pieces = thinner.thin ({counts, data.n_points}, plane);
+            if (pieces.empty ()) continue;
             use_colour (data.colours[species]);
-            glVertexPointer (2, GL_FLOAT, 0, places.data ());
-            glDrawArrays (GL_LINE_STRIP, 0, static_cast<GLsizei> (data.n_points));
+            glVertexPointer (2, GL_FLOAT, sizeof (Point2), pieces.data ());
+            glDrawArrays (GL_LINES, 0, static_cast<GLsizei> (pieces.size () * 2));
         }
         glPopMatrix ();
     }
     glDisableClientState (GL_VERTEX_ARRAY);
+    if (samples > 1) glEnable (GL_BLEND);
 }
 
 void draw_flat_parts (const Scene& scene, bool reverse_video) {
     const GLfloat paper = reverse_video ? 0.0F : 1.0F;
     glColor4f (paper, paper, paper, 0.7F);
-    for (const FlatPatch& patch : scene.patches) {
+    for (const FlatBox& patch : scene.patches) {
         glRectf (patch.low.x, patch.low.y, patch.high.x, patch.high.y);
     }
-    for (const FlatLine& line : scene.lines) {
-        use_colour (line.colour);
-        glLineWidth (line.width);
-        draw_strip (line.points);
+    for (const std::vector<FlatLine>* lines : {&scene.lines, &scene.legend_lines}) {
+        for (const FlatLine& line : *lines) {
+            use_colour (line.colour);
+            draw_line (line);
+        }
     }
     const GLfloat ink = reverse_video ? 1.0F : 0.0F;
     for (const FlatText& text : scene.texts) {
         glColor3f (ink, ink, ink);
-        gl_font (text.font, text.size);
-        gl_draw (text.text.data (), static_cast<int> (text.text.size ()), text.at.x, text.at.y);
+        toolkit::draw_gl_text (text.text, text.font, text.size, text.at.x, text.at.y);
     }
 }
 

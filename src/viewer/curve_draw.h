@@ -20,7 +20,7 @@ void draw_frame (const ViewSize& size);
 void draw_grid (const Scene& scene);
 /// One line strip for each plane and species that is shown.
 void draw_curves (const ResultData& data, const ViewState& state, const ViewLayout& layout);
-/// Patches, lines and texts, in this order.
+/// Patches, lines, those of the legend and texts, in this order.
 void draw_flat_parts (const Scene& scene, bool reverse_video);
 
 } // namespace ostrand::viewer

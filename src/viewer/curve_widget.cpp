@@ -1,11 +1,11 @@
 // The 3-D view as a widget.
 #include "viewer/curve_widget.h"
 
+#include "toolkit/gl_text.h"
 #include "viewer/curve_draw.h"
 
 #include <FL/Fl.H>
 #include <FL/Fl_Group.H>
-#include <FL/gl.h>
 #include <algorithm>
 #include <utility>
 
@@ -37,12 +37,6 @@ CurveWidget::CurveWidget (int x, int y, int w, int h, ResultData* data)
 
 ViewSize CurveWidget::view_size () { return ViewSize::of (w (), h (), pixels_per_unit ()); }
 
-float CurveWidget::text_width (const std::string& text, int font, int letters) {
-    gl_font (font, letters);
-    return static_cast<float> (gl_width (text.data (), static_cast<int> (text.size ()))) *
-           pixels_per_unit ();
-}
-
 void CurveWidget::draw () {
     const ViewSize size_now = view_size ();
     if (!context_valid ()) {
@@ -61,8 +55,8 @@ void CurveWidget::draw () {
     }
     clear_picture (size_now, viewer_state ().reverse_video);
     if (!data_->empty ()) {
-        const TextWidth width = [this] (const std::string& text, int font, int letters) {
-            return text_width (text, font, letters);
+        const toolkit::TextWidth width = [this] (const std::string& text, int font, int letters) {
+            return toolkit::gl_text_width (text, font, letters, pixels_per_unit ());
         };
         const ViewLayout layout = layout_of (*data_, state_, size_now, width);
         // The time slider goes with the window's width.
@@ -81,7 +75,7 @@ void CurveWidget::draw () {
     if (on_drawn) std::exchange (on_drawn, nullptr) ();
 }
 
-void CurveWidget::draw_box (const ViewLayout& layout, const TextWidth& width) {
+void CurveWidget::draw_box (const ViewLayout& layout, const toolkit::TextWidth& width) {
     const Scene scene = scene_of_box (*data_, state_, layout, width);
     use_scene_projection (state_, layout);
     draw_grid (scene);
@@ -90,8 +84,9 @@ void CurveWidget::draw_box (const ViewLayout& layout, const TextWidth& width) {
     draw_flat_parts (scene, viewer_state ().reverse_video);
 }
 
-void CurveWidget::draw_chart (const ViewLayout& layout, const TextWidth& width) {
-    draw_flat_parts (scene_of_chart (*data_, state_, layout, width), viewer_state ().reverse_video);
+void CurveWidget::draw_chart (const ViewLayout& layout, const toolkit::TextWidth& width) {
+    const bool reverse_video = viewer_state ().reverse_video;
+    draw_flat_parts (scene_of_chart (*data_, state_, layout, width, reverse_video), reverse_video);
 }
 
 int CurveWidget::handle (int event) {

@@ -42,9 +42,8 @@ class CurveWidget : public Fl_Gl_Window {
 
   private:
     ViewSize view_size ();
-    float text_width (const std::string& text, int font, int letters);
-    void draw_box (const ViewLayout& layout, const TextWidth& width);
-    void draw_chart (const ViewLayout& layout, const TextWidth& width);
+    void draw_box (const ViewLayout& layout, const toolkit::TextWidth& width);
+    void draw_chart (const ViewLayout& layout, const toolkit::TextWidth& width);
     int drag ();
     int wheel ();
     int key_press ();

@@ -2,8 +2,8 @@
 #include "viewer/load_progress.h"
 
 #include "base/text.h"
-#include "viewer/text_fit.h"
-#include "viewer/viewer_window.h"
+#include "toolkit/display.h"
+#include "toolkit/text_fit.h"
 
 #include <FL/Fl.H>
 #include <FL/Fl_Progress.H>
@@ -34,7 +34,7 @@ LoadDisplay::~LoadDisplay () {
 
 void LoadDisplay::open_window () {
     window_tried_ = true;
-    if (!display_is_there ()) return;
+    if (!toolkit::display_is_there ()) return;
     window_ = std::make_unique<Fl_Window> (420, 50, "Stochora");
     bar_ = new Fl_Progress (10, 12, 400, 26); // the window owns it
     bar_->maximum (1);
@@ -55,7 +55,7 @@ void LoadDisplay::show (std::uint64_t bytes) {
     line_.show (label_);
     if (!window_) return;
     bar_->value (static_cast<float> (fraction));
-    bar_->copy_label (plain_label (label_).c_str ());
+    bar_->copy_label (toolkit::plain_label (label_).c_str ());
     Fl::check ();
 }
 

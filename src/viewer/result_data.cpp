@@ -69,6 +69,8 @@ class Loader {
         return true;
     }
 
+    bool has_places () const;
+
     /// What a name, a colour or a label takes beside its letters.
     static constexpr std::uint64_t small_record = 128;
     /// Lines that are looked at, and not kept, of data that memory does not hold.
@@ -78,7 +80,8 @@ class Loader {
     LineReader lines_;
     const LoadProgress& progress_;
     std::uint64_t memory_ = available_memory ();
-    std::uint64_t combinations_ = 1; // of the variables' values so far
+    std::uint64_t combinations_ = 1; // of the values of the variables but the last so far
+    std::uint64_t unkept_ = 0;       // lines of values that were looked at and not kept
 };
 
 /// Three numbers with blanks between, anything behind.
@@ -124,9 +127,16 @@ bool Loader::load_variables () {
     for (std::uint32_t v = 0; v < data_.n_var; ++v) {
         if (!load_variable (v)) return false;
     }
-    // Some combination of values has no simulation: the first one behind the last is missing.
-    if (combinations_ > data_.n_simul) return miss_count (data_.n_simul, 0, 0);
     return true;
+}
+
+/// False when a combination of values has no simulation. What counts are the planes and slider
+/// places that can be shown: of two equal last values only the first is.
+bool Loader::has_places () const {
+    if (data_.n_var == 0) return true;
+    if (data_.vars.size () < data_.n_var) return false; // values that no simulation has
+    const std::uint64_t last_places = (combinations_ - 1) * data_.vars.back ().nb;
+    return last_places + count_planes (data_) <= data_.n_simul;
 }
 
 bool Loader::load_variable (std::uint32_t v) {
@@ -139,11 +149,16 @@ bool Loader::load_variable (std::uint32_t v) {
     const auto nb = next_unsigned ();
     if (!nb) return fail (format_text ("Variable concentrations error 1: v = %u\n", v));
     var.nb = *nb;
-    // Values that no simulation can have are read to see whether they are there, and not kept.
-    combinations_ = combinations_ > data_.n_simul ? combinations_ : combinations_ * var.nb;
-    const bool kept = combinations_ <= data_.n_simul;
+    // Values that no simulation can have are read to see whether they are there, and not kept. Two
+    // may be equal, and then count as one.
+    const bool all_kept = data_.vars.size () == v;
+    if (all_kept && v > 0) combinations_ *= data_.vars.back ().nb;
+    const bool kept = all_kept && combinations_ <= std::max (data_.n_simul, 1U) &&
+                      var.nb <= std::max (data_.n_simul, 2U);
     for (std::uint32_t i = 0; i < std::max (var.nb, 1U); ++i) {
-        const auto value = var.nb > 0 && i < most_unkept ? next_unsigned () : std::nullopt;
+        if (!kept) ++unkept_;
+        const bool there = var.nb > 0 && unkept_ < most_unkept;
+        const auto value = there ? next_unsigned () : std::nullopt;
         if (!value || (kept && !fits (var.name.size () + small_record))) {
             return fail (format_text ("Variable concentrations error 2: v = %u, i = %u\n", v, i));
         }
@@ -153,36 +168,44 @@ bool Loader::load_variable (std::uint32_t v) {
             "  [" + var.name +
             "] = " + concentration_text (static_cast<double> (static_cast<float> (*value))));
     }
-    data_.vars.push_back (std::move (var));
+    if (kept) data_.vars.push_back (std::move (var));
     return true;
 }
 
 bool Loader::load_counts () {
-    // Nothing to read for anybody: do not count through four thousand million simulations.
-    if (data_.n_displayed == 0 || data_.n_points == 0) return true;
+    const bool sound = has_places ();
     std::uint64_t values = 0;
-    const bool countable =
-        !__builtin_mul_overflow (std::uint64_t{data_.n_simul} * data_.n_displayed,
-                                 std::uint64_t{data_.n_points}, &values) &&
-        values <= memory_ / sizeof (std::uint32_t);
-    // More than memory holds is not kept, only read up to where it ends.
-    if (countable) data_.counts.reserve (values);
+    // More than memory holds, or what cannot be shown, is not kept, only read up to where it ends.
+    const bool kept = sound &&
+                      !__builtin_mul_overflow (std::uint64_t{data_.n_simul} * data_.n_displayed,
+                                               std::uint64_t{data_.n_points}, &values) &&
+                      values <= memory_ / sizeof (std::uint32_t);
+    // Nothing to read for anybody: do not count through four thousand million simulations.
+    const bool any = data_.n_displayed > 0 && data_.n_points > 0;
+    if (kept) data_.counts.reserve (values);
     std::uint64_t place = 0;
-    for (std::uint32_t simulation = 0; simulation < data_.n_simul; ++simulation) {
+    for (std::uint32_t simulation = 0; any && simulation < data_.n_simul; ++simulation) {
         for (std::uint32_t species = 0; species < data_.n_displayed; ++species) {
             for (std::uint32_t point = 0; point < data_.n_points; ++point, ++place) {
-                const auto value =
-                    countable || place < most_unkept ? next_unsigned () : std::nullopt;
+                const auto value = kept || place < most_unkept ? next_unsigned () : std::nullopt;
                 if (!value) return miss_count (simulation, species, point);
-                if (countable) data_.counts.push_back (*value);
+                if (kept) data_.counts.push_back (*value);
                 data_.max = std::max (data_.max, *value);
             }
         }
     }
-    return countable || miss_count (0, 0, 0);
+    if (!sound) return miss_count (data_.n_simul, 0, 0);
+    return kept || miss_count (0, 0, 0);
 }
 
 } // namespace
+
+std::uint32_t count_planes (const ResultData& data) {
+    if (data.vars.empty ()) return 1;
+    const VarConc& last = data.vars.back ();
+    if (last.nb == 2 && last.values[0] == last.values[1]) return 1;
+    return last.nb;
+}
 
 std::string concentration_text (double molecules) {
     const double u = molecules / molecules_per_micromolar;

@@ -42,9 +42,13 @@ struct ResultData {
 /// Called now and then while a file is read, with the bytes taken from it so far.
 using LoadProgress = std::function<void (std::uint64_t bytes)>;
 
+/// Planes of the last varying concentration: 1 without any, and for two equal values.
+std::uint32_t count_planes (const ResultData& data);
+
 /// Reads a result, gzip or plain. The first failed line is told on standard error and sets `error`;
-/// data that the head announces and the file does not hold end the same way, and memory is taken
-/// only for what was read.
+/// data that the head announces and the file does not hold end the same way, and so does, behind
+/// the last count, a combination of values without a simulation. Memory is taken only for what was
+/// read.
 void load_result (ResultData* data, gzFile stream, const LoadProgress& progress = {});
 
 /// "%.3g uM" and its kin of a number of molecules: mM from 999 µM on, two digits below 1 µM.

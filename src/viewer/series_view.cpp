@@ -1,6 +1,8 @@
 // The 3-D view of series as pure functions.
 #include "viewer/series_view.h"
 
+#include "toolkit/pixels.h"
+
 #include <algorithm>
 #include <cmath>
 #include <numbers>
@@ -8,7 +10,6 @@
 namespace ostrand::viewer {
 namespace {
 
-constexpr double near_plane = 1;
 constexpr double far_plane = 100000;
 
 /// The window for which the distances were chosen, in units.
@@ -49,16 +50,9 @@ Matrix rotation_about_y (double degrees) {
 
 ViewSize ViewSize::of (int width, int height, float unit) {
     const auto pixels = [unit] (int length) {
-        return std::trunc (static_cast<float> (length) * unit + 0.5F);
+        return toolkit::line_pixels (static_cast<float> (length), unit);
     };
-    return {std::max (pixels (width), 1.0F), std::max (pixels (height), 1.0F), unit};
-}
-
-std::uint32_t count_planes (const ResultData& data) {
-    if (data.vars.empty ()) return 1;
-    const VarConc& last = data.vars.back ();
-    if (last.nb == 2 && last.values[0] == last.values[1]) return 1;
-    return last.nb;
+    return {pixels (width), pixels (height), unit};
 }
 
 float halved_scale (float scale) {
@@ -71,7 +65,7 @@ float fitting_scale (float height, std::uint32_t max) {
 }
 
 ViewLayout layout_of (const ResultData& data, const ViewState& state, const ViewSize& size,
-                      const TextWidth& text_width) {
+                      const toolkit::TextWidth& text_width) {
     ViewLayout layout;
     layout.size = size;
     const auto top = static_cast<long long> (
@@ -172,7 +166,7 @@ Camera::Camera (const ViewState& state, const ViewLayout& layout)
     : whole_ (multiply (projection_matrix (state, layout.size), modelview_matrix (state, layout))),
       size_ (layout.size) {}
 
-std::optional<Point2> Camera::project (const Point3& point) const {
+Homogeneous Camera::at (const Point3& point) const {
     const auto x = static_cast<double> (point.x);
     const auto y = static_cast<double> (point.y);
     const auto z = static_cast<double> (point.z);
@@ -180,9 +174,14 @@ std::optional<Point2> Camera::project (const Point3& point) const {
         return whole_[r] * x + whole_[4 + r] * y + whole_[8 + r] * z + whole_[12 + r];
     };
     const double w = row (3);
-    if (w <= 0) return std::nullopt;
-    return Point2{static_cast<float> ((row (0) / w + 1) / 2 * static_cast<double> (size_.w)),
-                  static_cast<float> ((1 - row (1) / w) / 2 * static_cast<double> (size_.hp))};
+    return {(row (0) + w) / 2 * static_cast<double> (size_.w),
+            (w - row (1)) / 2 * static_cast<double> (size_.hp), w};
+}
+
+std::optional<Point2> Camera::project (const Point3& point) const {
+    const Homogeneous place = at (point);
+    if (place.w <= 0) return std::nullopt;
+    return Point2{static_cast<float> (place.x / place.w), static_cast<float> (place.y / place.w)};
 }
 
 } // namespace ostrand::viewer

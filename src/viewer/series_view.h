@@ -5,13 +5,13 @@
 // y = H), plane p stands at z = -p * D / (planes - 1). The first rotation of about 180 degrees
 // about x puts it upright. Layer: viewer.
 #pragma once
+#include "toolkit/text_fit.h"
 #include "viewer/result_data.h"
 
 #include <algorithm>
 #include <array>
 #include <bitset>
 #include <cstdint>
-#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -52,9 +52,6 @@ struct ViewSize {
     float h () const { return std::max (hp - 30 - 10, 10.0F); }
 };
 
-/// Width of a text in device pixels, in one of the toolkit's fonts (0 upright, 1 bold).
-using TextWidth = std::function<float (const std::string& text, int font, int size)>;
-
 /// Sizes that follow from window, data and scale.
 struct ViewLayout {
     ViewSize size;
@@ -73,14 +70,12 @@ struct ViewLayout {
     }
 };
 
-/// Planes of the last varying concentration: 1 without any, and for two equal values.
-std::uint32_t count_planes (const ResultData& data);
-
 /// The vertical scale that fills a height with the largest count; 1 when there is none.
 float fitting_scale (float height, std::uint32_t max);
 
+/// text_width  gives device pixels
 ViewLayout layout_of (const ResultData& data, const ViewState& state, const ViewSize& size,
-                      const TextWidth& text_width);
+                      const toolkit::TextWidth& text_width);
 
 /// Seconds between two labels of the time axis: the first of 1, 10, 20, 50, 100, 200, 500 that
 /// takes at least 40 pixels; 500 when none does.
@@ -107,6 +102,9 @@ void reset_view (ViewState& state, const ViewSize& size);
 /// Where the scene stands when a context is new.
 void initial_pan (ViewState& state, const ViewSize& size);
 
+/// Nothing nearer to the eye is drawn.
+inline constexpr double near_plane = 1;
+
 struct Point2 {
     float x = 0;
     float y = 0;
@@ -123,11 +121,22 @@ using Matrix = std::array<double, 16>;
 Matrix projection_matrix (const ViewState& state, const ViewSize& size);
 Matrix modelview_matrix (const ViewState& state, const ViewLayout& layout);
 
-/// Where a point of the scene stands in the window, in device pixels from the top left corner.
+/// A place in the window before the division by its distance: device pixels from the top left
+/// corner are x / w, y / w. The three are linear in the scene's coordinates; w is above 0 in front
+/// of the eye.
+struct Homogeneous {
+    double x = 0;
+    double y = 0;
+    double w = 0;
+};
+
+/// Where a point of the scene stands in the window.
 class Camera {
   public:
     Camera (const ViewState& state, const ViewLayout& layout);
-    /// Nothing for a point behind the eye.
+
+    Homogeneous at (const Point3& point) const;
+    /// Device pixels from the top left corner; nothing for a point behind the eye.
     std::optional<Point2> project (const Point3& point) const;
 
   private:

@@ -1,20 +1,17 @@
 // The viewer's window.
 #include "viewer/viewer_window.h"
 
+#include "toolkit/display.h"
+#include "toolkit/gl_picture.h"
 #include "viewer/curve_widget.h"
-#include "viewer/picture.h"
 #include "viewer/slider_panel.h"
 
 #include <FL/Fl.H>
 #include <FL/Fl_Group.H>
 #include <FL/Fl_Window.H>
-#include <FL/platform.H>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#ifdef FLTK_USE_X11
-#include <X11/Xlib.h>
-#endif
 
 namespace ostrand::viewer {
 namespace {
@@ -23,33 +20,29 @@ constexpr int view_width = 900;
 constexpr int view_height = 600;
 
 /// Writes the view's picture to the file that the environment names, after it was drawn once.
-void take_picture (CurveWidget& view, Fl_Window& window, const std::string& path) {
-    view.on_drawn = [&view, &window, path] {
+/// written  out: false when that fails, which is told
+void take_picture (CurveWidget& view, Fl_Window& window, const std::string& path, bool& written) {
+    view.on_drawn = [&view, &window, path, &written] {
         const ViewSize size = ViewSize::of (view.w (), view.h (), view.pixels_per_unit ());
         std::string error;
-        if (!write_view_picture (path, static_cast<int> (size.w), static_cast<int> (size.hp),
-                                 error)) {
+        if (!toolkit::write_gl_picture (path, static_cast<int> (size.w), static_cast<int> (size.hp),
+                                        error)) {
             std::fprintf (stderr, "Cannot write '%s': %s\n", path.c_str (), error.c_str ());
         }
+        written = error.empty ();
         window.hide ();
     };
 }
 
 } // namespace
 
-bool display_is_there () {
-#ifdef FLTK_USE_X11
-    if (std::getenv ("WAYLAND_DISPLAY") != nullptr) return true;
-    Display* display = XOpenDisplay (nullptr);
-    if (display == nullptr) return false;
-    XCloseDisplay (display);
-#endif
-    return true;
-}
-
 bool run_viewer_window (ResultData& data, bool reverse_video) {
-    if (!display_is_there ()) {
+    if (!toolkit::display_is_there ()) {
         std::fputs ("Cannot open a window: there is no display\n", stderr);
+        return false;
+    }
+    if (!toolkit::opengl_is_there ()) {
+        std::fputs ("Cannot open a window: the display has no OpenGL\n", stderr);
         return false;
     }
     viewer_state ().reverse_video = reverse_video;
@@ -68,11 +61,12 @@ bool run_viewer_window (ResultData& data, bool reverse_video) {
     window->resizable (whole);
     window->size_range (300, 300 + room);
     const char* picture = std::getenv ("OSTRAND_PICTURE");
-    if (picture != nullptr) take_picture (*view, *window, picture);
+    bool picture_written = true;
+    if (picture != nullptr) take_picture (*view, *window, picture, picture_written);
     window->show ();
     view->take_focus ();
     Fl::run ();
-    return true;
+    return picture_written;
 }
 
 } // namespace ostrand::viewer

@@ -3,10 +3,15 @@
 #include "base/report.h"
 #include "support/support.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <optional>
+#include <thread>
 
 namespace ostrand {
 namespace {
+
+using ::testing::ElementsAre;
 
 TEST (report, goes_to_standard_error_with_a_newline) {
     ::testing::internal::CaptureStderr ();
@@ -36,14 +41,52 @@ TEST (report, a_scope_takes_messages_uncut_and_scopes_nest) {
     EXPECT_EQ (outer.joined (), "after\n");
 }
 
-TEST (platform, processes_are_started_with_an_argument_vector) {
-    const testing::TemporaryFolder folder;
-    const std::string script = folder.write ("s", "printf '%s|' \"$@\" >\"$0.out\"; exit 3\n");
-    EXPECT_EQ (run_process ({"sh", script, "a b", "$HOME", "*"}), 3);
-    EXPECT_EQ (testing::file_text (script + ".out"), "a b|$HOME|*|");
-    EXPECT_EQ (run_process ({"/nowhere/program"}), -1);
-    EXPECT_EQ (run_process ({"sh", "-c", "kill -TERM $$"}), 128 + 15);
-    EXPECT_EQ (run_process ({}), -1);
+TEST (report, each_thread_has_its_own_status_line_and_scopes) {
+    std::vector<std::string> line;
+    set_status_line ([&line] (std::string_view text) { line.emplace_back (text); });
+    std::vector<std::string> others;
+    ::testing::internal::CaptureStderr ();
+    std::thread ([&] {
+        report_message ("nobody's");
+        const MessageScope scope ([&] (std::string_view text) { others.emplace_back (text); });
+        report_message ("the thread's");
+    }).join ();
+    EXPECT_EQ (::testing::internal::GetCapturedStderr (), "nobody's\n");
+    report_message ("ours");
+    EXPECT_THAT (line, ElementsAre ("ours"));
+    EXPECT_THAT (others, ElementsAre ("the thread's"));
+    set_status_line ({});
+}
+
+TEST (report, a_thread_may_share_the_scope_of_another) {
+    testing::CaughtMessages messages;
+    std::thread ([target = message_target ()] {
+        const MessageScope shared (target);
+        report_message ("for the other");
+    }).join ();
+    EXPECT_THAT (messages.all, ElementsAre ("for the other"));
+}
+
+TEST (report, a_shared_scope_that_has_ended_hears_no_more) {
+    MessageTarget target;
+    std::optional<testing::CaughtMessages> messages (std::in_place);
+    target = message_target ();
+    messages.reset ();
+    ::testing::internal::CaptureStderr ();
+    const MessageScope shared (target);
+    report_message ("too late");
+    EXPECT_EQ (::testing::internal::GetCapturedStderr (), "");
+}
+
+TEST (report, a_sink_may_report_itself) {
+    std::vector<std::string> outer;
+    const MessageScope first ([&] (std::string_view text) { outer.emplace_back (text); });
+    const MessageScope second ([&] (std::string_view text) {
+        if (text == "once") report_message ("twice");
+        outer.emplace_back (text);
+    });
+    report_message ("once");
+    EXPECT_THAT (outer, ElementsAre ("twice", "once"));
 }
 
 TEST (platform, tells_what_there_is) {

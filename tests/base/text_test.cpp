@@ -1,5 +1,4 @@
 // Text helpers.
-#include "base/path.h"
 #include "base/progress.h"
 #include "base/text.h"
 
@@ -71,21 +70,6 @@ TEST (text, fields_keep_an_empty_middle_and_drop_an_empty_end) {
     EXPECT_THAT (split_fields ("a;\n"), ElementsAre ("a", "\n"));
     EXPECT_THAT (split_fields (""), ElementsAre ());
     EXPECT_THAT (split_fields (";"), ElementsAre (""));
-}
-
-TEST (text, cr_lf_becomes_lf_and_a_lone_cr_stays) {
-    EXPECT_EQ (text_mode ("a\r\nb\rc\r\r\n"), "a\nb\rc\r\n");
-}
-
-TEST (path, parts_of_names) {
-    EXPECT_EQ (lower_extension ("/a.b/c.NET"), ".net");
-    EXPECT_EQ (lower_extension ("/a.b/c"), "");
-    EXPECT_EQ (base_name ("/a/b.c.net"), "b.c");
-    EXPECT_EQ (base_name (".hidden"), ".hidden");
-    EXPECT_EQ (folder_of ("/a/b"), "/a/");
-    EXPECT_EQ (folder_of ("b"), "");
-    EXPECT_EQ (absolute_path ("/a", "/b"), "/a");
-    EXPECT_EQ (absolute_path ("../a", "/b/c"), "/b/a");
 }
 
 TEST (progress, durations_and_bars) {

@@ -310,6 +310,229 @@ TYPED_TEST_P (PaintDeviceContract, PictureFillsItsBox) {
     EXPECT_EQ (this->at (40, 75), white_pixel);
 }
 
+// Arguments that no device has a form of its own for.
+
+TYPED_TEST_P (PaintDeviceContract, AnyRadiusRoundsACornerByThatMuch) {
+    OSTRAND_PAINT ([] (auto& device) {
+        device.fill_round_rect (5, 5, 40, 40, 9);
+        device.fill_round_rect (55, 5, 40, 40, 17);
+        device.fill_round_rect (5, 55, 40, 40, 0);
+        device.fill_round_rect (55, 55, 40, 40, -7); // as good as none
+    });
+    // A corner of radius r leaves 0.29 r of the diagonal free.
+    EXPECT_EQ (this->at (5, 5), white_pixel);
+    EXPECT_EQ (this->at (9, 9), red_pixel);
+    EXPECT_EQ (this->at (57, 7), white_pixel);
+    EXPECT_EQ (this->at (61, 11), red_pixel);
+    EXPECT_EQ (this->at (75, 6), red_pixel);
+    EXPECT_EQ (this->at (92, 42), white_pixel);
+    for (const int x : {6, 56}) {
+        EXPECT_EQ (this->at (x, 56), red_pixel);
+        EXPECT_EQ (this->at (x + 37, 56), red_pixel);
+        EXPECT_EQ (this->at (x, 56 + 37), red_pixel);
+        EXPECT_EQ (this->at (x + 37, 56 + 37), red_pixel);
+    }
+}
+
+TYPED_TEST_P (PaintDeviceContract, RadiusBeyondHalfTheBoxRoundsItsEndsAndStaysInside) {
+    OSTRAND_PAINT ([] (auto& device) {
+        device.fill_round_rect (20, 10, 60, 20, 500);
+        device.set_line (2, document::LineStyle::solid);
+        device.stroke_round_rect (20, 50, 60, 30, 500);
+    });
+    EXPECT_EQ (this->at (50, 20), red_pixel);
+    EXPECT_EQ (this->at (50, 12), red_pixel);
+    EXPECT_EQ (this->at (23, 20), red_pixel);
+    EXPECT_EQ (this->at (21, 11), white_pixel);
+    EXPECT_EQ (this->at (78, 28), white_pixel);
+    EXPECT_EQ (this->at (50, 65), white_pixel);
+    EXPECT_EQ (this->at (20, 65), red_pixel);
+    EXPECT_EQ (this->at (50, 50), red_pixel);
+    EXPECT_EQ (this->at (20, 50), white_pixel);
+    EXPECT_EQ (this->raster_.ink (0, 0, 100, 9), 0);
+    EXPECT_EQ (this->raster_.ink (0, 32, 100, 48), 0);
+    EXPECT_EQ (this->raster_.ink (0, 0, 18, 100) + this->raster_.ink (82, 0, 100, 100), 0);
+}
+
+TYPED_TEST_P (PaintDeviceContract, AnyNumberOfSidesMakesAnEllipse) {
+    OSTRAND_PAINT ([] (auto& device) {
+        int x = 0;
+        for (const int steps : {-4, 0, 1, 1000000}) {
+            device.fill_ellipse (static_cast<float> (x), 20, 20, 60, steps);
+            x += 25;
+        }
+    });
+    for (int x = 0; x < 100; x += 25) {
+        EXPECT_EQ (this->at (x + 10, 50), red_pixel);
+        EXPECT_EQ (this->raster_.ink (x + 21, 0, x + 25, 100), 0);
+    }
+    EXPECT_EQ (this->raster_.ink (0, 0, 100, 19) + this->raster_.ink (0, 82, 100, 100), 0);
+}
+
+TYPED_TEST_P (PaintDeviceContract, ShapesWithoutASizeDoNoHarm) {
+    OSTRAND_PAINT ([] (auto& device) {
+        for (const float size : {0.0F, -5.0F}) {
+            device.fill_rect (10, 10, size, 5);
+            device.stroke_rect (10, 10, 5, size);
+            device.fill_round_rect (10, 10, size, size, 4);
+            device.stroke_round_rect (10, 10, size, 5, 4);
+            device.fill_ellipse (10, 10, 5, size, 16);
+            device.stroke_ellipse (10, 10, size, 5, 16);
+        }
+        device.fill_rect (50, 50, 30, 30);
+    });
+    EXPECT_EQ (this->at (65, 65), red_pixel);
+    EXPECT_EQ (this->raster_.ink (30, 0, 100, 48), 0);
+    EXPECT_EQ (this->raster_.ink (0, 30, 48, 100), 0);
+}
+
+TYPED_TEST_P (PaintDeviceContract, DashedLineLiesWhereTheSolidOneWouldAndEndsWithItsStyle) {
+    OSTRAND_PAINT ([] (auto& device) {
+        for (const float width : {1.0F, 5.0F}) {
+            device.set_line (width, document::LineStyle::dashed);
+            device.stroke_rect (10, 10 + 20 * (width - 1), 80, 4); // a device may draw it solid
+        }
+        device.set_line (2, document::LineStyle::solid);
+        device.stroke_rect (10, 40, 80, 50);
+    });
+    EXPECT_GT (this->raster_.ink (5, 5, 95, 20), 40);
+    EXPECT_GT (this->raster_.ink (5, 85, 95, 100), 40);
+    EXPECT_EQ (this->raster_.ink (0, 0, 100, 8) + this->raster_.ink (0, 17, 100, 38), 0);
+    for (int x = 12; x < 88; ++x) EXPECT_FALSE (this->at (x, 40) == white_pixel) << x;
+    for (int y = 42; y < 84; ++y) EXPECT_FALSE (this->at (10, y) == white_pixel) << y;
+}
+
+TYPED_TEST_P (PaintDeviceContract, DashesAreForLinesAndNotForFills) {
+    OSTRAND_PAINT ([] (auto& device) {
+        device.set_line (3, document::LineStyle::dashed);
+        device.fill_rect (10, 10, 30, 30);
+        device.fill_ellipse (50, 10, 40, 30, 64);
+        device.push_transform (50, 70, 0);
+        device.fill_triangle_head (40, 30, 20);
+        device.pop_transform ();
+        device.set_line (1, document::LineStyle::solid);
+    });
+    EXPECT_EQ (this->raster_.ink (12, 12, 38, 36), 26 * 24);
+    EXPECT_EQ (this->at (70, 25), red_pixel);
+    EXPECT_EQ (this->at (35, 70), red_pixel);
+}
+
+TYPED_TEST_P (PaintDeviceContract, UnreasonableLineWidthsDoNoHarm) {
+    OSTRAND_PAINT ([] (auto& device) {
+        for (const float width : {-3.0F, 0.0F}) {
+            device.set_line (width, document::LineStyle::solid);
+            device.stroke_rect (10, 10, 20, 20);
+        }
+        device.set_line (4, document::LineStyle::solid);
+        device.stroke_rect (50, 50, 30, 30);
+    });
+    EXPECT_EQ (this->at (50, 65), red_pixel);
+    EXPECT_EQ (this->at (65, 65), white_pixel);
+    EXPECT_EQ (this->at (20, 20), white_pixel);
+}
+
+/// A clip counts for what is rounded; other shapes may pass it.
+TYPED_TEST_P (PaintDeviceContract, ClipWithoutASizeLetsNothingThrough) {
+    OSTRAND_PAINT ([] (auto& device) {
+        for (const float size : {0.0F, -30.0F}) {
+            device.set_clip (40, 40, size, 40);
+            device.fill_ellipse (10, 10, 80, 80, 64);
+            device.end_clip ();
+            device.set_clip (40, 40, 40, size);
+            device.fill_round_rect (10, 10, 80, 80, 7);
+            device.end_clip ();
+        }
+    });
+    EXPECT_EQ (this->raster_.ink (0, 0, 100, 100), 0);
+}
+
+TYPED_TEST_P (PaintDeviceContract, ClipBesideAShapeAndBeyondThePage) {
+    OSTRAND_PAINT ([] (auto& device) {
+        device.set_clip (70, 70, 20, 20);
+        device.fill_ellipse (10, 10, 30, 30, 64); // wholly outside
+        device.end_clip ();
+        device.set_clip (-500, -500, 2000, 2000);
+        device.fill_round_rect (50, 10, 30, 30, 5); // wholly inside
+        device.end_clip ();
+        device.set_clip (-20, 60, 40.25F, 100); // reaches over the page's edges
+        device.fill_ellipse (0, 50, 60, 40, 64);
+        device.end_clip ();
+    });
+    EXPECT_EQ (this->raster_.ink (0, 0, 45, 45), 0);
+    EXPECT_EQ (this->at (65, 25), red_pixel);
+    EXPECT_EQ (this->at (78, 25), red_pixel);
+    EXPECT_EQ (this->at (18, 70), red_pixel);
+    EXPECT_EQ (this->at (23, 70), white_pixel);
+    EXPECT_EQ (this->at (18, 57), white_pixel);
+}
+
+TYPED_TEST_P (PaintDeviceContract, ClipsFollowOneAnother) {
+    OSTRAND_PAINT ([] (auto& device) {
+        for (int i = 0; i < 5; ++i) {
+            device.set_clip (static_cast<float> (20 * i), 0, 10, 100);
+            device.fill_ellipse (-100, -100, 300, 300, 64);
+            device.end_clip ();
+        }
+    });
+    for (int i = 0; i < 5; ++i) {
+        EXPECT_EQ (this->at (20 * i + 5, 50), red_pixel) << i;
+        EXPECT_EQ (this->at (20 * i + 15, 50), white_pixel) << i;
+    }
+}
+
+TYPED_TEST_P (PaintDeviceContract, TurnedPolygonsStandAsTheyAreTurned) {
+    OSTRAND_PAINT ([] (auto& device) {
+        device.push_transform (50, 45, 90); // points down
+        device.fill_triangle_head (40, 30, 0);
+        device.pop_transform ();
+        device.push_transform (95, 50, 180); // upside down: bent upwards
+        device.fill_chevron (0, 0, 30, 20, 12);
+        device.pop_transform ();
+        device.push_transform (20, 80, -45); // up to the right
+        device.fill_rect (0, -3, 40, 6);
+        device.pop_transform ();
+        device.push_transform (95, 95, 45);
+        device.arrow_head (30, 20, 1);
+        device.pop_transform ();
+    });
+    EXPECT_EQ (this->at (50, 35), red_pixel);
+    EXPECT_EQ (this->at (40, 8), red_pixel);
+    EXPECT_EQ (this->at (60, 8), red_pixel);
+    EXPECT_EQ (this->at (41, 35), white_pixel);
+    EXPECT_EQ (this->at (50, 48), white_pixel);
+    EXPECT_EQ (this->at (80, 21), red_pixel);
+    EXPECT_EQ (this->at (68, 44), red_pixel);
+    EXPECT_EQ (this->at (80, 44), white_pixel);
+    EXPECT_EQ (this->at (67, 22), white_pixel);
+    EXPECT_EQ (this->at (33, 65), red_pixel);
+    EXPECT_EQ (this->at (44, 54), red_pixel);
+    EXPECT_EQ (this->at (34, 75), white_pixel);
+    EXPECT_EQ (this->at (25, 66), white_pixel);
+    EXPECT_EQ (this->at (90, 90), red_pixel);
+    EXPECT_EQ (this->at (74, 82), red_pixel); // a barb
+    EXPECT_EQ (this->at (76, 76), white_pixel);
+}
+
+TYPED_TEST_P (PaintDeviceContract, WhatIsSetInsideATransformOrAClipHoldsBehindIt) {
+    OSTRAND_PAINT ([] (auto& device) {
+        device.set_line (1, document::LineStyle::solid);
+        device.push_transform (0, 0, 0);
+        device.set_color (4);
+        device.set_line (6, document::LineStyle::solid);
+        device.pop_transform ();
+        device.fill_rect (5, 5, 20, 20);
+        device.stroke_rect (40, 10, 40, 20);
+        device.set_clip (0, 0, 100, 100);
+        device.set_color (1);
+        device.end_clip ();
+        device.fill_ellipse (5, 50, 30, 30, 64);
+    });
+    EXPECT_EQ (this->at (15, 15), blue_pixel);
+    EXPECT_EQ (this->at (41, 20), blue_pixel);
+    EXPECT_EQ (this->at (38, 20), blue_pixel);
+    EXPECT_EQ (this->at (20, 65), red_pixel);
+}
+
 REGISTER_TYPED_TEST_SUITE_P (PaintDeviceContract, FilledRectangleCoversItsBoxAndNothingElse,
                              ColoursAreIndicesBelow256AndRgbAbove, StrokedRectangleIsHollow,
                              RoundRectangleLeavesItsCornersFree, StrokedRoundRectangleIsHollow,
@@ -318,7 +541,14 @@ REGISTER_TYPED_TEST_SUITE_P (PaintDeviceContract, FilledRectangleCoversItsBoxAnd
                              TriangleHeadPointsAlongTheArc, BarbedHeadHasANotchAQuarterDeep,
                              ChevronBendsTopAndBottomDown, TextStandsOnItsBasePoint,
                              EmptyTextDrawsNothing, ClipHoldsUntilItEnds, SharedBarLiesAtFourFifths,
-                             PictureFillsItsBox);
+                             PictureFillsItsBox, AnyRadiusRoundsACornerByThatMuch,
+                             RadiusBeyondHalfTheBoxRoundsItsEndsAndStaysInside,
+                             AnyNumberOfSidesMakesAnEllipse, ShapesWithoutASizeDoNoHarm,
+                             DashedLineLiesWhereTheSolidOneWouldAndEndsWithItsStyle,
+                             DashesAreForLinesAndNotForFills, UnreasonableLineWidthsDoNoHarm,
+                             ClipWithoutASizeLetsNothingThrough, ClipBesideAShapeAndBeyondThePage,
+                             ClipsFollowOneAnother, TurnedPolygonsStandAsTheyAreTurned,
+                             WhatIsSetInsideATransformOrAClipHoldsBehindIt);
 
 #undef OSTRAND_PAINT
 

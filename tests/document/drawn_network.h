@@ -36,7 +36,7 @@ struct DrawnNetwork {
     document::Arque& arc (document::Node& from, document::GraphBase& to,
                           unsigned type = document::arc::reaction) {
         document::Arque& made = *from.connect (to, type);
-        made.color = 0;
+        made.set_own_color (0);
         return made;
     }
     static void reset () {
@@ -44,9 +44,6 @@ struct DrawnNetwork {
         state.dark_mode = false;
         state.show_kinetics = true;
         state.show_stoichiometry = false;
-        state.paint_zoom = 1;
-        state.scrolling = false;
-        document::mark_layout_dirty ();
     }
 
     document::Network network;

@@ -1,9 +1,9 @@
 // The tables of widths and colours against the libraries that they describe.
 #include "document/base14_widths.h"
 #include "document/colors.h"
-#include "document/document_state.h"
 #include "document/font.h"
 #include "document/greek.h"
+#include "document/paint_style.h"
 
 #include <FL/Fl.H>
 #include <gtest/gtest.h>
@@ -20,7 +20,7 @@ struct Face {
     const char* name;
 };
 
-TEST (HeadlessMetrics, WidthsAreThoseOfThePdfLibrary) {
+TEST (HeadlessMetrics, widths_are_those_of_the_pdf_library) {
     HPDF_Doc pdf = HPDF_New (nullptr, nullptr);
     for (const Face& face :
          {Face{2, false, false, "Helvetica"}, Face{2, true, false, "Helvetica-Bold"},
@@ -47,7 +47,7 @@ TEST (HeadlessMetrics, WidthsAreThoseOfThePdfLibrary) {
     HPDF_Free (pdf);
 }
 
-TEST (HeadlessMetrics, FamiliesOfAScreenAreMeasuredAsTimes) {
+TEST (HeadlessMetrics, families_of_a_screen_are_measured_as_times) {
     for (const unsigned family : {0U, 4U, 5U, 6U}) {
         for (const unsigned style : {0U, 1U, 2U, 3U}) {
             const bool bold = (style & 1U) != 0;
@@ -62,7 +62,7 @@ TEST (HeadlessMetrics, FamiliesOfAScreenAreMeasuredAsTimes) {
     }
 }
 
-TEST (HeadlessMetrics, HeightsAreRoundedOutwards) {
+TEST (HeadlessMetrics, heights_are_rounded_outwards) {
     const FontMetrics arial = headless_metrics ().measure (start_font, 14);
     EXPECT_EQ (arial.ascent, 13); // 12.67
     EXPECT_EQ (arial.descent, 3); // 2.97
@@ -81,14 +81,14 @@ TEST (HeadlessMetrics, HeightsAreRoundedOutwards) {
     EXPECT_EQ (times.descent, 3);
 }
 
-TEST (Colors, MapIsTheToolkits) {
+TEST (Colors, map_is_the_toolkits) {
     for (unsigned i = 0; i < 256; ++i)
         EXPECT_EQ (color_rgb (i), Fl::get_color (static_cast<Fl_Color> (i))) << i;
     EXPECT_EQ (color_rgb (0x12345600), 0x12345600U);
     EXPECT_EQ (color_rgb (0x123456ff), 0x12345600U);
 }
 
-TEST (Colors, DarkMapTurnsTheseAndLeavesTheOthers) {
+TEST (Colors, dark_map_turns_these_and_leaves_the_others) {
     const std::pair<unsigned, unsigned> pairs[] = {{0, 7},
                                                    {3, 82},
                                                    {6, 0x1040C000},
@@ -108,13 +108,13 @@ TEST (Colors, DarkMapTurnsTheseAndLeavesTheOthers) {
     for (const auto& [from, to] : pairs) EXPECT_EQ (dark_color (from), to) << from;
     for (const unsigned same : {1U, 2U, 5U, 8U, 56U, 100U, 255U, 0xFF000000U, 0x12345600U})
         EXPECT_EQ (dark_color (same), same);
-    EXPECT_EQ (painted_color (0), 0U);
-    document_state ().dark_mode = true;
-    EXPECT_EQ (painted_color (0), 7U);
-    document_state ().dark_mode = false;
+    PaintStyle style;
+    EXPECT_EQ (style.color (0), 0U);
+    style.dark = true;
+    EXPECT_EQ (style.color (0), 7U);
 }
 
-TEST (Colors, LightenAddsToEachPartAndClamps) {
+TEST (Colors, lighten_adds_to_each_part_and_clamps) {
     EXPECT_EQ (lighten (0x10203000, 16), 0x20304000U);
     EXPECT_EQ (lighten (0xF0203000, 200), 0xFFE8F800U);
     EXPECT_EQ (lighten (1, 200), 0xFFC8C800U);
@@ -123,22 +123,22 @@ TEST (Colors, LightenAddsToEachPartAndClamps) {
     EXPECT_EQ (lighten (0x10101000, -255), 56U);
 }
 
-TEST (Colors, FoggedIsLighterAndOneColourInTheDark) {
-    EXPECT_EQ (fogged_color (0), 0xC8C8C800U);
-    document_state ().dark_mode = true;
-    EXPECT_EQ (fogged_color (0), 100U);
-    EXPECT_EQ (fogged_color (1), 100U);
-    document_state ().dark_mode = false;
+TEST (Colors, fogged_is_lighter_and_one_colour_in_the_dark) {
+    PaintStyle style;
+    EXPECT_EQ (style.fogged (0), 0xC8C8C800U);
+    style.dark = true;
+    EXPECT_EQ (style.fogged (0), 100U);
+    EXPECT_EQ (style.fogged (1), 100U);
 }
 
-TEST (Colors, BandOfACompartmentIsItsHueAtFullValue) {
+TEST (Colors, band_of_a_compartment_is_its_hue_at_full_value) {
     EXPECT_EQ (light_band_color (4), 0xC0C0FF00U);
     EXPECT_EQ (light_band_color (0x80000000), 0xFFC0C000U);
     EXPECT_EQ (light_band_color (0), 0xE0E0E000U);
     EXPECT_EQ (light_band_color (7), 0xFFFFFF00U);
 }
 
-TEST (Greek, LettersOnly) {
+TEST (Greek, letters_only) {
     EXPECT_EQ (greek_code_point ('a'), 0x3b1U);
     EXPECT_EQ (greek_code_point ('f'), 0x3d5U);
     EXPECT_EQ (greek_code_point ('j'), 0x3c6U);

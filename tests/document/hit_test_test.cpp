@@ -1,5 +1,6 @@
 // Which object a point hits, and how compartments follow a drag.
 #include "document/drawn_network.h"
+#include "document/hit_test.h"
 
 using namespace ostrand::document;
 using ostrand::testing::DrawnNetwork;
@@ -7,26 +8,18 @@ using ostrand::testing::even_line;
 
 namespace {
 
-struct Hit {
-    Char* object;
-    HitPlace place;
-};
-
-Hit hit (Network& network, float x, float y) {
-    Hit result{};
-    // Points are told in the network's own coordinates.
-    result.object = network.find_at (x + network.x, y + network.y, result.place);
-    return result;
+/// Points are told in the network's own coordinates.
+Hit hit (Network& network, float x, float y, HitQuery query = {}) {
+    return network.find_at (x + network.x (), y + network.y (), query);
 }
 
 /// The code of the letter that was hit; 0 for another object.
 unsigned letter (const Hit& h) {
-    return h.object && h.object->kind () == CharKind::std_char
-               ? static_cast<const StdChar*> (h.object)->code
-               : 0;
+    if (!h || h.kind () != CharKind::std_char) return 0;
+    return h.line->chars ()[static_cast<std::size_t> (h.letter)].code;
 }
 
-TEST (HitTest, NodeIsItsBoxWidenedByFour) {
+TEST (HitTest, node_is_its_box_widened_by_four) {
     DrawnNetwork drawn;
     Node& n = drawn.node (100, 100);
     drawn.network.layout ();
@@ -40,7 +33,7 @@ TEST (HitTest, NodeIsItsBoxWidenedByFour) {
     EXPECT_EQ (hit (drawn.network, 100, 115).object, nullptr);
 }
 
-TEST (HitTest, MoleculeIsItsEllipseWidenedByFour) {
+TEST (HitTest, molecule_is_its_ellipse_widened_by_four) {
     DrawnNetwork drawn;
     Node& n = drawn.node (100, 100, node::molecule);
     drawn.network.layout ();
@@ -49,22 +42,22 @@ TEST (HitTest, MoleculeIsItsEllipseWidenedByFour) {
     EXPECT_EQ (hit (drawn.network, 100, 87).object, &n);
 }
 
-TEST (HitTest, LabelThatHoldsThePointWins) {
+TEST (HitTest, label_that_holds_the_point_wins) {
     DrawnNetwork drawn;
     Node& n = drawn.node (100, 100, node::protein, "ABCDE");
     drawn.network.layout ();
     // The label stands at (85, 103), 30 wide, from 94 to 106.
     const Hit h = hit (drawn.network, 98.5F, 100);
     EXPECT_EQ (letter (h), static_cast<unsigned> ('C'));
-    EXPECT_EQ (h.place.owner, &n);
-    EXPECT_EQ (h.place.line, n.label_line ());
-    EXPECT_FLOAT_EQ (h.place.rel_x, 1.5F);
+    EXPECT_EQ (h.owner, &n);
+    EXPECT_EQ (h.line, n.label_line ());
+    EXPECT_FLOAT_EQ (h.rel_x, 1.5F);
     EXPECT_EQ (hit (drawn.network, 82, 100).object, &n);
 }
 
-TEST (HitTest, NodeThatIsNotSelectableGivesNoHit) {
+TEST (HitTest, node_that_is_not_selectable_gives_no_hit) {
     DrawnNetwork drawn;
-    drawn.node (100, 100).selectable = false;
+    drawn.node (100, 100).set_selectable (false);
     drawn.network.layout ();
     EXPECT_EQ (hit (drawn.network, 100, 100).object, nullptr);
     Node& below = drawn.node (100, 100);
@@ -72,17 +65,16 @@ TEST (HitTest, NodeThatIsNotSelectableGivesNoHit) {
     EXPECT_EQ (hit (drawn.network, 82, 100).object, &below);
 }
 
-TEST (HitTest, FirstNodeWinsAndTheDraggedOneIsSkipped) {
+TEST (HitTest, first_node_wins_and_the_dragged_one_is_skipped) {
     DrawnNetwork drawn;
     Node& first = drawn.node (100, 100);
     Node& second = drawn.node (100, 100);
     drawn.network.layout ();
     EXPECT_EQ (hit (drawn.network, 82, 100).object, &first);
-    drawn.network.under_mouse = &first;
-    EXPECT_EQ (hit (drawn.network, 82, 100).object, &second);
+    EXPECT_EQ (hit (drawn.network, 82, 100, {.skip = &first}).object, &second);
 }
 
-TEST (HitTest, ResiduComesBeforeTheNode) {
+TEST (HitTest, residu_comes_before_the_node) {
     DrawnNetwork drawn;
     Node& n = drawn.node (100, 100);
     n.take_residu (even_line ("P"));
@@ -90,12 +82,12 @@ TEST (HitTest, ResiduComesBeforeTheNode) {
     // 24 high now: the residu stands at (90, 88), its box reaches from 78 to 90, 1 wider around.
     const Hit on = hit (drawn.network, 93, 85);
     EXPECT_EQ (letter (on), static_cast<unsigned> ('P'));
-    EXPECT_EQ (on.place.owner, &n);
+    EXPECT_EQ (on.owner, &n);
     EXPECT_EQ (hit (drawn.network, 89.5F, 78).object, &n);
     EXPECT_EQ (hit (drawn.network, 93, 76).object, nullptr);
 }
 
-TEST (HitTest, ArcIsHitNearItsLineAndWithinItsBox) {
+TEST (HitTest, arc_is_hit_near_its_line_and_within_its_box) {
     DrawnNetwork drawn;
     Arque& a = drawn.arc (drawn.node (100, 100), drawn.node (300, 180));
     drawn.network.layout ();
@@ -108,7 +100,7 @@ TEST (HitTest, ArcIsHitNearItsLineAndWithinItsBox) {
     EXPECT_EQ (hit (drawn.network, 200, 305).object, nullptr); // the box ends 4 below
 }
 
-TEST (HitTest, NodesComeBeforeArcs) {
+TEST (HitTest, nodes_come_before_arcs) {
     DrawnNetwork drawn;
     Node& from = drawn.node (100, 100);
     drawn.arc (from, drawn.node (300, 100));
@@ -116,35 +108,33 @@ TEST (HitTest, NodesComeBeforeArcs) {
     EXPECT_EQ (hit (drawn.network, 121, 100).object, &from);
 }
 
-TEST (HitTest, TextsOfArcsGoWithTheirSwitches) {
+TEST (HitTest, texts_of_arcs_go_with_their_switches) {
     DrawnNetwork drawn;
     Arque& a = drawn.arc (drawn.node (100, 100), drawn.node (300, 100));
     a.take_label (even_line ("L"));
     a.take_residu (even_line ("R"));
     a.take_stoech_src (even_line ("1"));
     a.take_stoech_dest (even_line ("2"));
-    a.label->y = -20;
-    a.residu->y = -20;
-    a.stoech_src->y = -40;
-    a.stoech_dest->y = -40;
+    a.label_line ()->set_offset (0, -20);
+    a.residu ()->set_offset (0, -20);
+    a.stoech_src ()->set_offset (0, -40);
+    a.stoech_dest ()->set_offset (0, -40);
     drawn.network.layout ();
     // Label at (144, 93 - 20), residu at (266.6, 94 - 20); stoichiometries 2 off and higher.
-    const auto at = [&drawn] (float x, float y) {
-        const Hit h = hit (drawn.network, x, y);
-        return letter (h);
-    };
+    HitQuery query;
+    const auto at = [&] (float x, float y) { return letter (hit (drawn.network, x, y, query)); };
     EXPECT_EQ (at (147, 70), static_cast<unsigned> ('L'));
     EXPECT_EQ (at (269, 70), static_cast<unsigned> ('R'));
     EXPECT_EQ (at (149, 52), 0U);
-    document_state ().show_stoichiometry = true;
+    query.stoichiometry = true;
     EXPECT_EQ (at (149, 52), static_cast<unsigned> ('1'));
     EXPECT_EQ (at (271, 52), static_cast<unsigned> ('2'));
-    EXPECT_EQ (hit (drawn.network, 149, 52).place.owner, &a);
-    document_state ().show_kinetics = false;
+    EXPECT_EQ (hit (drawn.network, 149, 52, query).owner, &a);
+    query.kinetics = false;
     EXPECT_EQ (at (147, 70), 0U);
 }
 
-TEST (HitTest, ArcOfLengthZeroIsNeverHit) {
+TEST (HitTest, arc_of_length_zero_is_never_hit) {
     DrawnNetwork drawn;
     drawn.arc (drawn.node (100, 100, 0, ""), drawn.node (100, 102, 0, ""), arc::substrate);
     drawn.network.layout ();
@@ -157,11 +147,13 @@ Compart& compartment (DrawnNetwork& drawn, int new_shape) {
         std::make_unique<Compart> (new_shape, 100.0F, 100.0F, 200.0F, 100.0F));
 }
 
-TEST (HitTest, BandAndGripsOfARectangle) {
+TEST (HitTest, band_and_grips_of_a_rectangle) {
     DrawnNetwork drawn;
     Compart& c = compartment (drawn, shape::rectangle);
     const auto edge = [&] (float x, float y) {
-        return hit (drawn.network, x, y).object == &c ? static_cast<int> (c.edge) : -2;
+        return hit (drawn.network, x, y).object == &c
+                   ? static_cast<int> (hit (drawn.network, x, y).edge)
+                   : -2;
     };
     EXPECT_EQ (edge (97, 150), 0);
     EXPECT_EQ (edge (107, 155), 0);
@@ -177,11 +169,13 @@ TEST (HitTest, BandAndGripsOfARectangle) {
     EXPECT_EQ (edge (200, 150), -2);
 }
 
-TEST (HitTest, RingAndGripsOfAnEllipse) {
+TEST (HitTest, ring_and_grips_of_an_ellipse) {
     DrawnNetwork drawn;
     Compart& c = compartment (drawn, shape::ellipse);
     const auto edge = [&] (float x, float y) {
-        return hit (drawn.network, x, y).object == &c ? static_cast<int> (c.edge) : -2;
+        return hit (drawn.network, x, y).object == &c
+                   ? static_cast<int> (hit (drawn.network, x, y).edge)
+                   : -2;
     };
     EXPECT_EQ (edge (102, 150), 0);
     EXPECT_EQ (edge (110, 159), 0);
@@ -195,7 +189,7 @@ TEST (HitTest, RingAndGripsOfAnEllipse) {
     EXPECT_EQ (edge (200, 150), -2);
 }
 
-TEST (HitTest, LabelOfACompartmentComesFirst) {
+TEST (HitTest, label_of_a_compartment_comes_first) {
     DrawnNetwork drawn;
     Compart& c = compartment (drawn, shape::rectangle);
     c.take_label (even_line ("ab"));
@@ -203,10 +197,10 @@ TEST (HitTest, LabelOfACompartmentComesFirst) {
     // Centred: from 194 to 206, base at 190.
     const Hit h = hit (drawn.network, 196, 192);
     EXPECT_EQ (letter (h), static_cast<unsigned> ('a'));
-    EXPECT_EQ (h.place.owner, &c);
+    EXPECT_EQ (h.owner, &c);
 }
 
-TEST (HitTest, CompartmentsComeLast) {
+TEST (HitTest, compartments_come_last) {
     DrawnNetwork drawn;
     compartment (drawn, shape::rectangle);
     Node& n = drawn.node (100, 130);
@@ -214,18 +208,18 @@ TEST (HitTest, CompartmentsComeLast) {
     EXPECT_EQ (hit (drawn.network, 82, 130).object, &n);
 }
 
-TEST (HitTest, AlignMovesTheNetworkUp) {
+TEST (HitTest, align_moves_the_network_up) {
     DrawnNetwork drawn;
     Node& n = drawn.node (100, 100); // the network is 110 high
     drawn.network.layout ();
-    drawn.network.align = 0;
+    drawn.network.set_align (0);
     EXPECT_EQ (hit (drawn.network, 82, -10).object, &n);
     EXPECT_EQ (hit (drawn.network, 82, 100).object, nullptr);
-    drawn.network.align = 1;
+    drawn.network.set_align (1);
     EXPECT_EQ (hit (drawn.network, 82, 45).object, &n);
 }
 
-TEST (HitTest, NestedNetworkAnswersWithItsOwn) {
+TEST (HitTest, nested_network_answers_with_its_own) {
     DrawnNetwork drawn;
     auto inner = std::make_unique<Network> ();
     auto made = std::make_unique<Node> (60.0F, 40.0F, node::gene, 7U);
@@ -234,54 +228,47 @@ TEST (HitTest, NestedNetworkAnswersWithItsOwn) {
     Node& outer = drawn.node (200, 200, node::protein, "");
     outer.take_label (std::move (inner));
     drawn.network.layout ();
-    const float left = outer.x - outer.get_width () / 2;
-    const float top = outer.y - static_cast<float> (outer.get_height ()) / 2;
+    const float left = outer.x () - outer.get_width () / 2;
+    const float top = outer.y () - static_cast<float> (outer.get_height ()) / 2;
     const Hit h = hit (drawn.network, left + 5 + 60, top + 4 + 40 + 1);
     EXPECT_NE (letter (h), 0U);
-    EXPECT_EQ (h.place.owner, &inner_node);
+    EXPECT_EQ (h.owner, &inner_node);
     EXPECT_EQ (hit (drawn.network, left + 2, top + 2).object, &outer);
 }
 
-TEST (CompartDrag, EachEdgeMovesAlone) {
+TEST (CompartDrag, each_edge_moves_alone) {
     DrawnNetwork drawn;
     Compart& c = compartment (drawn, shape::rectangle);
-    const auto box = [&c] { return std::array<float, 4>{c.x, c.y, c.width, c.height}; };
+    const auto box = [&c] { return std::array<float, 4>{c.x (), c.y (), c.width (), c.height ()}; };
     using Box = std::array<float, 4>;
-    EXPECT_TRUE (c.drag (5, 7));
+    EXPECT_TRUE (c.drag (Edge::none, 5, 7));
     EXPECT_EQ (box (), (Box{105, 107, 200, 100}));
-    c.edge = Edge::left;
-    EXPECT_TRUE (c.drag (10, 99));
+    EXPECT_TRUE (c.drag (Edge::left, 10, 99));
     EXPECT_EQ (box (), (Box{115, 107, 190, 100}));
-    c.edge = Edge::right;
-    EXPECT_TRUE (c.drag (10, 99));
+    EXPECT_TRUE (c.drag (Edge::right, 10, 99));
     EXPECT_EQ (box (), (Box{115, 107, 200, 100}));
-    c.edge = Edge::top;
-    EXPECT_TRUE (c.drag (99, 10));
+    EXPECT_TRUE (c.drag (Edge::top, 99, 10));
     EXPECT_EQ (box (), (Box{115, 117, 200, 90}));
-    c.edge = Edge::bottom;
-    EXPECT_TRUE (c.drag (99, 10));
+    EXPECT_TRUE (c.drag (Edge::bottom, 99, 10));
     EXPECT_EQ (box (), (Box{115, 117, 200, 100}));
 }
 
-TEST (CompartDrag, SmallestSizeIsKept) {
+TEST (CompartDrag, smallest_size_is_kept) {
     DrawnNetwork drawn;
     Compart& c = compartment (drawn, shape::rectangle);
-    c.edge = Edge::right;
-    EXPECT_FALSE (c.drag (-171, 0));
-    EXPECT_EQ (c.width, 200);
-    EXPECT_TRUE (c.drag (-170, 0));
-    EXPECT_EQ (c.width, 30);
-    c.edge = Edge::top;
-    EXPECT_FALSE (c.drag (0, 71));
-    EXPECT_EQ (c.y, 100);
-    EXPECT_TRUE (c.drag (0, 70));
-    EXPECT_EQ (c.height, 30);
+    EXPECT_FALSE (c.drag (Edge::right, -171, 0));
+    EXPECT_EQ (c.width (), 200);
+    EXPECT_TRUE (c.drag (Edge::right, -170, 0));
+    EXPECT_EQ (c.width (), 30);
+    EXPECT_FALSE (c.drag (Edge::top, 0, 71));
+    EXPECT_EQ (c.y (), 100);
+    EXPECT_TRUE (c.drag (Edge::top, 0, 70));
+    EXPECT_EQ (c.height (), 30);
     c.take_label (even_line ("AAAAA"));
     EXPECT_EQ (c.get_width (), 40);
-    c.edge = Edge::left;
-    EXPECT_FALSE (c.drag (1, 0));
-    EXPECT_TRUE (c.drag (-1, 0));
-    EXPECT_EQ (c.width, 41);
+    EXPECT_FALSE (c.drag (Edge::left, 1, 0));
+    EXPECT_TRUE (c.drag (Edge::left, -1, 0));
+    EXPECT_EQ (c.width (), 41);
 }
 
 } // namespace

@@ -21,7 +21,7 @@ TEST (LinkRules, third_reaction_between_two_molecules_is_refused) {
     Network network;
     Node& a = add (network, "a");
     Node& b = add (network, "b", 100);
-    EXPECT_EQ (link_objects (a, b).arc->type, arc::reaction);
+    EXPECT_EQ (link_objects (a, b).arc->type (), arc::reaction);
     EXPECT_TRUE (link_objects (b, a).arc);
     const LinkOutcome third = link_objects (a, b);
     EXPECT_EQ (third.arc, nullptr);
@@ -48,8 +48,8 @@ TEST (LinkRules, reaction_between_compartments_is_a_transport) {
     Node& b = add (network, "b", 100, 10);
     Node& c = add (network, "c", 200, 10);
     for (const auto& n : network.nodes ()) network.assign_compart (*n);
-    EXPECT_EQ (link_objects (a, b).arc->type, arc::transport);
-    EXPECT_EQ (link_objects (b, c).arc->type, arc::reaction);
+    EXPECT_EQ (link_objects (a, b).arc->type (), arc::transport);
+    EXPECT_EQ (link_objects (b, c).arc->type (), arc::reaction);
 }
 
 TEST (LinkRules, links_to_an_arc) {
@@ -60,9 +60,9 @@ TEST (LinkRules, links_to_an_arc) {
     Node& s = add (network, "s", 50, 90);
     Arque& ab = *link_objects (a, b).arc;
     EXPECT_STREQ (link_objects (a, ab).refusal, "These are already linked.");
-    EXPECT_EQ (link_objects (e, ab).arc->type, arc::catalysis);
+    EXPECT_EQ (link_objects (e, ab).arc->type (), arc::catalysis);
     EXPECT_STREQ (link_objects (e, ab).refusal, "These are already linked.");
-    EXPECT_EQ (link_objects (s, ab).arc->type, arc::substrate);
+    EXPECT_EQ (link_objects (s, ab).arc->type (), arc::substrate);
 }
 
 TEST (LinkRules, catalyser_on_a_transport_is_refused) {
@@ -90,17 +90,18 @@ TEST (SharedNodes, equal_label_and_group_are_one_species) {
     Node& gene = add (network, "ATP", 1, 1, node::gene);
     Node& b = add (network, "ATP", 2, 2);
     Node& c = add (network, "ATP", 3, 3);
-    b.label_line ()->chars ()[0]->font = 74; // neither font nor colour matter
-    c.calyx_display = true;
+    b.label_line ()->select_all ();
+    b.label_line ()->set_style (74, 4); // neither font nor colour matter
+    c.set_calyx_display (true);
     EXPECT_TRUE (network.update_shared_nodes ());
     EXPECT_EQ (a.master (), nullptr);
     EXPECT_EQ (b.master (), &a);
     EXPECT_EQ (c.master (), &a);
     EXPECT_EQ (gene.master (), nullptr);
-    EXPECT_EQ (a.type, 15U);
-    EXPECT_EQ (gene.type, 5U);
-    EXPECT_TRUE (a.calyx_display && b.calyx_display);
-    EXPECT_FALSE (gene.calyx_display);
+    EXPECT_EQ (a.type (), 15U);
+    EXPECT_EQ (gene.type (), 5U);
+    EXPECT_TRUE (a.calyx_display () && b.calyx_display ());
+    EXPECT_FALSE (gene.calyx_display ());
     EXPECT_FALSE (network.update_shared_nodes ());
 }
 
@@ -111,8 +112,8 @@ TEST (SharedNodes, renaming_one_of_two_ends_the_sharing_of_both) {
     network.update_shared_nodes ();
     b.set_label ("y");
     EXPECT_TRUE (network.update_shared_nodes ());
-    EXPECT_EQ (a.type, 13U);
-    EXPECT_EQ (b.type, 13U);
+    EXPECT_EQ (a.type (), 13U);
+    EXPECT_EQ (b.type (), 13U);
     EXPECT_EQ (b.master (), nullptr);
 }
 
@@ -123,8 +124,8 @@ TEST (SharedNodes, nodes_without_label_are_not_the_same_and_empty_labels_are) {
         add (network, "");
     }
     network.update_shared_nodes ();
-    EXPECT_EQ (network.nodes ()[0]->type, 13U);
-    EXPECT_EQ (network.nodes ()[1]->type, 15U);
+    EXPECT_EQ (network.nodes ()[0]->type (), 13U);
+    EXPECT_EQ (network.nodes ()[1]->type (), 15U);
 }
 
 TEST (SharedNodes, nested_nodes_count_and_nested_networks_are_compared) {
@@ -142,11 +143,12 @@ TEST (SharedNodes, nested_nodes_count_and_nested_networks_are_compared) {
 /// The rule itself, pair by pair.
 void share_by_pairs (const std::vector<Node*>& all, std::map<const Node*, const Node*>& master,
                      std::map<const Node*, bool>& displayed) {
-    for (const Node* n : all) displayed[n] = n->calyx_display;
+    for (const Node* n : all) displayed[n] = n->calyx_display ();
     for (std::size_t i = 0; i < all.size (); ++i) {
         for (std::size_t j = i + 1; j < all.size (); ++j) {
-            if (all[i]->group () != all[j]->group () || !all[i]->label || !all[j]->label) continue;
-            if (!all[i]->label->equals (*all[j]->label)) continue;
+            if (all[i]->group () != all[j]->group () || !all[i]->label () || !all[j]->label ())
+                continue;
+            if (!all[i]->label ()->equals (*all[j]->label ())) continue;
             master.emplace (all[j], all[i]);
             master.emplace (all[i], nullptr);
             if (displayed[all[i]] != displayed[all[j]])
@@ -177,7 +179,7 @@ TEST (SharedNodes, agree_with_the_comparison_of_all_pairs) {
             const auto found = master.find (n);
             ASSERT_EQ (n->master (), found == master.end () ? nullptr : found->second) << seed;
             ASSERT_EQ (n->is_shared (), found != master.end ());
-            ASSERT_EQ (n->calyx_display, displayed[n]);
+            ASSERT_EQ (n->calyx_display (), displayed[n]);
         }
     }
 }
@@ -189,16 +191,16 @@ TEST (SharedNodes, display_and_concentration_keep_clones_in_step) {
     Node& c = add (network, "x");
     network.update_shared_nodes ();
     c.toggle_display ();
-    EXPECT_TRUE (a.calyx_display && b.calyx_display && c.calyx_display);
+    EXPECT_TRUE (a.calyx_display () && b.calyx_display () && c.calyx_display ());
     a.toggle_display ();
-    EXPECT_FALSE (a.calyx_display || b.calyx_display || c.calyx_display);
-    c.user_data = "3 uM";
+    EXPECT_FALSE (a.calyx_display () || b.calyx_display () || c.calyx_display ());
+    c.set_user_data ("3 uM");
     b.set_concentration ("5 mM");
-    EXPECT_EQ (a.user_data, "5 mM");
-    EXPECT_EQ (b.user_data, "5 mM");
-    EXPECT_FALSE (c.user_data);
-    EXPECT_TRUE (c.calyx_display);
-    EXPECT_FALSE (a.calyx_display);
+    EXPECT_EQ (*a.user_data (), "5 mM");
+    EXPECT_EQ (*b.user_data (), "5 mM");
+    EXPECT_FALSE (c.user_data ());
+    EXPECT_TRUE (c.calyx_display ());
+    EXPECT_FALSE (a.calyx_display ());
 }
 
 TEST (SameSpecies, are_highlighted_until_asked_again) {
@@ -230,17 +232,16 @@ TEST (Classes, of_consumed_produced_and_internal_molecules) {
     e.connect (ip, arc::catalysis);
     e.connect (si, arc::catalysis);
     network.color_species (100, 101, 102);
-    EXPECT_EQ (s.bg_color, 100U);
-    EXPECT_EQ (i.bg_color, 102U);
-    EXPECT_EQ (p.bg_color, 101U);
-    EXPECT_EQ (more.bg_color, 100U);
-    EXPECT_EQ (waste.bg_color, 101U);
-    EXPECT_EQ (alone.bg_color, 3U);
-    EXPECT_EQ (e.bg_color, 3U);
-    EXPECT_EQ (e.species_class, 3);
+    EXPECT_EQ (s.bg_color (), 100U);
+    EXPECT_EQ (i.bg_color (), 102U);
+    EXPECT_EQ (p.bg_color (), 101U);
+    EXPECT_EQ (more.bg_color (), 100U);
+    EXPECT_EQ (waste.bg_color (), 101U);
+    EXPECT_EQ (alone.bg_color (), 3U);
+    EXPECT_EQ (e.bg_color (), 3U);
+    EXPECT_EQ (network.classify_species ()[&e], species_class::consumed | species_class::produced);
     Node& clone = add (network, "s", 300);
-    network.classify_species ();
-    EXPECT_EQ (clone.species_class, 1);
+    EXPECT_EQ (network.classify_species ()[&clone], species_class::consumed);
 }
 
 Compart& box (Network& network, int shape, float x, float y, float w, float h) {
@@ -256,7 +257,7 @@ TEST (Compartments, overlap_is_reported_and_stops_nothing) {
     const testing::CaughtMessages messages;
     network.check_compartments ();
     EXPECT_EQ (messages.all, std::vector<std::string>{"Compartment overlap."});
-    EXPECT_EQ (n.compart, network.comps ()[2].get ());
+    EXPECT_EQ (n.compart (), network.comps ()[2].get ());
 }
 
 TEST (Compartments, inside_in_opposite_senses_is_an_overlap) {
@@ -283,10 +284,10 @@ TEST (Compartments, the_larger_comes_first_and_takes_the_nodes) {
     Compart& large = box (network, 8, 0, 0, 100, 100);
     Node& n = add (network, "n", 30, 30);
     network.assign_compart (n);
-    EXPECT_EQ (n.compart, &small);
+    EXPECT_EQ (n.compart (), &small);
     network.check_compartments ();
     EXPECT_EQ (network.comps ()[0].get (), &large);
-    EXPECT_EQ (n.compart, &large);
+    EXPECT_EQ (n.compart (), &large);
 }
 
 TEST (Compartments, ellipses_and_rectangles) {
@@ -313,10 +314,10 @@ TEST (Compartments, a_new_one_holds_the_network) {
     Network network;
     Node& n = add (network, "n", 100, 100);
     Compart& c = network.add_compart (12, 5, 6, 0, 0);
-    EXPECT_EQ (c.width, 100 + n.get_width () / 2 + 30);
+    EXPECT_EQ (c.width (), 100 + n.get_width () / 2 + 30);
     EXPECT_EQ (c.name (), "Default");
-    EXPECT_EQ (c.label->font, 67U);
-    EXPECT_EQ (c.color, 4U);
+    EXPECT_EQ (c.label_line ()->font (), 67U);
+    EXPECT_EQ (c.color (), 4U);
 }
 
 TEST (Find, hits_are_sorted_by_rows_and_walked) {
@@ -334,9 +335,9 @@ TEST (Find, hits_are_sorted_by_rows_and_walked) {
     EXPECT_EQ (network.find_next (true), &low);
     EXPECT_EQ (network.find_next (true), nullptr); // keeps the last hit marked
     EXPECT_EQ (low.highlight, 239U);
-    EXPECT_EQ (network.find_index, 2);
+    EXPECT_EQ (network.find_index (), 2);
     network.clear_find ();
-    EXPECT_EQ (network.find_index, -1);
+    EXPECT_EQ (network.find_index (), -1);
     EXPECT_EQ (low.highlight, 255U);
     EXPECT_EQ (network.find_nodes (Line ("", 67, 0)), 0);
     EXPECT_EQ (network.find_next (true), nullptr);
@@ -358,13 +359,13 @@ TEST (FindById, meets_nodes_their_arcs_nested_ones_then_compartments) {
     Node& b = add (network, "b");
     Arque& ab = *a.connect (b, arc::reaction);
     Compart& c = network.add_compart (8, 0, 0, 9, 9);
-    for (GraphBase* g : std::vector<GraphBase*>{&a, &b, &ab, &c}) g->id = 5;
+    for (GraphBase* g : std::vector<GraphBase*>{&a, &b, &ab, &c}) g->set_id (5);
     EXPECT_EQ (network.find_by_id (5), &a);
-    a.id = 1;
+    a.set_id (1);
     EXPECT_EQ (network.find_by_id (5), &ab);
-    ab.id = 2;
+    ab.set_id (2);
     EXPECT_EQ (network.find_by_id (5), &b);
-    b.id = 3;
+    b.set_id (3);
     EXPECT_EQ (network.find_by_id (5), &c);
     EXPECT_EQ (network.find_by_id (6), nullptr);
 }
@@ -381,11 +382,11 @@ struct Reaction {
     Arque& link_p = *p2.connect (r, arc::product);
     Reaction () {
         r.set_label ("kr");
-        r.label->x = 5;
+        r.label_line ()->set_offset (5, 0);
         r.set_residu ("back");
         link_s.set_label ("ks");
-        link_s.label->y = 5;
-        link_s.color = 77;
+        link_s.label_line ()->set_offset (0, 5);
+        link_s.set_own_color (77);
         link_p.set_label ("kp");
     }
 };
@@ -395,15 +396,15 @@ TEST (MainReactant, swaps_with_a_substrate) {
     ASSERT_TRUE (x.network.swap_main_reactant (x.r, x.s2));
     EXPECT_EQ (x.r.source (), &x.s2);
     EXPECT_EQ (x.s2.arcs ()[0].get (), &x.r);
-    EXPECT_EQ (x.r.label->name (), "ks");
-    EXPECT_EQ (x.r.label->y, 0.0F);
+    EXPECT_EQ (x.r.label ()->name (), "ks");
+    EXPECT_EQ (x.r.label ()->y (), 0.0F);
     ASSERT_EQ (x.s1.nb_arcs (), 1);
     const Arque& link = *x.s1.arcs ()[0];
     EXPECT_EQ (link.dest (), &x.r);
-    EXPECT_EQ (link.type, arc::substrate);
-    EXPECT_EQ (link.color, 77U);
-    EXPECT_EQ (link.label->name (), "kr");
-    EXPECT_EQ (link.label->x, 0.0F);
+    EXPECT_EQ (link.type (), arc::substrate);
+    EXPECT_EQ (link.color (), 77U);
+    EXPECT_EQ (link.label ()->name (), "kr");
+    EXPECT_EQ (link.label ()->x (), 0.0F);
     EXPECT_EQ (x.network.count_arcs (), 3);
     EXPECT_FALSE (x.network.swap_main_reactant (x.r, x.p1)); // has no such link
 }
@@ -412,11 +413,11 @@ TEST (MainReactant, swaps_with_a_product) {
     Reaction x;
     ASSERT_TRUE (x.network.swap_main_reactant (x.r, x.p2));
     EXPECT_EQ (x.r.dest (), &x.p2);
-    EXPECT_EQ (x.r.residu->name (), "kp");
+    EXPECT_EQ (x.r.residu ()->name (), "kp");
     EXPECT_EQ (x.p2.nb_arcs (), 0);
     ASSERT_EQ (x.p1.nb_arcs (), 1);
-    EXPECT_EQ (x.p1.arcs ()[0]->label->name (), "back");
-    EXPECT_EQ (x.p1.arcs ()[0]->type, arc::product);
+    EXPECT_EQ (x.p1.arcs ()[0]->label ()->name (), "back");
+    EXPECT_EQ (x.p1.arcs ()[0]->type (), arc::product);
     EXPECT_EQ (x.network.count_arcs (), 3);
 }
 
@@ -430,11 +431,11 @@ TEST (MainReactant, other_links_change_nothing) {
 
 TEST (MainProduct, becomes_another_node_of_the_same_type) {
     Reaction x;
-    x.r.residu->x = 9;
-    x.s2.type |= node::shared_bit;
+    x.r.residu ()->set_offset (9, 0);
+    x.s2.set_type (x.s2.type () | node::shared_bit);
     EXPECT_TRUE (x.network.change_main_product (x.r, x.s2));
     EXPECT_EQ (x.r.dest (), &x.s2);
-    EXPECT_EQ (x.r.residu->x, 0.0F);
+    EXPECT_EQ (x.r.residu ()->x (), 0.0F);
     Node& e = add (x.network, "e", 0, 0, node::protein);
     EXPECT_FALSE (x.network.change_main_product (x.r, e));
     EXPECT_FALSE (x.network.change_main_product (x.link_s, x.p1));
@@ -455,13 +456,12 @@ TEST (Detaching, never_leaves_a_node_without_any_link) {
 
 TEST (Detaching, gives_the_reaction_a_copy_of_the_node) {
     Reaction x;
-    x.p1.x = 40;
-    x.p1.y = 50;
+    x.p1.set_position (40, 50);
     Node& c = x.network.clone_node_for_arc (x.r, x.p1);
     EXPECT_EQ (x.r.dest (), &c);
-    EXPECT_EQ (c.x, 50.0F);
-    EXPECT_EQ (c.y, 60.0F);
-    EXPECT_TRUE (c.label->equals (*x.p1.label));
+    EXPECT_EQ (c.x (), 50.0F);
+    EXPECT_EQ (c.y (), 60.0F);
+    EXPECT_TRUE (c.label ()->equals (*x.p1.label ()));
     Node& d = x.network.clone_node_for_arc (x.r, x.s1);
     EXPECT_EQ (x.r.source (), &d);
     EXPECT_EQ (x.s1.nb_arcs (), 0);
@@ -499,12 +499,12 @@ TEST (Duplicating, copies_nodes_and_the_arcs_among_them) {
     std::vector<Node*> selected{&x.s1, &x.p1, &x.s2};
     x.network.duplicate_selection (selected);
     ASSERT_EQ (selected.size (), 3U);
-    EXPECT_EQ (selected[0]->x, x.s1.x + 10);
+    EXPECT_EQ (selected[0]->x (), x.s1.x () + 10);
     EXPECT_EQ (selected[0]->nb_arcs (), 1);
     EXPECT_EQ (selected[0]->arcs ()[0]->dest (), selected[1]);
-    EXPECT_EQ (selected[0]->arcs ()[0]->label->name (), "kr");
+    EXPECT_EQ (selected[0]->arcs ()[0]->label ()->name (), "kr");
     EXPECT_EQ (selected[2]->arcs ()[0]->dest (), selected[0]->arcs ()[0].get ());
-    EXPECT_EQ (selected[2]->arcs ()[0]->color, 77U);
+    EXPECT_EQ (selected[2]->arcs ()[0]->color (), 77U);
     std::vector<Node*> one{&x.s1};
     x.network.duplicate_selection (one);
     EXPECT_EQ (one[0]->nb_arcs (), 0); // its arc leads out of the selection
@@ -512,16 +512,14 @@ TEST (Duplicating, copies_nodes_and_the_arcs_among_them) {
 
 TEST (SelectionText, holds_the_nodes_and_the_arcs_among_them_from_20_20) {
     Reaction x;
-    x.s1.x = 100;
-    x.s2.y = 300;
-    x.p1.x = 250.5F;
+    x.s1.set_position (100, 0);
+    x.s2.set_position (0, 300);
+    x.p1.set_position (250.5F, 0);
     PrintState to;
     x.network.selection_sprint (to, {&x.p1, &x.s1, &x.s2});
     EXPECT_EQ (to.out, "[N3 0 2 0 0[S1 0 270.5 20 0 3 13{p1}-][S2 1 120 20 0 3 13{s1}-]"
                        "[S3 1 20 320 0 3 13{s2}-][A4 0 272 2 2 1{kr}(5 0){<107F><4C>back}]"
                        "[A5 77 512 2 3 4{<67F><0C>ks}(0 5){}]]");
-    EXPECT_FALSE (x.s1.copy_mark);
-    EXPECT_FALSE (x.r.copy_mark);
 }
 
 TEST (SelectionText, of_a_nested_network_holds_none_of_its_arcs) {
@@ -543,10 +541,10 @@ TEST (Insert, stands_to_the_right_and_leaves_a_husk) {
     ASSERT_TRUE (husk);
     EXPECT_TRUE (husk->is_empty ());
     ASSERT_EQ (network.nb_nodes (), 3);
-    EXPECT_EQ (network.nodes ()[1]->x, 20 + width + 20);
-    EXPECT_EQ (network.comps ()[0]->x, width + 20);
-    EXPECT_EQ (network.nodes ()[1]->compart, network.comps ()[0].get ());
-    EXPECT_EQ (network.nodes ()[1]->network, &network);
+    EXPECT_EQ (network.nodes ()[1]->x (), 20 + width + 20);
+    EXPECT_EQ (network.comps ()[0]->x (), width + 20);
+    EXPECT_EQ (network.nodes ()[1]->compart (), network.comps ()[0].get ());
+    EXPECT_EQ (network.nodes ()[1]->network (), &network);
     husk.reset ();
     EXPECT_EQ (network.insert_text ("{no network}"), nullptr);
     EXPECT_EQ (network.nb_nodes (), 3);
@@ -555,16 +553,16 @@ TEST (Insert, stands_to_the_right_and_leaves_a_husk) {
 TEST (Origin, takes_overhang_and_margin_so_that_nothing_jumps) {
     Network network;
     Node& n = add (network, "n", -20, 100);
-    const float left = n.x - n.get_width () / 2 - 5;
-    const float top = n.y - static_cast<float> (n.get_height ()) / 2 - 5;
+    const float left = n.x () - n.get_width () / 2 - 5;
+    const float top = n.y () - static_cast<float> (n.get_height ()) / 2 - 5;
     network.normalize_origin ();
-    EXPECT_FLOAT_EQ (network.x, 8 + left);
-    EXPECT_FLOAT_EQ (network.y, 8 + top);
-    EXPECT_FLOAT_EQ (n.x, -20 - left);
-    EXPECT_FLOAT_EQ (n.y, 100 - top);
+    EXPECT_FLOAT_EQ (network.x (), 8 + left);
+    EXPECT_FLOAT_EQ (network.y (), 8 + top);
+    EXPECT_FLOAT_EQ (n.x (), -20 - left);
+    EXPECT_FLOAT_EQ (n.y (), 100 - top);
     Network empty;
     empty.normalize_origin ();
-    EXPECT_EQ (empty.x, 8.0F);
+    EXPECT_EQ (empty.x (), 8.0F);
 }
 
 TEST (Walks, distances_go_over_reactions_and_links) {
@@ -573,13 +571,12 @@ TEST (Walks, distances_go_over_reactions_and_links) {
     x.p1.connect (far, arc::reaction);
     Node& alone = add (x.network, "alone");
     x.network.distances_from (x.s2);
-    EXPECT_EQ (x.s2.residu->name (), "0");
-    EXPECT_EQ (x.p1.path_dist, 1);
-    EXPECT_EQ (x.p1.path_prev, &x.s2);
-    EXPECT_EQ (far.residu->name (), "2");
-    EXPECT_EQ (far.residu->font, 107U);
-    EXPECT_FALSE (alone.residu);
-    EXPECT_FALSE (x.s1.residu);
+    EXPECT_EQ (x.s2.residu ()->name (), "0");
+    EXPECT_EQ (x.p1.residu ()->name (), "1");
+    EXPECT_EQ (far.residu ()->name (), "2");
+    EXPECT_EQ (far.residu ()->font (), 107U);
+    EXPECT_FALSE (alone.residu ());
+    EXPECT_FALSE (x.s1.residu ());
 }
 
 TEST (Walks, an_arc_that_leads_nowhere_is_told) {
@@ -599,12 +596,16 @@ TEST (Walks, connected_part_takes_in_what_ends_on_it) {
     Node& e = add (x.network, "e", 0, 0, node::protein);
     e.connect (x.r, arc::catalysis);
     Node& alone = add (x.network, "alone");
-    x.network.mark_connected (x.s1);
-    for (const Node* n : {&x.s1, &x.s2, &x.p1, &x.p2, &e}) EXPECT_TRUE (n->mark) << n->name ();
-    EXPECT_TRUE (x.r.mark);
-    EXPECT_TRUE (x.link_s.mark);
-    EXPECT_FALSE (x.link_p.mark); // not followed from its product
-    EXPECT_FALSE (alone.mark);
+    const std::vector<GraphBase*> marked = x.network.mark_connected (x.s1);
+    const auto is_marked = [&marked] (const GraphBase& g) {
+        return std::find (marked.begin (), marked.end (), &g) != marked.end ();
+    };
+    for (const Node* n : {&x.s1, &x.s2, &x.p1, &x.p2, &e}) EXPECT_TRUE (is_marked (*n));
+    EXPECT_TRUE (is_marked (x.r));
+    EXPECT_TRUE (is_marked (x.link_s));
+    EXPECT_FALSE (is_marked (x.link_p)); // not followed from its product
+    EXPECT_FALSE (is_marked (alone));
+    EXPECT_EQ (marked.front (), &x.s1); // in their order
 }
 
 TEST (Network, equals_by_the_labels_in_order) {
@@ -636,9 +637,9 @@ TEST (Network, ascent_and_descent_follow_align) {
     const int h = network.get_height ();
     EXPECT_EQ (network.get_ascent (), 0);
     EXPECT_EQ (network.get_descent (), h);
-    network.align = 0;
+    network.set_align (0);
     EXPECT_EQ (network.get_ascent (), h);
-    network.align = 1;
+    network.set_align (1);
     EXPECT_EQ (network.get_ascent (), h / 2);
 }
 

@@ -2,6 +2,7 @@
 #include "export/pdf_device.h"
 
 #include "base/disk.h"
+#include "contract/paint_device_contract.h"
 #include "document/font_numbers.h"
 #include "support/support.h"
 
@@ -92,6 +93,10 @@ TEST (PdfDevice, ColourIsSetForLinesAndFills) {
     EXPECT_EQ (operators ([] (auto& device) { device.set_color (1); }), "1 0 0 RG\n1 0 0 rg\n");
     EXPECT_EQ (operators ([] (auto& device) { device.set_color_rgb (0, 51, 255); }),
                "0 0.2 1 RG\n0 0.2 1 rg\n");
+    EXPECT_EQ (operators ([] (auto& device) { device.set_color_rgb (-5, 300, 256); }),
+               "0 1 1 RG\n0 1 1 rg\n");
+    EXPECT_EQ (operators ([] (auto& device) { device.set_color_rgb (256, -5, 255); }),
+               "1 0 1 RG\n1 0 1 rg\n");
 }
 
 TEST (PdfDevice, FilledRectangleIsTwoShorterAtItsBottom) {
@@ -147,7 +152,35 @@ TEST (PdfDevice, GroupMovesThenTurnsTheOtherWay) {
     });
     EXPECT_TRUE (text.starts_with ("q\n1 0 0 1 10 -20 cm\n")) << text;
     EXPECT_NE (text.find (" -1 1 "), std::string::npos) << text;
-    EXPECT_TRUE (text.ends_with ("cm\nQ\n")) << text;
+    EXPECT_TRUE (text.ends_with (" 0 0 cm\nQ\n")) << text;
+}
+
+TEST (PdfDevice, StyleOfAGroupIsSaidAgainOnlyWhereSomethingIsPaintedWithIt) {
+    const std::string text = operators ([] (auto& device) {
+        device.set_color (1);
+        device.push_transform (0, 0, 0);
+        device.set_color (4);
+        device.set_line (2, LineStyle::dashed);
+        device.pop_transform ();
+        device.push_transform (0, 0, 0);
+        device.set_color (1);
+        device.set_line (1, LineStyle::solid);
+        device.pop_transform ();
+        device.set_color (1);
+        device.fill_rect (0, 0, 1, 1);
+    });
+    EXPECT_EQ (count (text, " rg\n"), 4U) << text; // each as it was set
+    const std::string again = operators ([] (auto& device) {
+        device.set_clip (0, 0, 50, 50);
+        device.set_color (4);
+        device.set_line (2, LineStyle::dashed);
+        device.end_clip ();
+        device.stroke_rect (0, 0, 1, 1);
+        device.stroke_rect (0, 0, 1, 1);
+    });
+    EXPECT_TRUE (again.ends_with ("Q\n0 0 1 RG\n0 0 1 rg\n2 w\n[1 ] 1 d\n0 0 1 -1 re\nS\n"
+                                  "0 0 1 -1 re\nS\n"))
+        << again;
 }
 
 TEST (PdfDevice, ClipIsARectangleInAStateOfItsOwn) {
@@ -298,24 +331,28 @@ TEST (PdfDevice, PictureThatIsNeitherPngNorJpgIsLeftOut) {
 }
 
 TEST (PdfDevice, NumbersBeyondReasonDoNoHarm) {
+    const ostrand::testing::CaughtMessages messages;
     const float infinite = std::numeric_limits<float>::infinity ();
     const std::string text = operators ([infinite] (auto& device) {
         device.stroke_rect (1e30F, infinite, -infinite, nanf (""));
         device.set_line (1e9F, LineStyle::solid);
         device.fill_ellipse (0, 0, 0, 5, 16);
         device.fill_ellipse (0, 0, nanf (""), 5, 16);
+        device.stroke_ellipse (0, 0, 5, 0, 16);
+        device.stroke_ellipse (0, 0, 0, 5, 16);
+        device.draw_picture ("/nowhere/a.png", 0, 0, 0, 5);
+        device.draw_picture ("/nowhere/a.png", 0, 0, 5, 0);
     });
     EXPECT_EQ (text, "32767 0 0 0 re\nS\n100 w\n[] 0 d\n");
+    EXPECT_TRUE (messages.all.empty ()); // not even looked for
 }
 
 TEST (PdfDevice, FirstErrorIsToldAndEndsThePaint) {
     const ostrand::testing::TemporaryFolder folder;
-    const std::string broken = folder.write ("broken.png", "\x89PNG\r\n\x1a\nnothing");
     PdfDevice device (200, 100);
     device.begin ();
     ::testing::internal::CaptureStderr ();
-    device.draw_picture (broken, 0, 0, 10, 10);
-    device.draw_picture (broken, 0, 0, 10, 10);
+    for (int i = 0; i < 2; ++i) device.pop_transform (); // of which none was pushed
     device.draw_text (*font_metrics (67), "x", 0, 20);
     const std::string told = ::testing::internal::GetCapturedStderr ();
     EXPECT_TRUE (device.failed ());
@@ -323,6 +360,42 @@ TEST (PdfDevice, FirstErrorIsToldAndEndsThePaint) {
     EXPECT_EQ (count (told, "\n"), 1U) << told;
     OutputFile file (folder / "page.pdf");
     EXPECT_FALSE (device.write_to (file));
+}
+
+TEST (PdfDevice, DamagedPictureIsLeftOutToldOnceAndThePaintGoesOn) {
+    const ostrand::testing::TemporaryFolder folder;
+    for (const auto& [name, bytes] :
+         {std::pair{"broken.png", std::string ("\x89PNG\r\n\x1a\nnothing")},
+          std::pair{"cut.png", ostrand::testing::red_png ().substr (0, 45)},
+          std::pair{"broken.jpg", std::string ("\xff\xd8\xff\xc0nothing")},
+          std::pair{"empty.jpg", std::string ()}}) {
+        SCOPED_TRACE (name);
+        const std::string path = folder.write (name, bytes);
+        const ostrand::testing::CaughtMessages messages;
+        ::testing::internal::CaptureStderr ();
+        const std::string text = operators ([&path] (auto& device) {
+            device.draw_picture (path, 0, 0, 10, 10);
+            device.fill_rect (0, 0, 1, 1);
+            device.draw_picture (path, 20, 0, 10, 10);
+            device.draw_text (*font_metrics (67), "x", 0, 20);
+        });
+        EXPECT_EQ (::testing::internal::GetCapturedStderr (), "");
+        EXPECT_EQ (messages.all, std::vector<std::string>{"The picture '" + path +
+                                                          "' cannot be read and is left out."});
+        EXPECT_EQ (count (text, " Do"), 0U);
+        EXPECT_EQ (count (text, "\nf\n"), 1U);
+        EXPECT_EQ (count (text, "(x) Tj"), 1U);
+    }
+}
+
+TEST (PdfDevice, PictureThatIsGoneIsLeftOutToo) {
+    const ostrand::testing::CaughtMessages messages;
+    EXPECT_EQ (operators ([] (auto& device) {
+                   device.draw_picture ("/nowhere/a.jpg", 0, 0, 10, 10);
+                   device.draw_picture ("/nowhere/a.png", 0, 0, 10, 10);
+               }),
+               "");
+    EXPECT_EQ (messages.all.size (), 2U);
 }
 
 } // namespace

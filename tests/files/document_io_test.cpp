@@ -35,10 +35,10 @@ TEST (DocumentIo, sharing_is_brought_up_to_date) {
 TEST (DocumentIo, an_origin_of_zero_becomes_ten) {
     Document document;
     open_text ("[N0 0 2]", "a.net", {}, document);
-    EXPECT_EQ (document.network->x, 10.0F);
-    EXPECT_EQ (document.network->y, 10.0F);
+    EXPECT_EQ (document.network->x (), 10.0F);
+    EXPECT_EQ (document.network->y (), 10.0F);
     open_text ("[N0 0 2 0 4]", "a.net", {}, document);
-    EXPECT_EQ (document.network->x, 0.0F);
+    EXPECT_EQ (document.network->x (), 0.0F);
 }
 
 TEST (DocumentIo, what_cannot_be_read_leaves_the_document_as_it_was) {

@@ -232,6 +232,57 @@ TEST (ImportPlacement, strips_stand_below_one_another) {
     EXPECT_EQ (d.named ("b")[0].y, 120);
 }
 
+TEST (ImportPlacement, strips_leave_room_for_further_substrates_products_and_inhibitors) {
+    // Those of a strip stand below it; the next one keeps fifty from the lowest.
+    const auto below = [] (const std::string& model) {
+        return drawing ("e : a -> b ; " + model).named ("a")[0].y;
+    };
+    EXPECT_EQ (below ("e : c -> d ;"), 70);
+    EXPECT_EQ (below ("e : c -> d + x ;"), 100);
+    EXPECT_EQ (below ("e : c -> d + x + y + z ;"), 160);
+    EXPECT_EQ (below ("e : c + x + y -> d ;"), 130);
+    EXPECT_EQ (below ("f : c -> d ; f : i ;"), 120);
+}
+
+TEST (ImportPlacement, what_is_beside_a_reaction_stands_by_its_direction) {
+    /// Places of the enzyme from the middle, of p, q from the main substrate, of u, v from the main
+    /// product.
+    struct Sides {
+        int enzyme_x, enzyme_y, p_x, p_y, q_x, q_y, u_x, u_y, v_x, v_y;
+        bool operator== (const Sides&) const = default;
+    };
+    const auto sides = [] (const std::string& model, int x1, int y1, int x2, int y2) {
+        const Drawing d = drawing (model);
+        const Node enzyme = d.named ("E")[0];
+        const Node p = d.named ("p")[0];
+        const Node q = d.named ("q")[0];
+        const Node u = d.named ("u")[0];
+        const Node v = d.named ("v")[0];
+        return Sides{enzyme.x - (x1 + x2) / 2,
+                     enzyme.y - (y1 + y2) / 2,
+                     p.x - x1,
+                     p.y - y1,
+                     q.x - x1,
+                     q.y - y1,
+                     u.x - x2,
+                     u.y - y2,
+                     v.x - x2,
+                     v.y - y2};
+    };
+    const std::string wide = "E : a + p + q -> z + u + v ; ";
+    EXPECT_EQ (sides (wide, 60, 20, 268, 20), (Sides{0, -50, 60, 30, 60, 60, -40, 30, -40, 60}));
+    const std::string head = "e : s -> a ; ";
+    EXPECT_EQ (sides (head + wide + "e : a -> b ; ", 168, 20, 168, 175),
+               (Sides{-100, 0, 40, 30, 40, 60, 40, -30, 40, -60})); // down
+    EXPECT_EQ (sides (head + wide + "e : a -> b ; e : a -> c ; ", 168, 175, 168, 20),
+               (Sides{-100, 0, 40, -30, 40, -60, 40, 30, 40, 60})); // up
+    // A chain that arrives at a node whose upper and lower sides are taken comes from the right.
+    const std::string circle = "e : h -> a ; e : a -> b ; e : b -> n ; e : n -> b ; "
+                               "e : x -> b ; e : y -> b ; E : z + p + q -> b + u + v ; ";
+    EXPECT_EQ (sides (circle, 492, 175, 284, 175),
+               (Sides{0, -50, -60, 30, -60, 60, 40, 30, 40, 60}));
+}
+
 TEST (ImportPlacement, a_merging_chain_is_drawn_towards_the_shared_node) {
     // The longest chain passes n; the other one arrives there from below.
     const Drawing d =
@@ -330,6 +381,14 @@ TEST (ImportPlacement, more_than_256_links_are_refused) {
     EXPECT_FALSE (import_text (std::string ("e : p -> s ;\n") + model + "e : a -> p ;"));
     ASSERT_EQ (messages.all.size (), 2U);
     EXPECT_EQ (messages.all[0], "Too many reactions at 'a' (max = 256).");
+    // Likewise of those that start from one node.
+    std::string starts;
+    for (int i = 0; i < 256; ++i) {
+        starts += "e : s -> p ;\n";
+    }
+    EXPECT_TRUE (import_text (starts));
+    EXPECT_FALSE (import_text (starts + "e : s -> p ;\n"));
+    EXPECT_EQ (messages.all.back (), "Too many reactions at 's' (max = 256).");
 }
 
 TEST (ImportPlacement, more_than_16_inhibitors_are_refused) {

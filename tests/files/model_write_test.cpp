@@ -1,5 +1,6 @@
 // Model text: statements, their order, series of concentrations, the check of fields.
 #include "files/model_write.h"
+#include "sim/concentration.h"
 
 #include "files/native.h"
 #include "support/support.h"
@@ -180,8 +181,17 @@ TEST (CheckField, concentrations) {
         std::string::npos);
     EXPECT_NE (fault ("10", true).find ("Invalid concentration spec: 10."), std::string::npos);
     EXPECT_NE (fault ("much", true).find ("Invalid concentration spec: much."), std::string::npos);
-    EXPECT_NE (fault ("1 uM, 2 uM", true).find ("Invalid concentration spec: 1 uM, 2 uM."),
-               std::string::npos);
+}
+
+TEST (CheckField, takes_the_concentrations_that_the_simulator_takes_and_no_others) {
+    for (const char* good : {"1 uM, 2 uM", "1 mM -> 5 mM : 1 mM", "(b) 1 uM, 2 uM"}) {
+        EXPECT_EQ (fault (good, true), "") << good;
+        EXPECT_FALSE (sim::concentration_fault (good)) << good;
+    }
+    for (const std::string bad : {"-1 uM", "1 uM 2", "1 uM,", "9000 mM", "1 uM; [b] = 2 uM"}) {
+        EXPECT_EQ (fault (bad.c_str (), true), "Invalid concentration spec: " + bad + ".\n");
+        EXPECT_TRUE (sim::concentration_fault (bad)) << bad;
+    }
 }
 
 } // namespace

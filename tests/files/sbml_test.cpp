@@ -9,6 +9,7 @@
 #include "files/sbml_write.h"
 #include "files/species_names.h"
 #include "files/xml_scan.h"
+#include "sim/lexer.h"
 #include "support/random_document.h"
 #include "support/support.h"
 
@@ -61,10 +62,9 @@ std::string reaction (const std::string& reactants, const std::string& products,
 
 TEST (SbmlWriter, a_small_network_in_full) {
     Network network;
-    network.x = 8;
-    network.y = 8;
+    network.set_origin (8, 8);
     auto comp = std::make_unique<document::Compart> (8, 0.F, 0.F, 50.F, 50.F);
-    comp->color = 0;
+    comp->set_own_color (0);
     network.add_compart (std::move (comp));
     Node& a = network.add_node (std::make_unique<Node> (10.F, 20.F, 13U, 3U, "A b"));
     Node& b = network.add_node (std::make_unique<Node> (210.F, 20.F, 13U, 3U, "B"));
@@ -272,7 +272,7 @@ TEST (SbmlFiles, styles_of_common_tools) {
     EXPECT_EQ (model_of (data ("level2_plain.xml")), plain);
     EXPECT_EQ (model_of (data ("bom_crlf.xml")), plain);
     EXPECT_EQ (model_of (data ("level3_kinetic_law.xml")), "\"MKK\" : \"MAPK\" -> \"MAPK-P\" ;\n");
-    EXPECT_EQ (model_of (data ("prefixed.xml")), "\"no-enz\" : \"it's 'A'\" -> \"B's\" ;\n");
+    EXPECT_EQ (model_of (data ("prefixed.xml")), "\"no-enz\" : \"it's \"\"A\"\"\" -> \"B's\" ;\n");
     EXPECT_EQ (model_of (data ("notes_and_cdata.xml")), "\"no-enz\" : \"X\" -> \"Y\" ;\n");
     EXPECT_EQ (model_of (data ("diagram_editor.xml")),
                "\"Ras\" : \"Raf\" -> \"Raf*\" ;\n\"Ras\" : \"PKA\" ;\n");
@@ -287,7 +287,7 @@ TEST (SbmlFiles, styles_of_common_tools) {
 TEST (SbmlFiles, entities_quotes_backslashes_and_line_ends_in_names) {
     EXPECT_EQ (model_of (data ("entities.xml")),
                "\"back\\\\slash\" : \"A&B\" + \"beta<1>\" -> \"alpha-ketoglutarate\" + \"say "
-               "'hi'\" ;\n"
+               "\"\"hi\"\"\" ;\n"
                "\"\\display\" : \"alpha-ketoglutarate\" + \"two lines\" -> \"caf\xC3\xA9\" + \"a } "
                "brace { and [N\" ;\n"
                "\"no-enz\" : \"caf\xC3\xA9\" -> \"Ca^{2+}\" ;\n");
@@ -305,7 +305,7 @@ TEST (SbmlFiles, entities_quotes_backslashes_and_line_ends_in_names) {
     EXPECT_THAT (names, ::testing::UnorderedElementsAre (
                             "A&B", "Ca^{2+}", "a\\ }\\ brace\\ {\\ and\\ [N", "alpha-ketoglutarate",
                             "back\\slash", "beta<1>", "caf\xC3\xA9", "display", "no-enz",
-                            "say\\ 'hi'", "two\\ lines"));
+                            "say\\ \"hi\"", "two\\ lines"));
 }
 
 TEST (SbmlFiles, missing_sides_are_drawn_and_told) {
@@ -332,7 +332,7 @@ TEST (SbmlFiles, inputs_outputs_and_excess_are_coloured) {
     ASSERT_EQ (load_text_document (data ("logic_roles.xml"), document), LoadStatus::loaded);
     std::map<std::string, unsigned> colours;
     for (const auto& n : document.network->nodes ()) {
-        colours[n->name ()] = n->bg_color;
+        colours[n->name ()] = n->bg_color ();
     }
     EXPECT_EQ (colours["A"], 0x7fffbf00U);
     EXPECT_EQ (colours["B"], 0xffb67f00U);
@@ -381,6 +381,19 @@ TEST (ModelNames, ordinary_names_stay_as_they_are) {
     }
 }
 
+TEST (ModelNames, backslashes_and_braces_given_by_number_are_letters) {
+    const auto name_of = [] (std::string_view raw) {
+        std::vector<bool> by_number;
+        const std::string text = decode_attribute (raw, &by_number);
+        EXPECT_EQ (by_number.size (), text.size ());
+        return model_name (text, by_number);
+    };
+    EXPECT_EQ (name_of ("a&#92;_{x}"), "a\\\\_{x}");
+    EXPECT_EQ (name_of ("a_{&#123;&#125;&#x7D;}"), "a_{\\{\\}\\}}");
+    EXPECT_EQ (name_of ("&#945;&#92; &lt;&#95;x"), "alpha\\\\ <_x");
+    EXPECT_EQ (name_of ("a\\_b\\ c{d}"), "a\\_b\\ c{d}");
+}
+
 TEST (ModelNames, letters_without_a_label_form_are_spelled_out) {
     EXPECT_EQ (model_name ("\xCE\x94G \xCF\x89"), "DeltaG omega");
     EXPECT_EQ (model_name ("A\xE2\x86\x92"
@@ -394,9 +407,13 @@ TEST (ModelNames, letters_without_a_label_form_are_spelled_out) {
 
 TEST (ModelNames, names_that_would_become_one_are_kept_apart) {
     ModelNames names;
-    EXPECT_EQ (names.take ("a'b", "s1"), "a'b");
-    EXPECT_EQ (names.take ("a\"b", "s2"), "a'b (s2)");
-    EXPECT_EQ (names.take ("a'b", "s3"), "a'b"); // the same name is the same species
+    EXPECT_EQ (names.take ("a->b", "a->b", "s1"), "a->b");
+    EXPECT_EQ (names.take ("a->b",
+                           "a\xE2\x86\x92"
+                           "b",
+                           "s2"),
+               "a->b (s2)");
+    EXPECT_EQ (names.take ("a->b", "a->b", "s3"), "a->b"); // the same name is the same species
 }
 
 TEST (NameMarkup, a_label_shows_the_name) {
@@ -429,15 +446,12 @@ TEST (NameMarkup, no_name_breaks_the_drawing) {
         const int length = 1 + dice.below (8);
         for (int i = 0; i < length; ++i) {
             name += dice.one_in (3) ? static_cast<char> (1 + dice.below (255))
-                                    : "a<[{}_^\\NEP\xC3\xC2\xB5#-"[dice.below (16)];
+                                    : "a<[{}_^\\NEP\xC3\xC2\xB5#\""[dice.below (16)];
         }
-        if (name.find_first_of ("\"\n") != std::string::npos) {
+        if (name.find ('\n') != std::string::npos || name == "a") {
             continue;
         }
-        if (name == "a") {
-            continue;
-        }
-        const auto imported = import_text ("e : \"" + name + "\" -> qq ;");
+        const auto imported = import_text ("e : " + sim::quoted (name) + " -> qq ;");
         ASSERT_TRUE (imported) << name;
         CaughtMessages messages;
         const auto network = read_native (imported->native);
@@ -461,6 +475,31 @@ TEST (XmlScanner, attributes_of_both_quotes_and_lines) {
     EXPECT_TRUE (tag.ends ("a"));
     EXPECT_EQ (tag.line, 3);
     EXPECT_EQ (scanner.next ().kind, XmlTag::Kind::none);
+}
+
+TEST (XmlScanner, declarations_comments_and_sections_hold_no_tags) {
+    XmlScanner scanner ("<?xml a=\"<b>\"?><!DOCTYPE x [<!ELEMENT y (z)> <!ENTITY w \"<u>\">]>"
+                        "<!DOCTYPE v><!-- <c> --><![CDATA[<d>]]><e/>");
+    const XmlTag tag = scanner.next ();
+    EXPECT_EQ (tag.name, "e");
+    EXPECT_TRUE (tag.is_empty);
+    XmlScanner open ("<!DOCTYPE x [<!ELEMENT y (z)>");
+    EXPECT_EQ (open.next ().kind, XmlTag::Kind::none);
+}
+
+TEST (XmlScanner, an_element_of_our_drawing_is_passed_over_whole) {
+    const auto next = [] (std::string_view text) {
+        XmlScanner scanner (text);
+        const XmlTag tag = scanner.next ();
+        return std::string (tag.name) + " " + std::to_string (tag.line);
+    };
+    EXPECT_EQ (next ("<lattrix:node label=\"<!-- <a> > \" /><b/>"), "b 1");
+    EXPECT_EQ (next ("<lattrix:comp id=\"1\" label=\"</x>\" />\n<c/>"), "c 2");
+    EXPECT_EQ (next ("<lattrix:arc id=\"1\" label=\"cut <x>\n<d/>"),
+               "d 2"); // a value has no line end
+    EXPECT_EQ (next ("<lattrix:network x=\"1\">\n<lattrix:node id=\"<e>\" />"),
+               "lattrix:network 1");
+    EXPECT_EQ (next ("<lattrix:logic type=\"INPUT\"/>"), "lattrix:logic 1");
 }
 
 TEST (XmlScanner, references_are_decoded_and_others_stay) {
@@ -498,7 +537,7 @@ TEST (RealModels, each_opens_with_its_reactions) {
             << entry.path ();
         std::size_t reactions = 0;
         for (const document::Arque* a : document.network->all_arcs ()) {
-            reactions += document::is_reaction (a->type) ? 1U : 0U;
+            reactions += document::is_reaction (a->type ()) ? 1U : 0U;
         }
         EXPECT_EQ (reactions, arrows) << entry.path ();
     }

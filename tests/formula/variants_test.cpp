@@ -129,8 +129,7 @@ TEST (rules, work_at_every_node) {
 }
 
 std::vector<OperatorPtr> alternatives (const OperatorPtr& tree) {
-    const std::function<bool ()> no_stop;
-    GrowthBudget budget (no_stop);
+    GrowthBudget budget;
     return Alternatives (budget).of (tree);
 }
 
@@ -208,8 +207,7 @@ TEST (variants, trees_of_twelve_nodes_are_kept_and_not_rewritten) {
 
 TEST (variants, growing_can_be_stopped) {
     Growth growth = Growth::complete;
-    variants (
-        parsed ("a+b+c+d+e+f+g+h"), [] { return true; }, &growth);
+    variants (parsed ("a+b+c+d+e+f+g+h"), {.late = [] { return true; }}, &growth);
     EXPECT_EQ (growth, Growth::stopped);
     variants (parsed ("a+b+c+d+e"), {}, &growth);
     EXPECT_EQ (growth, Growth::complete);

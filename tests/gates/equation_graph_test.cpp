@@ -97,8 +97,7 @@ TEST (equation_graph, network_of_241_enzymes_yields_no_gate_and_no_message) {
         EXPECT_EQ (is_searchable (graph), enzymes == 240);
         const Catalogue catalogue = load_catalogue (builtin_catalogue_text (), 1, 1);
         ::testing::internal::CaptureStdout ();
-        const SearchOutcome outcome =
-            search_gates (graph, {&catalogue}, {.limit = 1, .rules = {}, .progress = {}});
+        const SearchOutcome outcome = search_gates (graph, {&catalogue}, {.limit = 1, .rules = {}});
         EXPECT_EQ (::testing::internal::GetCapturedStdout (), "");
         EXPECT_EQ (outcome.jobs[0].gates.size (), enzymes == 240 ? 240U : 0U);
         EXPECT_EQ (outcome.circuits, enzymes == 240 ? 240U : 0U);

@@ -116,27 +116,24 @@ TEST (reaction_table, malformed_lines_do_no_harm) {
 
 TEST (reaction_table, file_that_cannot_be_opened_is_told) {
     const testing::TemporaryFolder folder;
-    bool opened = true;
     ::testing::internal::CaptureStdout ();
-    EXPECT_THAT (CSVCineticReader ((folder / "none").string (), &opened), IsEmpty ());
+    EXPECT_THAT (CSVCineticReader (TextFile (folder / "none")), IsEmpty ());
     EXPECT_EQ (::testing::internal::GetCapturedStdout (),
                "CSVCineticReader: Impossible d'ouvrir le fichier en lecture.\n");
-    EXPECT_FALSE (opened);
 }
 
 /// The lines of the gate file for one network, without its first line.
 std::vector<std::string> gate_lines (const std::vector<Reaction>& reactions,
                                      const std::vector<Reaction>& table, int job = 6) {
     GateExtractor extractor;
-    extractor.input_path = "in.xml";
+    extractor.request.input_path = "in.xml";
     extractor.model.reactions = reactions;
     add_stand_in_enzymes (extractor.model.reactions);
     extractor.graph = graph_of (reactions);
     GateJob& one = extractor.jobs.emplace_back ();
     one.catalogue = load_catalogue (builtin_catalogue_text (), 8, job);
     one.result =
-        search_gates (extractor.graph, {&one.catalogue}, {.limit = 3, .rules = {}, .progress = {}})
-            .jobs[0];
+        search_gates (extractor.graph, {&one.catalogue}, {.limit = 3, .rules = {}}).jobs[0];
     std::vector<std::string> lines = split_fields (gate_csv_text (extractor, table), '\n');
     EXPECT_EQ (lines[0], "metabolism;in.xml");
     lines.erase (lines.begin ());
@@ -185,18 +182,17 @@ TEST (gate_csv, job_without_a_gate_adds_no_line) {
 TEST (reports, shares_without_gates_and_unused_metabolites_have_their_lines) {
     const testing::TemporaryFolder folder;
     GateExtractor extractor;
-    extractor.input_path =
+    extractor.request.input_path =
         folder.write ("m.xml", model_text ({reaction ("r1", {"A"}, {"B"}, {"E"}, {}, true),
                                             reaction ("r2", {"Q", "Q"}, {"Q"}, {"F"})}));
-    extractor.output_base = (folder / "m").string ();
-    extractor.partition_count = 14;
-    extractor.kinetics_path = folder.write ("k.csv", "");
-    extractor.verbose = true;
-    std::string error;
-    ASSERT_TRUE (extractor.run (error));
+    extractor.request.output_base = (folder / "m").string ();
+    extractor.request.partition_count = 14;
+    extractor.request.kinetics_path = folder.write ("k.csv", "");
+    extractor.request.verbose = true;
+    ASSERT_TRUE (extractor.run ().done ());
     const std::string table = testing::file_text (folder / "m.csv");
-    EXPECT_TRUE (table.starts_with ("Fichier d'entree;" + extractor.input_path +
-                                    "\nFichier de sortie;" + extractor.output_base +
+    EXPECT_TRUE (table.starts_with ("Fichier d'entree;" + extractor.request.input_path +
+                                    "\nFichier de sortie;" + extractor.request.output_base +
                                     ".txt\n\nTemps;\nTemps total(s)  ;"));
     EXPECT_THAT (table, HasSubstr ("Parametres du graphe;\nNb Enzymes \t: ;3\n"
                                    "Nb Elements \t\t: ;6\n"));
@@ -246,20 +242,19 @@ TEST (reports, console_summary_of_a_share) {
 TEST (reports, trace_of_a_job) {
     const testing::TemporaryFolder folder;
     GateExtractor extractor;
-    extractor.input_path =
+    extractor.request.input_path =
         folder.write ("m.xml", model_text ({reaction ("r1", {"X"}, {"Y"}, {"E"}, {"A"}, true),
                                             reaction ("r2", {"Y"}, {"LongMetabolite"}, {})}));
-    extractor.output_base = (folder / "m").string ();
-    extractor.partition_count = 1;
-    extractor.kinetics_path = folder.write ("k.csv", "");
-    extractor.trace = true;
-    std::string error;
-    ASSERT_TRUE (extractor.run (error));
+    extractor.request.output_base = (folder / "m").string ();
+    extractor.request.partition_count = 1;
+    extractor.request.kinetics_path = folder.write ("k.csv", "");
+    extractor.request.trace = true;
+    ASSERT_TRUE (extractor.run ().done ());
     const std::string text = testing::file_text (folder / "m_N1_N1.txt");
-    EXPECT_TRUE (text.starts_with (
-        "\n\n\n" + std::string (46, '-') + "\n\nFichier d'entrée  : " + extractor.input_path +
-        "\nFichier de Porte  : builtin\nFichier de sortie : " + extractor.output_base +
-        "_N1_N1.txt\n"));
+    EXPECT_TRUE (text.starts_with ("\n\n\n" + std::string (46, '-') +
+                                   "\n\nFichier d'entrée  : " + extractor.request.input_path +
+                                   "\nFichier de Porte  : builtin\nFichier de sortie : " +
+                                   extractor.request.output_base + "_N1_N1.txt\n"));
     for (const char* part :
          {"Parsage fichier : ",
           "Liste éléments répertoriés (Code/Nom) \n",
@@ -341,8 +336,8 @@ TEST (front_end, extractions_in_one_directory_use_the_table_one_after_another) {
     for (const char* name : {"a.xml", "b.xml"}) {
         GateFrontEnd front_end (
             folder.write (name, model_text ({reaction ("r1", {"A"}, {"B"}, {"E"})})));
-        std::string error;
-        EXPECT_TRUE (front_end.extract (3, error)) << error;
+        const Outcome outcome = FrontEndExtraction (front_end, 3).run ();
+        EXPECT_TRUE (outcome.done ()) << outcome.reason;
         EXPECT_TRUE (front_end.extracted);
     }
     std::filesystem::current_path (before);
@@ -358,11 +353,10 @@ TEST (examples, yield_the_gates_that_the_guide_tells) {
         const testing::TemporaryFolder folder;
         const std::string file = "examples/" + std::string (name) + ".xml";
         GateExtractor extractor;
-        extractor.input_path = testing::source_path (file).string ();
-        extractor.output_base = (folder / "m").string ();
-        extractor.kinetics_path = folder.write ("k.csv", "");
-        std::string error;
-        ASSERT_TRUE (extractor.run (error));
+        extractor.request.input_path = testing::source_path (file).string ();
+        extractor.request.output_base = (folder / "m").string ();
+        extractor.request.kinetics_path = folder.write ("k.csv", "");
+        ASSERT_TRUE (extractor.run ().done ());
         EXPECT_EQ (extractor.gate_count (), gates);
         const std::size_t line = guide.find ("| `" + file + "`");
         ASSERT_NE (line, std::string::npos);

@@ -51,13 +51,11 @@ std::size_t expect_equal (const std::vector<Reaction>& reactions,
     }
     std::vector<const Catalogue*> shares;
     for (const Catalogue& catalogue : catalogues) shares.push_back (&catalogue);
-    const SearchOutcome fast = search_gates (graph, shares,
-                                             {.limit = setting.depth,
-                                              .rules = setting.rules,
-                                              .threads = setting.threads,
-                                              .progress = {}});
+    const SearchOutcome fast =
+        search_gates (graph, shares,
+                      {.limit = setting.depth, .rules = setting.rules, .threads = setting.threads});
     GateExtractor extractor; // as the writer of the gate file sees it
-    extractor.input_path = "m.xml";
+    extractor.request.input_path = "m.xml";
     extractor.model.reactions = reactions;
     extractor.graph = graph;
     // Of the reactions with several enzymes the table keeps one, so these find no partner.
@@ -189,8 +187,8 @@ TEST (search_against_plain, measured_networks_give_the_known_counters) {
         std::vector<const Catalogue*> shares;
         for (const Catalogue& catalogue : catalogues) shares.push_back (&catalogue);
         for (const int threads : {1, 2}) {
-            const SearchOutcome outcome = search_gates (
-                graph, shares, {.limit = 3, .rules = {}, .threads = threads, .progress = {}});
+            const SearchOutcome outcome =
+                search_gates (graph, shares, {.limit = 3, .rules = {}, .threads = threads});
             EXPECT_EQ (outcome.circuits, one.circuits);
             std::uint64_t evaluated = 0;
             std::uint64_t evaluations = 0;
@@ -229,15 +227,15 @@ TEST (search_against_plain, measured_networks_give_the_same_gate_file) {
 }
 
 /// Every file of an extraction, by name; lines that tell seconds are taken out.
-std::map<std::string, std::string> files_of (const std::string& model, GateExtractor extractor) {
+std::map<std::string, std::string> files_of (const std::string& model, ExtractionRequest request) {
     const testing::TemporaryFolder folder;
-    extractor.input_path = folder.write ("m.xml", model);
-    extractor.output_base = (folder / "m").string ();
+    request.input_path = folder.write ("m.xml", model);
+    request.output_base = (folder / "m").string ();
     const std::vector<Reaction> reactions = read_sbml_lines (model).reactions;
-    extractor.kinetics_path =
+    request.kinetics_path =
         folder.write ("table.csv", reaction_table_text ("m.xml", reactions, seeded_numbers (3)));
-    std::string error;
-    EXPECT_TRUE (extractor.run (error)) << error;
+    const Outcome outcome = GateExtractor (std::move (request)).run ();
+    EXPECT_TRUE (outcome.done ()) << outcome.reason;
     std::map<std::string, std::string> files;
     for (const std::string& name : folder.names ()) {
         std::string kept;
@@ -255,7 +253,7 @@ std::map<std::string, std::string> files_of (const std::string& model, GateExtra
 }
 
 /// The gate file of a model text as the plain search gives it, with the table of files_of.
-std::string plain_gate_file (const std::string& model_text, const GateExtractor& settings) {
+std::string plain_gate_file (const std::string& model_text, const ExtractionRequest& settings) {
     SbmlModel model = read_sbml_lines (model_text);
     const std::vector<Reaction> table =
         read_reaction_table (reaction_table_text ("m.xml", model.reactions, seeded_numbers (3)));
@@ -281,20 +279,20 @@ TEST (search_against_plain, traced_and_threaded_extractions_write_the_same_files
         const std::vector<Reaction> reactions = random_network (random);
         if (!is_small (graph_of (reactions))) continue;
         const std::string model = model_text (reactions);
-        GateExtractor extractor;
-        extractor.partition_count = static_cast<int> (random () % 8 + 1);
-        extractor.depth = static_cast<int> (random () % 4 + 1);
-        extractor.evaluate_forks = random () % 2 == 0;
-        extractor.multiple_firing = random () % 2 == 0;
-        extractor.verbose = true;
-        const auto files = files_of (model, extractor);
-        EXPECT_EQ (files.at ("m_gates.csv"), plain_gate_file (model, extractor));
-        extractor.threads = 2;
-        EXPECT_EQ (files, files_of (model, extractor));
-        extractor.trace = true;
-        auto traced = files_of (model, extractor);
+        ExtractionRequest request;
+        request.partition_count = static_cast<int> (random () % 8 + 1);
+        request.depth = static_cast<int> (random () % 4 + 1);
+        request.evaluate_forks = random () % 2 == 0;
+        request.multiple_firing = random () % 2 == 0;
+        request.verbose = true;
+        const auto files = files_of (model, request);
+        EXPECT_EQ (files.at ("m_gates.csv"), plain_gate_file (model, request));
+        request.threads = 2;
+        EXPECT_EQ (files, files_of (model, request));
+        request.trace = true;
+        auto traced = files_of (model, request);
         EXPECT_EQ (traced.size (),
-                   files.size () + static_cast<std::size_t> (extractor.partition_count));
+                   files.size () + static_cast<std::size_t> (request.partition_count));
         for (const auto& [name, text] : files) EXPECT_EQ (text, traced[name]) << name;
         gates_seen += static_cast<int> (split_fields (files.at ("m_gates.csv"), '\n').size ()) - 1;
     }

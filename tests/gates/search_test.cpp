@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 namespace ostrand::gates {
 namespace {
 
@@ -17,7 +20,7 @@ using ::testing::Not;
 SearchOutcome search (const EquationGraph& graph, int depth, TrialRules rules = {},
                       int partitions = 1, int job = 1) {
     const Catalogue catalogue = load_catalogue (builtin_catalogue_text (), partitions, job);
-    return search_gates (graph, {&catalogue}, {.limit = depth, .rules = rules, .progress = {}});
+    return search_gates (graph, {&catalogue}, {.limit = depth, .rules = rules});
 }
 
 /// "A+B=C AND E1,E2 needed X absent Y forks Z", by names.
@@ -178,25 +181,32 @@ TEST (search, progress_tells_sizes_and_a_rising_part) {
     const EquationGraph graph = graph_of (reactions);
     const Catalogue catalogue = load_catalogue (builtin_catalogue_text (), 1, 1);
     for (const int threads : {1, 2}) {
-        int calls = 0;
-        double last = 0;
-        int size = 2;
-        search_gates (graph, {&catalogue},
-                      {.limit = 4,
-                       .rules = {},
-                       .threads = threads,
-                       .progress = [&] (const SearchProgress& now) {
-                           ++calls;
-                           EXPECT_GE (now.fraction, 0.0);
-                           EXPECT_LE (now.fraction, 1.0);
-                           EXPECT_EQ (now.seeds, 40);
-                           EXPECT_GE (now.size, size);
-                           EXPECT_EQ (now.largest, 4);
-                           EXPECT_GE (now.fraction, last);
-                           last = now.fraction;
-                           size = now.size;
-                       }});
-        EXPECT_GE (calls, 1);
+        SearchProgress progress;
+        std::atomic<bool> ended{false};
+        std::thread watcher ([&] {
+            float last = 0;
+            int size = 0;
+            while (!ended) {
+                const int size_now = progress.size;
+                const float now = progress.progress_fraction ();
+                EXPECT_LE (now, 1.0F);
+                EXPECT_GE (now, last);
+                EXPECT_GE (size_now, size);
+                last = now;
+                size = size_now;
+            }
+        });
+        const SearchOutcome outcome =
+            search_gates (graph, {&catalogue},
+                          {.limit = 4, .rules = {}, .threads = threads, .progress = &progress});
+        ended = true;
+        watcher.join ();
+        EXPECT_EQ (progress.progress_fraction (), 1.0F);
+        EXPECT_EQ (progress.size, 4);
+        EXPECT_EQ (progress.largest, 4);
+        EXPECT_EQ (progress.seeds, 40);
+        EXPECT_EQ (progress.circuits, 40U + 39U + 38U + 37U); // a chain's connected parts
+        EXPECT_EQ (progress.results (), outcome.jobs[0].gates.size ());
     }
 }
 

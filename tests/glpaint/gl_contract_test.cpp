@@ -1,71 +1,15 @@
 // The contract of paint devices, kept by the OpenGL device in a buffer that no screen shows.
 #include "contract/paint_device_contract.h"
-#include "document/document_state.h"
 #include "glpaint/gl_device.h"
+#include "support/off_screen.h"
 
 #include <GL/gl.h>
-#include <dlfcn.h>
 
 #include <array>
 #include <cstdint>
 
 namespace ostrand::testing {
 namespace {
-
-/// A context of 100 by 100 pixels made through EGL without a display. The library is looked for
-/// when the test runs, since nothing else needs it.
-class OffScreen {
-  public:
-    OffScreen () {
-        library_ = dlopen ("libEGL.so.1", RTLD_NOW | RTLD_LOCAL);
-        if (!library_) return;
-        // Numbers and signatures of EGL 1.4.
-        using Config = void*;
-        constexpr std::int32_t none = 0x3038;
-        const auto get_display = find<void* (*)(std::intptr_t)> ("eglGetDisplay");
-        const auto get_platform =
-            find<void* (*)(unsigned, void*, const std::intptr_t*)> ("eglGetPlatformDisplay");
-        const auto initialize =
-            find<unsigned (*) (void*, std::int32_t*, std::int32_t*)> ("eglInitialize");
-        const auto bind = find<unsigned (*) (unsigned)> ("eglBindAPI");
-        const auto choose =
-            find<unsigned (*) (void*, const std::int32_t*, Config*, std::int32_t, std::int32_t*)> (
-                "eglChooseConfig");
-        const auto make_surface =
-            find<void* (*)(void*, Config, const std::int32_t*)> ("eglCreatePbufferSurface");
-        const auto make_context =
-            find<void* (*)(void*, Config, void*, const std::int32_t*)> ("eglCreateContext");
-        const auto make_current =
-            find<unsigned (*) (void*, void*, void*, void*)> ("eglMakeCurrent");
-        if (!get_display || !initialize || !bind || !choose || !make_surface || !make_context ||
-            !make_current)
-            return;
-        constexpr unsigned surfaceless = 0x31DD;
-        void* display = get_platform ? get_platform (surfaceless, nullptr, nullptr) : nullptr;
-        if (!display) display = get_display (0);
-        if (!display || !initialize (display, nullptr, nullptr)) return;
-        constexpr unsigned opengl_api = 0x30A2;
-        if (!bind (opengl_api)) return;
-        const std::array<std::int32_t, 11> wanted{0x3033, 0x0001, 0x3040, 0x0008, 0x3024, 8,
-                                                  0x3023, 8,      0x3022, 8,      none};
-        Config config = nullptr;
-        std::int32_t found = 0;
-        if (!choose (display, wanted.data (), &config, 1, &found) || found == 0) return;
-        const std::array<std::int32_t, 5> size{0x3057, 100, 0x3056, 100, none};
-        void* const surface = make_surface (display, config, size.data ());
-        void* const context = make_context (display, config, nullptr, nullptr);
-        good_ = surface && context && make_current (display, surface, surface, context);
-    }
-    bool good () const { return good_; }
-
-  private:
-    template <typename Function>
-    Function find (const char* name) const {
-        return reinterpret_cast<Function> (dlsym (library_, name));
-    }
-    void* library_ = nullptr;
-    bool good_ = false;
-};
 
 /// Letters and pictures as blocks: where they stand is what is tested here.
 class Blocks : public glpaint::GlContent {
@@ -90,8 +34,9 @@ struct GlPage {
         static Blocks content;
         return content;
     }
-    static std::optional<Raster> paint (const std::function<void (document::PaintDevice&)>& scene) {
-        static const OffScreen screen;
+    static std::optional<Raster> paint (const std::function<void (document::PaintDevice&)>& scene,
+                                        float zoom = 1) {
+        static const OffScreen screen (100, 100);
         if (!screen.good ()) return std::nullopt;
         glViewport (0, 0, 100, 100);
         glMatrixMode (GL_PROJECTION);
@@ -102,7 +47,7 @@ struct GlPage {
         glDisable (GL_SCISSOR_TEST);
         glClearColor (1, 1, 1, 1);
         glClear (GL_COLOR_BUFFER_BIT);
-        const glpaint::GlView view{.height = 100};
+        const glpaint::GlView view{.height = 100, .zoom = zoom};
         glpaint::GlDevice device (blocks (), view);
         scene (device);
         glFinish ();
@@ -124,7 +69,6 @@ INSTANTIATE_TYPED_TEST_SUITE_P (Gl, PaintDeviceContract, GlPage);
     if (!name) GTEST_SKIP () << "no OpenGL without a screen here"
 
 TEST (GlDevice, CoordinatesAreMultipliedByTheZoom) {
-    document::document_state ().paint_zoom = 2;
     const auto scene = [] (document::PaintDevice& device) {
         device.set_color (1);
         device.fill_rect (10, 10, 20, 20);
@@ -133,8 +77,7 @@ TEST (GlDevice, CoordinatesAreMultipliedByTheZoom) {
         device.end_clip ();
         device.draw_text (*document::font_metrics (67), "\xe9", 0, 20);
     };
-    const std::optional<Raster> raster = GlPage::paint (scene);
-    document::document_state ().paint_zoom = 1;
+    const std::optional<Raster> raster = GlPage::paint (scene, 2);
     if (!raster) GTEST_SKIP () << "no OpenGL without a screen here";
     EXPECT_EQ (raster->at (22, 22), red_pixel);
     EXPECT_EQ (raster->at (57, 57), red_pixel);
@@ -146,12 +89,12 @@ TEST (GlDevice, CoordinatesAreMultipliedByTheZoom) {
 }
 
 TEST (GlDevice, TextIsAtLeastFourPixels) {
-    document::document_state ().paint_zoom = 0.1F;
-    const auto raster = GlPage::paint ([] (document::PaintDevice& device) {
-        device.draw_text (*document::font_metrics (document::font_key (7, false, false, 3)), "a1",
-                          0, 20);
-    });
-    document::document_state ().paint_zoom = 1;
+    const auto raster = GlPage::paint (
+        [] (document::PaintDevice& device) {
+            device.draw_text (*document::font_metrics (document::font_key (7, false, false, 3)),
+                              "a1", 0, 20);
+        },
+        0.1F);
     if (!raster) GTEST_SKIP () << "no OpenGL without a screen here";
     EXPECT_EQ (GlPage::blocks ().last_size, 4);
     EXPECT_EQ (GlPage::blocks ().last_text, "α1");

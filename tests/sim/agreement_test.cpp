@@ -16,12 +16,11 @@ void compare (unsigned first_seed, bool stochastic, bool sequential) {
         const plain::Model model = plain::random_model (seed);
         const std::string path = folder.write ("model.ssa", model.text ());
         const std::string out = (folder / "data.gz").string ();
-        // Every run is compared as the first of a process.
-        SimulatorState& state = simulator_state ();
-        state.seeds = {};
-        const int number = state.tables.complex_counter + 1;
-        ASSERT_TRUE (run_model (path.c_str (), out.c_str (), sequential, false, false, stochastic))
-            << model.text ();
+        SimulatorState state; // every run is the first of a process
+        constexpr int number = 1;
+        SimulationRun run (
+            {.model = path, .out = out, .sequential = sequential, .stochastic = stochastic}, state);
+        ASSERT_TRUE (run.run ().done ()) << model.text ();
         const plain::Result expected = plain::simulate (model, stochastic, number);
         ASSERT_EQ (testing::unzipped_file (out), plain::result_text (model, expected, number))
             << "seed " << seed << "\n"

@@ -25,7 +25,7 @@ std::string start (std::string_view name, std::uint32_t molecules_wanted) {
 }
 
 TEST (random, the_generator_and_the_seeds_are_fixed) {
-    SeedSequence seeds;
+    Seeds seeds;
     RandomState first = seeds.next ();
     EXPECT_EQ (first.rd_state0, 0x44E2068BF01FB7U);
     EXPECT_EQ (first.rd_state1, 0x12BB113D13EAF7FU);

@@ -80,6 +80,46 @@ TEST (lexer, quoted_names_hold_anything_but_a_line_end) {
     EXPECT_EQ (tokens_of ("\"ab\n"), "error: '\\n' inside a name: '\" ab\n ...'");
 }
 
+TEST (lexer, two_quotes_in_a_quoted_name_are_one_letter) {
+    EXPECT_EQ (tokens_of ("\"A\"\"B\" : c"), "'A\"B' : 'c'");
+    EXPECT_EQ (tokens_of ("\"\"\"A\" \"A\"\"\" \"\"\"\"|"), "'\"A' 'A\"' '\"' |");
+    EXPECT_EQ (tokens_of ("\"a\"\"\"\"b\""), "'a\"\"b'");
+    EXPECT_EQ (tokens_of ("\"a\"\"b\n\""), "error: '\\n' inside a name: '\"a\"\"b ...'");
+    EXPECT_EQ (tokens_of ("\"a\"\"b"), "'a\"b'"); // never closed
+    EXPECT_EQ (fault_of ("\"a\"\"b\" \"c\"\"d\" ;"), "'->' or '+' expected, got '<ident>'\n");
+}
+
+TEST (lexer, a_quoted_name_without_a_letter_is_empty_as_before) {
+    EXPECT_EQ (tokens_of ("\"\" a"), "''!");
+    EXPECT_EQ (fault_of ("\"\" : a -> b | 1 mM - 2;"), "syntax error: enzyme name expected\n");
+}
+
+TEST (lexer, names_with_quotes_stay_as_long_as_the_lexer) {
+    Names names;
+    Lexer lexer = names.lexer ("\"a\"\"b\" \"c\"\"d\" \"e\"\"f\"");
+    const Token first = lexer.next_token ();
+    const Token second = lexer.next_token ();
+    lexer.unget_token (second);
+    EXPECT_EQ (lexer.next_token ().text, "c\"d");
+    EXPECT_EQ (lexer.next_token ().text, "e\"f");
+    EXPECT_EQ (first.text, "a\"b");
+    EXPECT_THAT (names.all, ElementsAre ("a\"b", "c\"d", "e\"f"));
+}
+
+TEST (lexer, what_is_quoted_is_read_back) {
+    for (const char* name :
+         {"a", "a b;c", "\"", "\"\"", "a\"", "\"a", "5\" end", "a\\", "//", "3,5"}) {
+        Names names;
+        const std::string text = quoted (name) + ":" + quoted ("x");
+        Lexer lexer = names.lexer (text);
+        EXPECT_EQ (lexer.next_token ().text, name);
+        EXPECT_EQ (lexer.next_token ().kind, TokenKind::colon);
+        EXPECT_EQ (lexer.next_token ().text, "x");
+    }
+    EXPECT_EQ (quoted ("a b"), "\"a b\""); // as ever where there is no quote
+    EXPECT_EQ (quoted (""), "\"\"");
+}
+
 TEST (lexer, display_in_quotes_is_the_keyword_not_a_species) {
     EXPECT_EQ (tokens_of ("\"display\" \"duration\" linked displays"),
                "display duration linked 'displays'");

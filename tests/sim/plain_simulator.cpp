@@ -282,6 +282,7 @@ std::vector<std::vector<std::uint32_t>> run_one (const Tables& t, std::vector<Co
         for (std::size_t i = 0; i < t.names.size (); ++i) {
             points[i].push_back (whole (static_cast<double> (r[i])));
         }
+        if (second + 1 == seconds) break; // what the last second does is never recorded
         for (int step = 0; step < 10000; ++step) {
             for (std::size_t i = 0; i < t.steps.size (); ++i) {
                 apply (t.steps[step % 2 == 0 ? i : t.steps.size () - 1 - i], r, random);

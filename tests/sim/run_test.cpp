@@ -1,5 +1,4 @@
-// A whole run: driver, result file, background run.
-#include "sim/background.h"
+// A whole run: driver and result file.
 #include "sim/run.h"
 #include "sim/run_progress.h"
 #include "sim/sim_support.h"
@@ -22,8 +21,9 @@ std::string result_of (std::string_view text) {
     const TemporaryFolder folder;
     const std::string model = folder.write ("m.ssa", text);
     const std::string out = (folder / "r.gz").string ();
-    simulator_state ().seeds = {};
-    EXPECT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
+    SimulatorState state;
+    EXPECT_TRUE (
+        SimulationRun ({.model = model, .out = out, .sequential = true}, state).run ().done ());
     return testing::unzipped_file (out);
 }
 
@@ -90,25 +90,24 @@ TEST (run, a_result_that_cannot_be_written_to_its_end_is_a_failure) {
     EXPECT_EQ (messages.joined (), "Cannot write '/dev/full': No space left on device\n");
 }
 
-TEST (run, the_complex_counter_runs_on_and_the_tables_are_reset) {
+TEST (run, the_complex_counter_runs_on_and_each_run_has_its_own_tables) {
     const TemporaryFolder folder;
     const std::string model = folder.write ("m.ssa", "e : s -> p | 1 mM - 1;");
+    const std::string bad = folder.write ("bad.ssa", "e : s -> p | 1 mM - 1; x");
     const std::string out = (folder / "r.gz").string ();
-    ModelTables& tables = simulator_state ().tables;
-    ASSERT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
-    const int before = tables.complex_counter;
-    ASSERT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
-    EXPECT_EQ (tables.complex_counter, before + 1);
-    EXPECT_EQ (tables.n_species (), 4U);
-    EXPECT_EQ (tables.species[3]->name, "Fcplx_" + std::to_string (before + 1));
-    // A fault leaves a later run whole.
-    const std::string bad = folder.write ("bad.ssa", "e : s -> p | 1 mM 1;");
-    {
-        const testing::CaughtMessages messages;
-        EXPECT_FALSE (run_model (bad.c_str (), out.c_str (), true, false, false, true));
-        EXPECT_EQ (messages.joined (), "Kcat missing\n");
-    }
-    EXPECT_TRUE (run_model (model.c_str (), out.c_str (), true, false, false, true));
+    SimulatorState state;
+    const auto dump = [&] {
+        ::testing::internal::CaptureStderr ();
+        EXPECT_TRUE (
+            SimulationRun ({.model = model, .out = out, .verbose = true}, state).run ().done ());
+        return ::testing::internal::GetCapturedStderr ();
+    };
+    EXPECT_THAT (dump (), HasSubstr ("init (Fcplx_1) = 0\n\ne + s -> Fcplx_1"));
+    EXPECT_THAT (dump (), HasSubstr ("init (Fcplx_2) = 0\n\ne + s -> Fcplx_2"));
+    // A fault leaves a later run whole, and what was read before it counts.
+    EXPECT_TRUE (SimulationRun ({.model = bad, .out = out}, state).run ().failed ());
+    EXPECT_THAT (dump (), HasSubstr ("#simulations = 1, #species = 4, #reactions = 3\n"));
+    EXPECT_EQ (state.complex_counter, 4);
 }
 
 TEST (run, the_dump_lists_counts_and_steps) {
@@ -131,57 +130,10 @@ TEST (run, report_tells_of_the_run_without_the_dump) {
                                           "Simulated time: 2 s, Simulation time: [-0-9.e]+ s\n"));
 }
 
-TEST (run, progress_is_the_part_of_all_time_steps) {
-    SimulatorState& state = simulator_state ();
-    state.progress_done = 0;
-    state.progress_total = 40000;
-    add_progress (10000);
-    EXPECT_EQ (progress_fraction (), 0.25F);
-    add_progress (10000);
-    EXPECT_EQ (progress_fraction (), 0.5F);
-    state.progress_total = 0;
-    EXPECT_EQ (progress_fraction (), 0.0F); // nothing to do is not yet done
-}
-
 TEST (run, the_progress_line_tells_percent_speed_and_time_left) {
     EXPECT_EQ (progress_text (0, 100, 0.1), "[------------------------]   0 %");
     EXPECT_EQ (progress_text (25, 100, 5),
                "[######------------------]  25 %  5 simulated s/s  15 s left");
-}
-
-/// What the background run calls when it is done.
-void note_done (void* argument) { *static_cast<bool*> (argument) = true; }
-
-TEST (background, runs_deletes_the_model_and_starts_the_viewer) {
-    const TemporaryFolder folder;
-    const std::string model = folder.write ("_tmp_.ssa", sweep);
-    const std::string out = (folder / "_data_.gz").string ();
-    // A stand-in for the viewer, which notes how it was called.
-    const std::string viewer =
-        folder.write ("viewer", "#!/bin/sh\necho \"$@\" >\"$(dirname \"$0\")/called\"\n");
-    chmod (viewer.c_str (), 0755);
-    bool done = false;
-    run_model_async (model.c_str (), out.c_str (), viewer.c_str (), note_done, &done, true, true)
-        .join ();
-    EXPECT_TRUE (done);
-    EXPECT_EQ (testing::file_text (folder / "called"), "-v " + out + " -d -r\n");
-    EXPECT_THAT (folder.names (), ::testing::ElementsAre ("_data_.gz", "called", "viewer"));
-}
-
-TEST (background, a_bad_model_is_deleted_too_and_no_viewer_starts) {
-    const TemporaryFolder folder;
-    const std::string model = folder.write ("_tmp_.ssa", "nonsense");
-    const std::string viewer =
-        folder.write ("viewer", "#!/bin/sh\necho \"$@\" >\"$(dirname \"$0\")/called\"\n");
-    chmod (viewer.c_str (), 0755);
-    const testing::CaughtMessages messages;
-    bool done = false;
-    run_model_async (model.c_str (), (folder / "r.gz").c_str (), viewer.c_str (), note_done, &done,
-                     false, false)
-        .join ();
-    EXPECT_TRUE (done);
-    EXPECT_EQ (messages.joined (), "'->' or '+' expected, got 'EOF'\n");
-    EXPECT_THAT (folder.names (), ::testing::ElementsAre ("viewer"));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 #pragma once
 #include "sim/model.h"
 #include "sim/read_model.h"
+#include "sim/result_writer.h"
 #include "sim/run.h"
 #include "support/support.h"
 

@@ -1,4 +1,6 @@
 // Which of the three programs a command line asks for.
+#include "base/path.h"
+#include "base/version.h"
 #include "startup/run_mode.h"
 #include "support/support.h"
 
@@ -30,10 +32,71 @@ TEST (run_mode, a_word_that_begins_with_h_asks_for_the_usage) {
     EXPECT_EQ (mode ({"-v", "-h"}), RunMode::viewer);
 }
 
+TEST (run_mode, long_words_ask_for_usage_and_version) {
+    EXPECT_EQ (mode ({"--help"}), RunMode::usage);
+    EXPECT_EQ (mode ({"file", "--help"}), RunMode::usage);
+    EXPECT_EQ (mode ({"--version"}), RunMode::version);
+    EXPECT_EQ (mode ({"file", "--version"}), RunMode::version);
+    EXPECT_EQ (mode ({"--version", "-h"}), RunMode::version); // the first one counts
+    EXPECT_EQ (mode ({"--helpless"}), RunMode::editor);
+    EXPECT_EQ (mode ({"--versions"}), RunMode::editor);
+    EXPECT_EQ (mode ({"-a", "--version"}), RunMode::simulator);
+    EXPECT_EQ (mode ({"-v", "--help"}), RunMode::viewer);
+}
+
+TEST (run_mode, the_version_is_one_line_on_standard_output) {
+    const auto done = testing::run_program ({"ostrand", "--version"});
+    EXPECT_EQ (done.status, 0);
+    EXPECT_EQ (done.error, "");
+    EXPECT_EQ (done.out.substr (0, 8), "ostrand ");
+    EXPECT_EQ (version_line ("ostrand", "0123456789ab").substr (0, 8), "ostrand ");
+    EXPECT_TRUE (version_line ("x", "abc").ends_with (", commit abc\n"));
+}
+
+/// What the build writes about the commit of a tree.
+std::string commit_file (const std::filesystem::path& tree, const testing::TemporaryFolder& out) {
+    const auto done = testing::run_program (
+        {"cmake", "-DTREE=" + tree.string (), "-DFILE=" + (out / "commit.cpp").string (), "-P",
+         testing::source_path ("cmake/WriteCommit.cmake").string ()});
+    EXPECT_EQ (done.status, 0) << done.error;
+    return testing::file_text (out / "commit.cpp");
+}
+
+TEST (commit, outside_a_git_tree_is_unknown) {
+    const testing::TemporaryFolder folder;
+    EXPECT_NE (commit_file (folder.path (), folder).find ("return \"unknown\";"),
+               std::string::npos);
+}
+
+TEST (commit, of_a_git_tree_is_found_and_written_only_when_it_changes) {
+    const testing::TemporaryFolder tree;
+    const testing::TemporaryFolder out;
+    const auto git = [&] (const std::string& words) {
+        const auto done = testing::run_program (
+            {"bash", "-c", "git -c user.name=a -c user.email=a@b " + words}, tree.path ());
+        EXPECT_EQ (done.status, 0) << done.error;
+        return done.out;
+    };
+    git ("init -q");
+    tree.write ("f", "text");
+    git ("add f");
+    git ("commit -q -m first");
+    const std::string first = git ("rev-parse HEAD").substr (0, 12);
+    EXPECT_NE (commit_file (tree.path (), out).find ("\"" + first + "\""), std::string::npos);
+    const auto written = std::filesystem::last_write_time (out / "commit.cpp");
+    commit_file (tree.path (), out);
+    EXPECT_EQ (std::filesystem::last_write_time (out / "commit.cpp"), written);
+    tree.write ("f", "changed");
+    EXPECT_NE (commit_file (tree.path (), out).find ("\"" + first + "-modified\""),
+               std::string::npos);
+    git ("commit -q -a -m second");
+    EXPECT_EQ (commit_file (tree.path (), out).find (first), std::string::npos);
+}
+
 TEST (run_mode, the_usage_goes_to_standard_error_with_status_0) {
     const std::string name = std::string (OSTRAND_BUILD_DIR) + "/ostrand";
     for (const std::vector<std::string>& words :
-         {std::vector<std::string>{"-h"}, {"file", "-h"}, {"-help"}}) {
+         {std::vector<std::string>{"-h"}, {"file", "-h"}, {"-help"}, {"--help"}}) {
         std::vector<std::string> line{"ostrand"};
         line.insert (line.end (), words.begin (), words.end ());
         const auto done = testing::run_program (line);
@@ -91,6 +154,7 @@ TEST (run_mode, the_editor_notes_where_it_started_and_moves_to_the_home) {
     EXPECT_TRUE (start.executable.is_absolute ());
     EXPECT_TRUE (std::filesystem::exists (start.executable));
     EXPECT_EQ (std::filesystem::current_path (), std::filesystem::canonical (home.path ()));
+    EXPECT_EQ (current_directory (), std::filesystem::current_path ().string ());
 }
 
 TEST (run_mode, userprofile_unset_takes_the_home_and_without_a_home_the_start_stays) {

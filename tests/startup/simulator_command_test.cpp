@@ -1,9 +1,11 @@
 // The simulator's command line, driven as a user would.
 #include "support/support.h"
 
+#include <array>
 #include <chrono>
 #include <csignal>
 #include <fcntl.h>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <pty.h>
@@ -233,6 +235,58 @@ TEST_F (simulator_command, closed_standard_output_is_a_failure) {
         folder.path ());
     EXPECT_EQ (broken.status, 1);
     EXPECT_EQ (broken.error, "Cannot write '-': Broken pipe\n");
+}
+
+/// Flags (octal) of the descriptors, beside 1 itself, on which a process has its standard output.
+std::vector<std::string> flags_of_copied_output (pid_t process) {
+    const std::filesystem::path here = "/proc/" + std::to_string (process);
+    std::vector<std::string> flags;
+    std::error_code error;
+    const auto output = std::filesystem::read_symlink (here / "fd/1", error);
+    for (const auto& entry : std::filesystem::directory_iterator (here / "fd", error)) {
+        const std::string number = entry.path ().filename ().string ();
+        if (number == "1" || std::filesystem::read_symlink (entry.path (), error) != output) {
+            continue;
+        }
+        std::ifstream info (here / "fdinfo" / number);
+        for (std::string word; info >> word;) {
+            if (word == "flags:" && info >> word) flags.push_back (word);
+        }
+    }
+    return flags;
+}
+
+TEST_F (simulator_command, standard_output_is_copied_to_a_descriptor_that_is_closed_on_exec) {
+    // Counts by chance, which no compression makes so small that they fit into the pipe: the
+    // program waits there until somebody reads.
+    folder.write ("long", "duration = 30; [a] = 1 mM -> 100 mM : 1 mM; a -> b | 0.0001 ;"
+                          "b -> a | 0.0001 ; display (a, b);");
+    int ends[2];
+    ASSERT_EQ (pipe2 (ends, O_CLOEXEC), 0);
+    ASSERT_EQ (fcntl (ends[0], F_SETPIPE_SZ, 4096), 4096);
+    const pid_t child = fork ();
+    if (child == 0) {
+        dup2 (ends[1], STDOUT_FILENO);
+        if (chdir (folder.path ().c_str ()) != 0) _exit (126);
+        const std::string program = std::string (OSTRAND_BUILD_DIR) + "/ostrand";
+        execl (program.c_str (), program.c_str (), "-a", "long", "-o", "-", nullptr);
+        _exit (127);
+    }
+    close (ends[1]);
+    std::vector<std::string> flags;
+    while (flags.empty () && kill (child, 0) == 0) {
+        std::this_thread::sleep_for (std::chrono::milliseconds (1));
+        flags = flags_of_copied_output (child);
+    }
+    ASSERT_EQ (flags.size (), 1U);
+    EXPECT_EQ (std::stoul (flags[0], nullptr, 8) & O_CLOEXEC, O_CLOEXEC);
+    std::array<char, 4096> block{};
+    while (read (ends[0], block.data (), block.size ()) > 0) {
+    }
+    close (ends[0]);
+    int status = 0;
+    waitpid (child, &status, 0);
+    EXPECT_EQ (WEXITSTATUS (status), 0);
 }
 
 /// The program on a terminal of its own: what it printed until it ended, or until `patience` was

@@ -6,6 +6,7 @@
 #include "document/picture.h"
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <memory>
 #include <random>
@@ -25,6 +26,9 @@ struct RandomDocumentOptions {
     bool settled = false;
     bool pictures = true;
     bool fog = true;
+    /// All letters that can be typed, each of them with scripts too, those that mean something in
+    /// some format more often than others; no others.
+    bool typed = false;
 };
 
 /// Draws whole numbers without the library's distributions, whose results differ between machines.
@@ -54,7 +58,7 @@ class RandomDocument {
     std::unique_ptr<document::Line> line (int most, int depth = 0) {
         auto made = std::make_unique<document::Line> ("", font (), color ());
         const int count = dice_.below (most + 1);
-        for (int i = 0; i < count; ++i) made->insert_before (nullptr, letter (depth));
+        for (int i = 0; i < count; ++i) add_letter (*made, depth);
         return made;
     }
 
@@ -69,41 +73,56 @@ class RandomDocument {
         if (dice_.one_in (2)) return static_cast<unsigned> (dice_.below (255));
         return static_cast<unsigned> (1 + dice_.below (0xFFFFFF)) << 8;
     }
-    std::unique_ptr<document::Char> letter (int depth) {
+    void add_letter (document::Line& line, int depth) {
         if (options_.pictures && dice_.one_in (60)) {
-            auto picture = std::make_unique<document::Picture> (
-                "no such picture.png", font (), color (), dice_.below (40), dice_.below (40));
+            auto picture = std::make_unique<document::Picture> ("no such picture.png",
+                                                                dice_.below (40), dice_.below (40));
             picture->set_align (dice_.below (3));
-            return picture;
+            line.insert_before (-1, std::move (picture), font (), color ());
+            return;
         }
         unsigned code = static_cast<unsigned> (32 + dice_.below (288));
         if (dice_.one_in (2)) code = static_cast<unsigned> ('a' + dice_.below (26));
-        if (code == '\\') code = 'x'; // is written bare and would take its neighbour
-        auto made = std::make_unique<document::StdChar> (code, font (), color ());
-        const bool plain = code < 256 && std::string ("<[^_{}\\").find (static_cast<char> (code)) ==
-                                             std::string::npos;
-        if (plain && depth < 3 && dice_.one_in (6)) {
-            if (dice_.one_in (2)) made->set_script (false, line (3, depth + 1));
-            if (dice_.one_in (2)) made->set_script (true, line (3, depth + 1));
-        }
-        return made;
+        if (options_.typed) code = typed_code ();
+        line.insert_before (-1, document::StdChar (code, font (), color ()));
+        if (depth >= 3 || !dice_.one_in (6)) return;
+        const int last = line.count () - 2;
+        if (dice_.one_in (2)) line.set_script (last, false, this->line (3, depth + 1));
+        if (dice_.one_in (2)) line.set_script (last, true, this->line (3, depth + 1));
     }
-    float place () { return static_cast<float> (dice_.below (8000) - 400) / 4; }
+    unsigned typed_code () {
+        static constexpr std::string_view special = "\\\\  \"<>&{}[]^_#;-NPE'";
+        if (dice_.one_in (2)) {
+            const int place = dice_.below (static_cast<int> (special.size ()));
+            return static_cast<unsigned char> (special[static_cast<std::size_t> (place)]);
+        }
+        const int any = dice_.below (95 + 96);
+        return static_cast<unsigned> (any < 95 ? 32 + any : 160 + any - 95);
+    }
+    /// In quarters; in a document that is not settled now and then with more digits than are
+    /// written.
+    float place () {
+        const float whole = static_cast<float> (dice_.below (8000) - 400);
+        return options_.settled || !dice_.one_in (3) ? whole / 4 : whole / 7;
+    }
     float offset () {
-        return dice_.one_in (2) ? 0.0F : static_cast<float> (dice_.below (200) - 100) / 8;
+        if (dice_.one_in (2)) return 0;
+        const float whole = static_cast<float> (dice_.below (200) - 100);
+        return options_.settled || !dice_.one_in (3) ? whole / 8 : whole / 700;
     }
 
     std::unique_ptr<document::Line> field () {
         auto made = line (5);
         if (made->is_empty ()) return nullptr;
-        made->x = offset ();
-        made->y = offset ();
+        const float x = offset ();
+        made->set_offset (x, offset ());
         return made;
     }
 
     std::unique_ptr<document::Node> node (int depth) {
         const auto type = dice_.pick<unsigned> ({0, 5, 9, 13, 17});
-        auto made = std::make_unique<document::Node> (place (), place (), type, color ());
+        const float x = place ();
+        auto made = std::make_unique<document::Node> (x, place (), type, color ());
         const int label = dice_.below (10);
         if (label == 0 && depth < options_.nesting) {
             made->take_label (network (depth + 1));
@@ -113,11 +132,12 @@ class RandomDocument {
             made->take_label (line (8));
         }
         if (dice_.one_in (4)) made->take_residu (line (3));
-        made->selectable = !dice_.one_in (6);
-        made->calyx_display = dice_.one_in (5);
-        made->multi_conc = !options_.settled && dice_.one_in (20);
+        made->set_selectable (!dice_.one_in (6));
+        made->set_calyx_display (dice_.one_in (5));
+        made->set_multi_conc (!options_.settled && dice_.one_in (20));
         if (dice_.one_in (3)) {
-            made->user_data = dice_.pick<const char*> ({"10 uM", "0 uM", "1 uM, 2 uM, 3 uM", " "});
+            made->set_user_data (
+                dice_.pick<const char*> ({"10 uM", "0 uM", "1 uM, 2 uM, 3 uM", " "}));
         }
         return made;
     }
@@ -140,8 +160,8 @@ class RandomDocument {
                 dice_.pick<unsigned> ({0x200, 0x211, 0x401, 0x411, 0x20, 0x30, 0x40, 0x50, 0xC0});
         }
         document::Arque* made = from->connect (*to, type);
-        made->color = color ();
-        made->thickness = static_cast<unsigned char> (dice_.below (7));
+        made->set_own_color (color ());
+        made->set_thickness (static_cast<unsigned char> (dice_.below (7)));
         if (dice_.one_in (3)) made->take_label (field ());
         if (dice_.one_in (3)) made->take_residu (field ());
         if (dice_.one_in (5)) made->take_stoech_src (field ());
@@ -151,18 +171,22 @@ class RandomDocument {
 
     std::unique_ptr<document::Network> network (int depth) {
         auto made = std::make_unique<document::Network> ();
-        made->align = depth > 0 && options_.settled ? 2 : dice_.below (3);
-        made->x = static_cast<float> (dice_.below (40) - 10);
-        made->y = static_cast<float> (dice_.below (40) - 10);
+        made->set_align (depth > 0 && options_.settled ? 2 : dice_.below (3));
+        const int x = dice_.below (40) - 10;
+        made->set_origin (static_cast<float> (x), static_cast<float> (dice_.below (40) - 10));
         const int part = depth == 0 ? 1 : 4;
         for (int i = 0; i < options_.comps / part; ++i) {
-            auto comp =
-                std::make_unique<document::Compart> (dice_.pick<int> ({8, 12}), place (), place (),
-                                                     static_cast<float> (100 + dice_.below (400)),
-                                                     static_cast<float> (100 + dice_.below (400)));
-            comp->color = color ();
+            const int shape = dice_.pick<int> ({8, 12});
+            const float left = place ();
+            const float top = place ();
+            const auto wide = static_cast<float> (100 + dice_.below (400));
+            auto comp = std::make_unique<document::Compart> (
+                shape, left, top, wide, static_cast<float> (100 + dice_.below (400)));
+            comp->set_own_color (color ());
             comp->take_label (line (6));
-            for (int& value : comp->user_values) value = dice_.below (200) - 100;
+            std::array<int, 5> values{};
+            for (int& value : values) value = dice_.below (200) - 100;
+            comp->set_user_values (values);
             made->add_compart (std::move (comp));
         }
         const int nodes = std::max (1, options_.nodes / part);
@@ -171,14 +195,10 @@ class RandomDocument {
         for (int i = 0; i < options_.arcs / part; ++i) add_arc (*made, arcs);
         if (options_.fog) {
             for (document::Arque* a : arcs) {
-                if (!dice_.one_in (8)) continue;
-                a->foggy = true;
-                if (a->label) a->label->set_fog (true);
+                if (dice_.one_in (8)) a->set_own_fog (true);
             }
             for (const auto& n : made->nodes ()) {
-                if (!dice_.one_in (8)) continue;
-                n->foggy = true;
-                if (n->label) n->label->set_fog (true);
+                if (dice_.one_in (8)) n->set_own_fog (true);
             }
         }
         return made;

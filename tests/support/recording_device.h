@@ -12,8 +12,6 @@ namespace ostrand::testing {
 /// Each primitive becomes a line such as "fill_rect 1 2 3 4"; numbers as %g.
 class RecordingDevice : public document::PaintDevice {
   public:
-    explicit RecordingDevice (bool file = true) : file_ (file) {}
-
     std::vector<std::string> calls;
 
     /// The lines that begin with `name`.
@@ -35,7 +33,6 @@ class RecordingDevice : public document::PaintDevice {
         return all;
     }
 
-    bool is_file () const override { return file_; }
     void set_color (unsigned color) override {
         calls.push_back (color < 256 ? format_text ("color %u", color)
                                      : format_text ("color %08x", color));
@@ -98,8 +95,6 @@ class RecordingDevice : public document::PaintDevice {
         for (const float number : numbers) call += " " + format_g (number);
         calls.push_back (call);
     }
-
-    bool file_;
 };
 
 } // namespace ostrand::testing

@@ -119,6 +119,13 @@ ProgramResult run_program (std::vector<std::string> words, const fs::path& folde
 }
 
 fs::path source_path (std::string_view path) { return fs::path (OSTRAND_SOURCE_DIR) / path; }
+std::optional<fs::path> models_folder () {
+    const char* const told = std::getenv ("OSTRAND_MODELS");
+    const fs::path folder = told != nullptr ? fs::path (told) : source_path ("../shared/data");
+    std::error_code error;
+    if (!fs::is_directory (folder, error)) return std::nullopt;
+    return folder;
+}
 std::string source_file (std::string_view path) { return file_text (source_path (path)); }
 std::string file_text (const fs::path& path) { return read_file (path).value_or (""); }
 

@@ -3,6 +3,7 @@
 #include "base/report.h"
 
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -55,6 +56,11 @@ ProgramResult run_program (std::vector<std::string> words, const std::filesystem
 /// A file of the source tree, whole.
 std::string source_file (std::string_view path);
 std::filesystem::path source_path (std::string_view path);
+
+/// The folder of models of other tools, which are no part of the project: what the environment
+/// variable OSTRAND_MODELS says, else ../shared/data beside the source tree. Nothing when it is not
+/// there.
+std::optional<std::filesystem::path> models_folder ();
 
 /// A whole file, empty when it cannot be read.
 std::string file_text (const std::filesystem::path& path);

@@ -2,6 +2,7 @@
 #include "support/support.h"
 #include "tool/command.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 namespace ostrand::tool {
@@ -25,6 +26,20 @@ TEST (command, help_goes_to_standard_output) {
         EXPECT_EQ (help.status, 0);
         EXPECT_EQ (help.out, command_help (*command));
     }
+}
+
+TEST (command, the_version_tells_name_number_and_commit) {
+    for (const std::string program : {"ostrand", "ostrand-tool"}) {
+        const auto result = run_program ({program, "--version"});
+        EXPECT_EQ (result.status, 0);
+        EXPECT_EQ (result.error, "");
+        EXPECT_THAT (result.out,
+                     ::testing::MatchesRegex (program + " [0-9]+\\.[0-9]+\\.[0-9]+, commit "
+                                                        "(unknown|[0-9a-f]+(-modified)?)\n"));
+    }
+    EXPECT_EQ (run_program ({"ostrand-tool", "convert", "--version"}).status, 2);
+    const std::string program = std::string (OSTRAND_BUILD_DIR) + "/ostrand-tool";
+    EXPECT_EQ (run_program ({"bash", "-c", "exec \"$0\" --version >/dev/full", program}).status, 1);
 }
 
 TEST (command, results_that_cannot_be_written_are_a_failure) {

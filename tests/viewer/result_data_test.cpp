@@ -122,8 +122,9 @@ TEST (result_data, variables_that_are_missing) {
 }
 
 TEST (result_data, a_variable_without_a_value_misses_its_first) {
-    EXPECT_EQ (Loaded ("1 0 0\n1\na\n0\n").message,
-               "Variable concentrations error 2: v = 0, i = 0\n");
+    for (const char* text : {"1 0 0\n1\na\n0\n", "1 0 0\n1\na\n0\n5\n6\n"}) {
+        EXPECT_EQ (Loaded (text).message, "Variable concentrations error 2: v = 0, i = 0\n");
+    }
 }
 
 TEST (result_data, a_missing_last_line_is_told_by_its_indices) {
@@ -141,9 +142,54 @@ TEST (result_data, numbers_beyond_memory_end_at_the_first_that_is_missing) {
 }
 
 TEST (result_data, more_places_than_simulations_are_data_that_are_missing) {
+    EXPECT_EQ (Loaded ("2 1 1\na\nff\n1\nb\n3\n1\n2\n3\n5\n5\n").message,
+               "data error: <2, 0, 0>\n");
+    EXPECT_FALSE (Loaded ("4 1 1\na\nff\n2\nb\n2\n1\n2\nc\n2\n1\n2\n5\n5\n5\n5\n").data.error);
     EXPECT_EQ (Loaded ("1 1 1\na\nff\n1\nb\n3\n1\n2\n3\n5\n").message, "data error: <1, 0, 0>\n");
     EXPECT_EQ (Loaded ("4 1 1\na\nff\n2\nb\n2\n1\n2\nc\n3\n1\n2\n3\n5\n5\n5\n5\n").message,
                "data error: <4, 0, 0>\n");
+}
+
+TEST (result_data, a_file_with_no_simulation_and_no_variable_is_sound) {
+    for (const char* text : {"0 1 3\na\nff\n0\n", "0 1 3\na\nff\n", "0 0 0\n0\n"}) {
+        const Loaded loaded (text);
+        EXPECT_FALSE (loaded.data.error) << text;
+        EXPECT_EQ (loaded.message, "");
+        EXPECT_TRUE (loaded.data.empty ());
+    }
+    EXPECT_EQ (Loaded ("0 1 3\na\nff\n1\nb\n1\n5\n").message, "data error: <0, 0, 0>\n");
+}
+
+TEST (result_data, variables_that_swallow_counts_fail_where_the_counts_end) {
+    // Six simulations of one point; the seven values take one of the counts.
+    EXPECT_EQ (Loaded ("6 1 1\na\nff\n1\nb\n7\n1\n2\n3\n4\n5\n6\n10\n11\n12\n13\n14\n15\n").message,
+               "data error: <5, 0, 0>\n");
+    EXPECT_EQ (Loaded ("2 2 2\na\nff\nb\nff\n1\nc\n4\n1\n2\n3\n4\n5\n6\n7\n8\n9\n10\n").message,
+               "data error: <1, 1, 0>\n");
+}
+
+TEST (result_data, two_equal_values_need_one_simulation_only) {
+    const Loaded loaded ("1 1 1\na\nff\n1\nb\n2\n7\n7\n5\n");
+    EXPECT_FALSE (loaded.data.error) << loaded.message;
+    EXPECT_EQ (count_planes (loaded.data), 1U);
+    EXPECT_EQ (loaded.data.series (0, 0)[0], 5U);
+    EXPECT_EQ (Loaded ("1 1 1\na\nff\n1\nb\n2\n7\n8\n5\n").message, "data error: <1, 0, 0>\n");
+    // Under a slider, simulations stand two apart: the last place has one, the others have two.
+    const std::string head = "1 1\na\nff\n2\nc\n3\n1\n2\n3\nb\n2\n7\n7\n";
+    EXPECT_FALSE (Loaded ("5 " + head + "1\n2\n3\n4\n5\n").data.error);
+    EXPECT_EQ (Loaded ("4 " + head + "1\n2\n3\n4\n").message, "data error: <4, 0, 0>\n");
+}
+
+TEST (result_data, planes_are_the_values_of_the_last_variable) {
+    const auto planes = [] (const std::string& variables) {
+        return count_planes (Loaded ("6 0 0\n" + variables).data);
+    };
+    EXPECT_EQ (planes ("0\n"), 1U);
+    EXPECT_EQ (planes ("1\nb\n3\n1\n2\n3\n"), 3U);
+    EXPECT_EQ (planes ("1\nb\n2\n1\n2\n"), 2U);
+    EXPECT_EQ (planes ("1\nb\n2\n7\n7\n"), 1U);
+    EXPECT_EQ (planes ("1\nb\n3\n7\n7\n7\n"), 3U);
+    EXPECT_EQ (planes ("2\nc\n2\n7\n7\nb\n3\n1\n2\n3\n"), 3U);
 }
 
 TEST (result_data, a_truncated_gzip_is_read_as_far_as_it_goes) {

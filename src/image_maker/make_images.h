@@ -1,0 +1,29 @@
+// All images of the program: from the folder assets to C++ files in the build folder.
+// Layer: image_maker.
+#pragma once
+#include "image_maker/embed.h"
+
+#include <filesystem>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace ostrand::image_maker {
+
+/// Reads the list of images: a line holds a folder and a name, "#" at its front makes it a comment.
+/// Nothing, with the line in `error`, when one has another form.
+std::optional<std::vector<ImageName>> read_image_list (std::string_view text, std::string& error);
+
+/// Makes what `images.txt` of `assets` lists. In `target` there are afterwards, for each image, the
+/// rendered PNG files (name.png and name@2x.png, name-dark.png and name-dark@2x.png where it
+/// differs on a dark ground; of an icon the first), the arrays (name.inc), and
+/// `embedded_images.cpp` with the tables. Files whose content would stay the same are not touched,
+/// and images whose text, size and renderer are those of the last time are not rendered again. An
+/// icon "NAME-48" without a source of its own is NAME drawn 48 pixels wide. renderer  the program
+/// rsvg-convert rendered  out: how many images were rendered False with place and reason in `error`
+/// at the first failure.
+bool make_images (const std::filesystem::path& assets, const std::filesystem::path& target,
+                  const std::string& renderer, int& rendered, std::string& error);
+
+} // namespace ostrand::image_maker
