@@ -32,6 +32,7 @@ inc:png.h                       libpng-dev              libpng-devel          li
 inc:jpeglib.h                   libjpeg-dev             libjpeg-turbo-devel   libjpeg-turbo
 inc:hpdf.h                      libhpdf-dev             libharu-devel         libharu
 inc:graphviz/gvc.h              libgraphviz-dev         graphviz-devel        graphviz
+inc:sbml/SBMLTypes.h            libsbml5-dev            libsbml-devel         libsbml
 inc:GL/gl.h                     libgl-dev               mesa-libGL-devel      mesa
 inc:GL/glu.h                    libglu1-mesa-dev        mesa-libGLU-devel     glu
 inc:X11/Xlib.h                  libx11-dev              libX11-devel          libx11

@@ -32,7 +32,8 @@ Shape shape_of (const Drawing& drawing) {
         shape.boxes.push_back ({n.at.x - n.half_width, n.at.y - n.half_height,
                                 n.at.x + n.half_width, n.at.y + n.half_height});
     for (const DrawnReaction& r : drawing.reactions) {
-        const ArcPlace arc = arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side);
+        const ArcPlace arc =
+            arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side);
         const auto add_line = [&] (Point a, Point b) {
             // A line as a row of small boxes, so that other parts may stand in its corners.
             const int steps = 1 + static_cast<int> (std::hypot (b.x - a.x, b.y - a.y) / 20);
@@ -46,7 +47,8 @@ Shape shape_of (const Drawing& drawing) {
     }
     for (const DrawnLink& l : drawing.links) {
         const DrawnReaction& r = drawing.reactions[at (l.reaction)];
-        const ArcPlace arc = arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side);
+        const ArcPlace arc =
+            arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side);
         const Point a = drawing.nodes[at (l.node)].at;
         const Point b = arc.square;
         const int steps = 1 + static_cast<int> (std::hypot (b.x - a.x, b.y - a.y) / 20);
@@ -58,6 +60,182 @@ Shape shape_of (const Drawing& drawing) {
     }
     return shape;
 }
+
+/// Puts the parts of each compartment side by side into its box, boxes into those around them, and
+/// all on one page.
+class Compound {
+  public:
+    Compound (const Graph& graph, Sketch& sketch, const std::vector<Part>& parts,
+              const std::vector<Draft>& drafts, const std::vector<Shape>& shapes, double aspect)
+        : graph_ (graph), sketch_ (sketch), parts_ (parts), drafts_ (drafts), shapes_ (shapes),
+          aspect_ (aspect), boxes_ (graph.compartments.size ()) {}
+
+    /// Sets the places of all nodes; gives the boxes of the compartments, empty for those without a
+    /// node.
+    std::vector<Box> place () {
+        find_members ();
+        const bool arcs_cross = crosses ();
+        for (double gap = arcs_cross ? wide_gap : narrow_gap;; gap *= 1.5) {
+            for (std::size_t p = 0; p < parts_.size (); ++p) {
+                for (std::size_t n = 0; n < parts_[p].nodes.size (); ++n)
+                    node (parts_[p].nodes[n]).at = drafts_[p].drawing.nodes[n].at;
+            }
+            place_inside (-1, gap);
+            measure_boxes ();
+            if (!arcs_cross) return boxes_;
+            // Squares between compartments must be free, too.
+            sketch_.drawing.index ();
+            settle (sketch_.drawing);
+            measure_boxes ();
+            if (gap > widest_gap || boxes_are_apart ()) return boxes_;
+        }
+    }
+
+  private:
+    static constexpr double narrow_gap = 24; // between parts and between boxes
+    static constexpr double wide_gap = 90;   // between boxes that arcs with squares join
+    static constexpr double widest_gap = 400;
+    static constexpr double padding = 18; // inside a box
+    static constexpr double shadow = 6;   // of a node, right of and below it
+
+    DrawnNode& node (int n) { return sketch_.drawing.nodes[at (n)]; }
+    int parent (int c) const {
+        const int p = graph_.compartments[at (c)].parent;
+        return p >= 0 && at (p) < graph_.compartments.size () && p != c ? p : -1;
+    }
+
+    bool crosses () const {
+        const auto& nodes = sketch_.drawing.nodes;
+        return std::any_of (sketch_.drawing.reactions.begin (), sketch_.drawing.reactions.end (),
+                            [&nodes] (const DrawnReaction& r) {
+                                return nodes[at (r.from)].compartment !=
+                                       nodes[at (r.to)].compartment;
+                            });
+    }
+
+    /// Which compartments hold a node, in themselves or in one inside.
+    void find_members () {
+        holds_.assign (graph_.compartments.size (), false);
+        for (const DrawnNode& n : sketch_.drawing.nodes) {
+            std::size_t steps = 0;
+            for (int c = n.compartment; c >= 0 && steps <= holds_.size (); c = parent (c), ++steps)
+                holds_[at (c)] = true;
+        }
+    }
+
+    bool is_inside (int compartment, int wanted) const {
+        for (std::size_t steps = 0; compartment >= 0 && steps <= holds_.size (); ++steps) {
+            if (compartment == wanted) return true;
+            compartment = parent (compartment);
+        }
+        return wanted < 0;
+    }
+
+    /// Packs what stands in a compartment itself: its parts, and the boxes inside it.
+    void place_inside (int c, double gap) {
+        std::vector<Shape> shapes;
+        std::vector<std::vector<int>> nodes; // of each shape
+        for (std::size_t p = 0; p < parts_.size (); ++p) {
+            if (node (parts_[p].nodes.front ()).compartment != c) continue;
+            shapes.push_back (shapes_[p]);
+            nodes.push_back (parts_[p].nodes);
+        }
+        double between = narrow_gap;
+        for (std::size_t i = 0; i < graph_.compartments.size (); ++i) {
+            const int inner = static_cast<int> (i);
+            if (!holds_[i] || parent (inner) != c) continue;
+            place_inside (inner, gap);
+            measure_boxes ();
+            shapes.push_back ({{boxes_[i]}});
+            nodes.emplace_back ();
+            for (std::size_t n = 0; n < sketch_.drawing.nodes.size (); ++n) {
+                if (is_inside (sketch_.drawing.nodes[n].compartment, inner))
+                    nodes.back ().push_back (static_cast<int> (n));
+            }
+            between = gap;
+        }
+        const std::vector<Point> moves = pack_shapes (shapes, between, aspect_);
+        for (std::size_t s = 0; s < nodes.size (); ++s) {
+            for (const int n : nodes[s]) {
+                node (n).at.x += std::round (moves[s].x);
+                node (n).at.y += std::round (moves[s].y);
+            }
+        }
+    }
+
+    /// Boxes around their nodes and inner boxes, the innermost first.
+    void measure_boxes () {
+        std::vector<int> order (boxes_.size ());
+        std::iota (order.begin (), order.end (), 0);
+        std::stable_sort (order.begin (), order.end (),
+                          [this] (int a, int b) { return depth (a) > depth (b); });
+        for (const int c : order) {
+            boxes_[at (c)] = {};
+            if (!holds_[at (c)]) continue;
+            Box box{1e300, 1e300, -1e300, -1e300};
+            const auto add = [&box] (const Box& b) {
+                box = {std::min (box.left, b.left), std::min (box.top, b.top),
+                       std::max (box.right, b.right), std::max (box.bottom, b.bottom)};
+            };
+            for (const DrawnNode& n : sketch_.drawing.nodes) {
+                if (n.compartment != c) continue;
+                add ({n.at.x - n.half_width, n.at.y - n.half_height, n.at.x + n.half_width + shadow,
+                      n.at.y + n.half_height + shadow});
+            }
+            for (std::size_t i = 0; i < boxes_.size (); ++i) {
+                if (parent (static_cast<int> (i)) == c && boxes_[i].width () > 0) add (boxes_[i]);
+            }
+            const Size label = graph_.compartments[at (c)].label;
+            boxes_[at (c)] = {
+                std::floor (box.left - padding), std::floor (box.top - padding),
+                std::ceil (std::max (box.right + padding, box.left - padding + label.width + 20)),
+                std::ceil (box.bottom + padding + label.height)};
+        }
+    }
+
+    int depth (int c) const {
+        int d = 0;
+        while (c >= 0 && d <= static_cast<int> (holds_.size ())) {
+            c = parent (c);
+            ++d;
+        }
+        return d;
+    }
+
+    /// No box overlaps another that it is not inside, and no node stands in a strange box.
+    bool boxes_are_apart () const {
+        for (std::size_t a = 0; a < boxes_.size (); ++a) {
+            if (boxes_[a].width () <= 0) continue;
+            const Box& box = boxes_[a];
+            const auto meets = [&box] (double left, double top, double right, double bottom) {
+                return left < box.right && box.left < right && top < box.bottom && box.top < bottom;
+            };
+            for (std::size_t b = 0; b < a; ++b) {
+                const int i = static_cast<int> (a);
+                const int k = static_cast<int> (b);
+                if (boxes_[b].width () <= 0 || is_inside (i, k) || is_inside (k, i)) continue;
+                if (meets (boxes_[b].left, boxes_[b].top, boxes_[b].right, boxes_[b].bottom))
+                    return false;
+            }
+            for (const DrawnNode& n : sketch_.drawing.nodes) {
+                if (is_inside (n.compartment, static_cast<int> (a))) continue;
+                if (meets (n.at.x - n.half_width, n.at.y - n.half_height, n.at.x + n.half_width,
+                           n.at.y + n.half_height))
+                    return false;
+            }
+        }
+        return true;
+    }
+
+    const Graph& graph_;
+    Sketch& sketch_;
+    const std::vector<Part>& parts_;
+    const std::vector<Draft>& drafts_;
+    const std::vector<Shape>& shapes_;
+    double aspect_;
+    std::vector<Box> boxes_;
+    std::vector<char> holds_;
+};
 
 } // namespace
 
@@ -81,7 +259,8 @@ Layout arrange (const Graph& graph, const Options& options) {
             part.nodes.push_back (static_cast<int> (sketch.drawing.nodes.size ()) - 1);
             DrawnNode node = drawing.nodes[at (drawing.links[at (l)].node)];
             const DrawnReaction& r = drawing.reactions[at (drawing.links[at (l)].reaction)];
-            node.at = arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side).square;
+            node.at =
+                arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side).square;
             drawing.links[at (l)].node = static_cast<int> (drawing.nodes.size ());
             drawing.nodes.push_back (node);
         }
@@ -98,15 +277,14 @@ Layout arrange (const Graph& graph, const Options& options) {
         settle (drawing);
         shapes.push_back (shape_of (drawing));
     }
-    const std::vector<Point> moves = pack_shapes (shapes, 24, options.aspect);
-    for (std::size_t p = 0; p < parts.size (); ++p) {
-        for (std::size_t n = 0; n < parts[p].nodes.size (); ++n) {
-            const Point from = drafts[p].drawing.nodes[n].at;
-            sketch.drawing.nodes[at (parts[p].nodes[n])].at = {
-                from.x + std::round (moves[p].x), from.y + std::round (moves[p].y)};
-        }
+    Compound compound (graph, sketch, parts, drafts, shapes, options.aspect);
+    const std::vector<Box> boxes = compound.place ();
+    Box box = bounds_of (sketch.drawing);
+    for (const Box& b : boxes) {
+        if (b.width () <= 0) continue;
+        box = {std::min (box.left, b.left), std::min (box.top, b.top),
+               std::max (box.right, b.right), std::max (box.bottom, b.bottom)};
     }
-    const Box box = bounds_of (sketch.drawing);
     const double dx = std::ceil (options.margin - box.left);
     const double dy = std::ceil (options.margin - box.top);
     Layout layout;
@@ -132,6 +310,8 @@ Layout arrange (const Graph& graph, const Options& options) {
                        sketch.drawing.nodes[at (reaction.to)], reaction.side)
                 .square;
     }
+    for (const Box& b : boxes)
+        layout.compartments.push_back ({b.left + dx, b.top + dy, b.right + dx, b.bottom + dy});
     layout.page = {std::ceil (box.right + dx + options.margin),
                    std::ceil (box.bottom + dy + options.margin)};
     return layout;

@@ -12,11 +12,11 @@ namespace {
 
 // Sorted; letters and digits only, upper case.
 constexpr std::array<std::string_view, 48> cofactor_names = {
-    "ACP",  "ADP",  "AMP", "ATP",  "CDP",   "CMP",  "CO2",  "COA",  "COASH", "CTP",
-    "DADP", "DATP", "DCTP", "DGTP", "DTTP", "FAD",  "FADH", "FADH2", "FMN", "FMNH2",
-    "GDP",  "GMP",  "GTP", "H",    "H2O",   "H2O2", "HCO3", "HPLUS", "HSCOA", "NAD",
-    "NADH", "NADP", "NADPH", "NH3", "NH4",  "O2",   "P",    "PHOSPHATE", "PI", "PPI",
-    "PROTON", "Q",  "QH2", "THF",  "UDP",   "UMP",  "UTP",  "WATER"};
+    "ACP",    "ADP",  "AMP",   "ATP",  "CDP",  "CMP",  "CO2",  "COA",       "COASH", "CTP",
+    "DADP",   "DATP", "DCTP",  "DGTP", "DTTP", "FAD",  "FADH", "FADH2",     "FMN",   "FMNH2",
+    "GDP",    "GMP",  "GTP",   "H",    "H2O",  "H2O2", "HCO3", "HPLUS",     "HSCOA", "NAD",
+    "NADH",   "NADP", "NADPH", "NH3",  "NH4",  "O2",   "P",    "PHOSPHATE", "PI",    "PPI",
+    "PROTON", "Q",    "QH2",   "THF",  "UDP",  "UMP",  "UTP",  "WATER"};
 
 static_assert (std::is_sorted (cofactor_names.begin (), cofactor_names.end ()));
 

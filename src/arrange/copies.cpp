@@ -13,14 +13,14 @@
 namespace ostrand::arrange {
 namespace {
 
-constexpr int side_uses_of_cofactor = 4;   // further reactant of so many reactions ...
-constexpr int side_uses_of_protein = 7;    // ... of a protein, gene or receptor, which seldom is one
+constexpr int side_uses_of_cofactor = 4; // further reactant of so many reactions ...
+constexpr int side_uses_of_protein = 7;  // ... of a protein, gene or receptor, which seldom is one
 constexpr int side_uses_of_known_name = 2; // ... of one with a cofactor's name
 constexpr int targets_of_enzyme = 3;       // a pure modifier of more reactions gets copies
 constexpr int targets_of_reactant = 5;     // likewise one that reactions make or use
 constexpr int uses_of_hub = 24;            // more than a picture can join in one node
 constexpr int main_uses_of_hub = 16;       // likewise as a main reactant
-constexpr int arms_of_star = 10;           // of a hub's node that stays, with ends that hang on it only
+constexpr int arms_of_star = 10; // of a hub's node that stays, with ends that hang on it only
 
 constexpr int own_copy = -1; // group of an occurrence that has a node of its own
 
@@ -48,7 +48,7 @@ class SketchMaker {
         }
         part_reactants ();
         part_parallel_arcs ();
-        if (!std::getenv ("noshare")) share_copies ();
+        share_copies ();
         make_nodes ();
         return std::move (sketch_);
     }
@@ -59,7 +59,8 @@ class SketchMaker {
     }
 
     /// Calls visit (occurrence, species) for all occurrences, in the order of reactions.
-    template <typename Visit> void each_occurrence (Visit visit) const {
+    template <typename Visit>
+    void each_occurrence (Visit visit) const {
         for (std::size_t r = 0; r < graph_.reactions.size (); ++r) {
             const Reaction& reaction = graph_.reactions[r];
             const int id = static_cast<int> (r);
@@ -84,9 +85,12 @@ class SketchMaker {
             uses_of_reaction_[static_cast<std::size_t> (place.reaction)].push_back (uses_.size ());
             uses_.push_back ({place, species});
             Counts& count = counts_[s];
-            if (place.side == Side::modifier) ++count.modifier;
-            else if (place.index == 0) ++count.main;
-            else ++count.side;
+            if (place.side == Side::modifier)
+                ++count.modifier;
+            else if (place.index == 0)
+                ++count.main;
+            else
+                ++count.side;
         });
     }
 
@@ -115,14 +119,15 @@ class SketchMaker {
                            : small ? side_uses_of_cofactor
                                    : side_uses_of_protein;
         const bool hub = count.all () > uses_of_hub;
-        const bool copy_side =
-            hub || (count.side >= enough && (named || count.side >= 2 * count.main)) ||
-            (named && count.side >= 1 && count.main >= 1);
+        const bool copy_side = hub ||
+                               (count.side >= enough && (named || count.side >= 2 * count.main)) ||
+                               (named && count.side >= 1 && count.main >= 1);
         const bool copy_modifiers =
             hub || copy_side ||
             count.modifier >
                 (count.main + count.side == 0 ? targets_of_enzyme : targets_of_reactant);
-        const bool copy_main = count.main > main_uses_of_hub || (copy_side && named && count.main > 3);
+        const bool copy_main =
+            count.main > main_uses_of_hub || (copy_side && named && count.main > 3);
         int star = 0;
         int arms = 0;
         for (const std::size_t u : uses_of_[s]) {
@@ -165,7 +170,8 @@ class SketchMaker {
                     if (!same_node (use, earlier)) continue;
                     // An arc from a node to itself; a link of a node at the main arc's end; two
                     // links to one place.
-                    if (is_main (earlier) || is_main (use) || use.place.side == earlier.place.side) {
+                    if (is_main (earlier) || is_main (use) ||
+                        use.place.side == earlier.place.side) {
                         (is_main (use) && !is_main (earlier) ? uses_[uses[j]] : use).group =
                             own_copy;
                     }
@@ -202,7 +208,8 @@ class SketchMaker {
             for (std::size_t i = 2; i < reactions.size (); ++i) {
                 if (i % 2 == 0) ++next_group_;
                 for (const std::size_t u : uses_of_reaction_[reactions[i]]) {
-                    if (is_main (uses_[u]) && uses_[u].species == copied) uses_[u].group = next_group_;
+                    if (is_main (uses_[u]) && uses_[u].species == copied)
+                        uses_[u].group = next_group_;
                 }
             }
         }
@@ -230,7 +237,8 @@ class SketchMaker {
             for (const std::size_t u : uses_of_reaction_[reactions[0]]) {
                 if (uses_[u].group != own_copy) continue;
                 for (const std::size_t v : uses_of_reaction_[reactions[1]]) {
-                    if (uses_[v].group != own_copy || uses_[v].species != uses_[u].species) continue;
+                    if (uses_[v].group != own_copy || uses_[v].species != uses_[u].species)
+                        continue;
                     uses_[u].group = uses_[v].group = ++next_group_;
                     break;
                 }
@@ -271,10 +279,9 @@ class SketchMaker {
         std::map<std::pair<int, int>, int> node_of_group;
         for (std::size_t s = 0; s < uses_of_.size (); ++s) {
             const int species = static_cast<int> (s);
-            const bool shared =
-                uses_of_[s].empty () ||
-                std::any_of (uses_of_[s].begin (), uses_of_[s].end (),
-                             [&] (std::size_t u) { return uses_[u].group == 0; });
+            const bool shared = uses_of_[s].empty () ||
+                                std::any_of (uses_of_[s].begin (), uses_of_[s].end (),
+                                             [&] (std::size_t u) { return uses_[u].group == 0; });
             if (shared) node_of_group[{species, 0}] = add_node (species);
         }
         for (const Use& use : uses_) {

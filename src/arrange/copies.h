@@ -22,8 +22,8 @@ struct Sketch {
     std::vector<Occurrence> links;        // link of the drawing -> its occurrence
 };
 
-/// Makes the nodes. With `copies` false each species keeps one node, except where two arcs would lie
-/// on one another and could not be told apart.
+/// Makes the nodes. With `copies` false each species keeps one node, except where two arcs would
+/// lie on one another and could not be told apart.
 Sketch make_sketch (const Graph& graph, bool copies);
 
 /// Gives a link (index in the drawing) a node of its own, at the place of the old one. The drawing

@@ -35,8 +35,7 @@ void Drawing::index () {
         const DrawnReaction& reaction = reactions[r];
         node_reactions[static_cast<std::size_t> (reaction.from)].push_back (static_cast<int> (r));
         if (reaction.to != reaction.from)
-            node_reactions[static_cast<std::size_t> (reaction.to)].push_back (
-                static_cast<int> (r));
+            node_reactions[static_cast<std::size_t> (reaction.to)].push_back (static_cast<int> (r));
     }
     for (std::size_t l = 0; l < links.size (); ++l) {
         node_links[static_cast<std::size_t> (links[l].node)].push_back (static_cast<int> (l));

@@ -17,7 +17,8 @@ constexpr double most_cells_per_element = 8;
 std::size_t at (int i) { return static_cast<std::size_t> (i); }
 
 /// Counts stamps up; when they are used up all begin anew.
-template <typename Numbers> void next_number (std::uint32_t& number, Numbers& stamps) {
+template <typename Numbers>
+void next_number (std::uint32_t& number, Numbers& stamps) {
     if (++number != 0) return;
     std::fill (stamps.begin (), stamps.end (), 0);
     number = 1;
@@ -147,13 +148,15 @@ void Field::cells_of (int element, float margin, Visit visit) const {
         int first = left;
         int last = right;
         if (!whole) {
-            // Only the part of the line that lies in this row (the outer rows hold what lies beyond).
+            // Only the part of the line that lies in this row (the outer rows hold what lies
+            // beyond).
             const Segment& s = segment (element);
             const double dy = s.to.y - s.from.y;
             double t0 = 0;
             double t1 = 1;
             if (dy != 0) {
-                const double upper = y == 0 ? -1e30 : origin_y_ + static_cast<float> (y) * cell_ - margin;
+                const double upper =
+                    y == 0 ? -1e30 : origin_y_ + static_cast<float> (y) * cell_ - margin;
                 const double lower =
                     y == rows_ - 1 ? 1e30 : origin_y_ + static_cast<float> (y + 1) * cell_ + margin;
                 t0 = (upper - s.from.y) / dy;
@@ -256,8 +259,8 @@ double Field::total () const {
     return sum;
 }
 
-/// Lists all elements that a shift of nodes moves: the nodes, then arcs, squares, and the links that
-/// end on those.
+/// Lists all elements that a shift of nodes moves: the nodes, then arcs, squares, and the links
+/// that end on those.
 void Field::collect (std::span<const Shift> shifts) {
     saved_.clear ();
     saved_arcs_.clear ();
@@ -284,8 +287,8 @@ void Field::collect (std::span<const Shift> shifts) {
     }
 }
 
-/// Finds out which of the moved elements keep their places to each other: when all nodes move by the
-/// same way, what lies between moved nodes only.
+/// Finds out which of the moved elements keep their places to each other: when all nodes move by
+/// the same way, what lies between moved nodes only.
 void Field::find_rigid (std::span<const Shift> shifts) {
     rigid_count_ = 0;
     rigid_.assign (saved_.size (), 0);

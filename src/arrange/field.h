@@ -1,10 +1,9 @@
-// What a drawing costs: one sum of everything that makes it hard to read, kept up to date while nodes
-// move. All costs are in "pixels of arc": one pixel of needless length costs one third.
+// What a drawing costs: one sum of everything that makes it hard to read, kept up to date while
+// nodes move. All costs are in "pixels of arc": one pixel of needless length costs one third.
 // Layer: arrange, internal.
 #pragma once
 #include "arrange/arc_place.h"
 #include "arrange/drawing.h"
-#include "arrange/tune.h"
 
 #include <cstdint>
 #include <span>
@@ -12,25 +11,25 @@
 
 namespace ostrand::arrange {
 
-inline const double node_gap = TUNE (node_gap, 12);   // between two nodes: a shadow reaches 6 beyond its node
-inline constexpr double square_gap = 5;  // between a square and a node that is not its own
+inline constexpr double node_gap = 12;  // between two nodes: a shadow reaches 6 beyond its node
+inline constexpr double square_gap = 5; // between a square and a node that is not its own
 // What must be kept in the end (settle.h):
 inline constexpr double least_node_gap = 8;
 inline constexpr double least_square_gap = 2;
 inline constexpr double least_own_gap = 5; // between a square and the nodes at its arc's ends
-inline const double least_arc = TUNE (least_arc, 44);  // between the boxes of a reaction: square, arrow, two gaps
-inline const double side_arc = TUNE (side_arc, 62);   // when further substrates or products meet it
-inline const double crossing_cost = TUNE (crossing_cost, 70);
-inline const double ideal_link = TUNE (ideal_link, 22); // from a node to where its link ends
+inline constexpr double least_arc = 44; // between the boxes of a reaction: square, arrow, two gaps
+inline constexpr double side_arc = 62;  // when further substrates or products meet it
+inline constexpr double crossing_cost = 70;
+inline constexpr double ideal_link = 22; // from a node to where its link ends
 
 /// What a drawing is wanted to look like, besides what holds for all.
 struct Wishes {
-    Point flow{0, 1};              // unit vector: where reactions should lead
-    double flow_weight = 20;       // cost of a reaction that runs straight against it
-    std::vector<char> flows;       // reaction -> 1 if it should follow the flow (not on a cycle)
-    Box walls;                     // the room that the drawing should fill
-    double wall_weight = 0.6;      // per pixel outside
-    double clarity = 1;            // factor of the costs of crossings and of arcs over nodes
+    Point flow{0, 1};         // unit vector: where reactions should lead
+    double flow_weight = 20;  // cost of a reaction that runs straight against it
+    std::vector<char> flows;  // reaction -> 1 if it should follow the flow (not on a cycle)
+    Box walls;                // the room that the drawing should fill
+    double wall_weight = 0.6; // per pixel outside
+    double clarity = 1;       // factor of the costs of crossings and of arcs over nodes
 };
 
 /// A node's new place.
@@ -53,14 +52,15 @@ class Field {
     /// To be called when the wishes have changed.
     void wishes_changed ();
 
-    /// Moves nodes and tells by how much the costs change; gives up with a value of at least `limit`
-    /// as soon as the change cannot stay below it. `keep` or `undo` must follow.
+    /// Moves nodes and tells by how much the costs change; gives up with a value of at least
+    /// `limit` as soon as the change cannot stay below it. `keep` or `undo` must follow.
     double change (std::span<const Shift> shifts, double limit);
     void keep ();
     void undo ();
 
     const ArcPlace& arc (int reaction) const { return arcs_[static_cast<std::size_t> (reaction)]; }
-    /// Nodes that come nearer than the least gap to `node` if it stands at `place`; added to `found`.
+    /// Nodes that come nearer than the least gap to `node` if it stands at `place`; added to
+    /// `found`.
     void nodes_in_the_way (int node, Point place, std::vector<int>& found) const;
     /// Comparisons made so far: the measure of work, the same on every machine.
     std::uint64_t work () const { return work_; }
@@ -117,7 +117,8 @@ class Field {
     void place_reaction (int reaction);
     void place_link (int link);
     SmallBox box_of (int element) const;
-    template <typename Visit> void cells_of (int element, float margin, Visit visit) const;
+    template <typename Visit>
+    void cells_of (int element, float margin, Visit visit) const;
     void insert (int element);
     void remove (int element);
     double around (int element, double limit);
@@ -139,10 +140,10 @@ class Field {
     const Wishes& wishes_;
     int first_square_, first_arc_, first_link_, count_;
     std::vector<ArcPlace> arcs_;
-    std::vector<double> square_reach_; // half extent of the turned square
-    std::vector<Segment> segments_;    // arcs, then links
-    std::vector<SmallBox> boxes_;      // element -> what it covers
-    std::vector<double> alone_;        // element -> its own cost
+    std::vector<double> square_reach_;         // half extent of the turned square
+    std::vector<Segment> segments_;            // arcs, then links
+    std::vector<SmallBox> boxes_;              // element -> what it covers
+    std::vector<double> alone_;                // element -> its own cost
     std::vector<std::vector<PairCost>> pairs_; // element -> others with which it costs something
     std::vector<std::vector<Entry>> cells_;
     float cell_ = 72;

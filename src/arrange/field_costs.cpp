@@ -1,6 +1,5 @@
 // What does each thing cost, alone and beside another?
 #include "arrange/field.h"
-#include "arrange/tune.h"
 
 #include <algorithm>
 #include <cmath>
@@ -9,19 +8,19 @@ namespace ostrand::arrange {
 namespace {
 
 // Costs, in pixels of arc.
-const double overlap_cost = TUNE (overlap_cost, 500); // of two nodes, or of a node on a square: must not be
-const double overlap_slope = TUNE (overlap_slope, 12); // and by its depth, so that small steps lead out of it
-const double crowd_slope = TUNE (crowd_slope, 4);    // per pixel that lacks of a gap
-const double squares_cost = TUNE (squares_cost, 150); // two squares one on the other
-const double through_node_cost = TUNE (through_node_cost, 90); // an arc that runs over a node
-const double through_node_slope = TUNE (through_node_slope, 0.8);
-const double through_square_cost = TUNE (through_square_cost, 70);
-const double narrow_angle_cost = TUNE (narrow_angle_cost, 40); // two arcs that leave a node almost together
+constexpr double overlap_cost = 500;     // of two nodes, or of a node on a square: must not be
+constexpr double overlap_slope = 12;     // and by its depth, so that small steps lead out of it
+constexpr double crowd_slope = 4;        // per pixel that lacks of a gap
+constexpr double squares_cost = 150;     // two squares one on the other
+constexpr double through_node_cost = 90; // an arc that runs over a node
+constexpr double through_node_slope = 0.8;
+constexpr double through_square_cost = 70;
+constexpr double narrow_angle_cost = 40; // two arcs that leave a node almost together
 constexpr double narrow_cosine = 0.94;   // about 20 degrees
-const double long_slope = TUNE (long_slope, 0.2);
-const double short_slope = TUNE (short_slope, 4);
-const double slant_cost = TUNE (slant_cost, 9);     // an arc that is neither upright nor level
-const double link_angle_cost = TUNE (link_angle_cost, 25);
+constexpr double long_slope = 0.2;
+constexpr double short_slope = 4;
+constexpr double slant_cost = 9; // an arc that is neither upright nor level
+constexpr double link_angle_cost = 25;
 constexpr double line_clearance = 3; // of an arc beside a node
 
 std::size_t at (int i) { return static_cast<std::size_t> (i); }
@@ -75,8 +74,8 @@ double distance_to_segment (Point p, Point a, Point b) {
     return length_of (p.x - a.x - t * dx, p.y - a.y - t * dy);
 }
 
-/// Cost of two boxes that come nearer than `gap` on both axes: lack_x and lack_y are what is missing
-/// to the gap. Nearer than `least` is as bad as an overlap.
+/// Cost of two boxes that come nearer than `gap` on both axes: lack_x and lack_y are what is
+/// missing to the gap. Nearer than `least` is as bad as an overlap.
 double nearness (double lack_x, double lack_y, double gap, double least) {
     const double lack = std::min (lack_x, lack_y);
     if (lack <= 0) return 0;
@@ -176,8 +175,8 @@ double Field::line_line (int a, int b) const {
         const DrawnReaction& p = drawing_.reactions[at (a - first_arc_)];
         if (b < first_link_) {
             const DrawnReaction& q = drawing_.reactions[at (b - first_arc_)];
-            if (p.side != 0 && ((p.from == q.from && p.to == q.to) ||
-                                (p.from == q.to && p.to == q.from)))
+            if (p.side != 0 &&
+                ((p.from == q.from && p.to == q.to) || (p.from == q.to && p.to == q.from)))
                 return 0;
             shared = p.from == q.from || p.from == q.to ? p.from
                      : p.to == q.from || p.to == q.to   ? p.to
@@ -193,14 +192,16 @@ double Field::line_line (int a, int b) const {
         if (p.node == q.node) shared = p.node;
         if (p.reaction == q.reaction && p.end == q.end) return 0;
     }
-    if (shared < 0) return cross_each_other (s.from, s.to, t.from, t.to) ? wishes_.clarity * crossing_cost : 0;
+    if (shared < 0)
+        return cross_each_other (s.from, s.to, t.from, t.to) ? wishes_.clarity * crossing_cost : 0;
     // Directions away from the shared node: the far ends lie further from it.
     const Point n = drawing_.nodes[at (shared)].at;
     const auto away = [&] (const Segment& g) {
         const double to = (g.to.x - n.x) * (g.to.x - n.x) + (g.to.y - n.y) * (g.to.y - n.y);
         const double from =
             (g.from.x - n.x) * (g.from.x - n.x) + (g.from.y - n.y) * (g.from.y - n.y);
-        return to > from ? Point{g.to.x - n.x, g.to.y - n.y} : Point{g.from.x - n.x, g.from.y - n.y};
+        return to > from ? Point{g.to.x - n.x, g.to.y - n.y}
+                         : Point{g.from.x - n.x, g.from.y - n.y};
     };
     const Point u = away (s);
     const Point v = away (t);
@@ -235,17 +236,15 @@ double Field::alone (int element) const {
         const double length = length_of (dx, dy);
         if (length < 1) return overlap_cost;
         // Length from box to box, negative where the boxes overlap.
-        const double out_from =
-            std::min (dx != 0 ? from.half_width / std::abs (dx) : 1e9,
-                      dy != 0 ? from.half_height / std::abs (dy) : 1e9);
+        const double out_from = std::min (dx != 0 ? from.half_width / std::abs (dx) : 1e9,
+                                          dy != 0 ? from.half_height / std::abs (dy) : 1e9);
         const double out_to = std::min (dx != 0 ? to.half_width / std::abs (dx) : 1e9,
                                         dy != 0 ? to.half_height / std::abs (dy) : 1e9);
         const double free = length * (1 - out_from - out_to);
         // Labels beside a level arc need its length.
         const double level = std::abs (dx) / length;
-        const double ideal =
-            std::max (reaction.ideal,
-                      level * (reaction.start_label.width + reaction.end_label.width + 30));
+        const double ideal = std::max (
+            reaction.ideal, level * (reaction.start_label.width + reaction.end_label.width + 30));
         double cost = free < ideal ? short_slope * (ideal - free) : long_slope * (free - ideal);
         if (free < least_arc) cost += overlap_slope * (least_arc - free);
         const double ax = std::abs (dx);

@@ -2,16 +2,14 @@
 #include "arrange/graphviz.h"
 
 #include <cmath>
-#include <chrono> // ARRTIME
-#include <cstdio> // ARRTIME
-#include <cstdlib> // ARRTIME
 #include <graphviz/cgraph.h>
 #include <graphviz/gvc.h>
 #include <memory>
 #include <mutex>
 #include <string>
 
-// The two layout plugins are linked, so that no configuration file is read and nothing else is loaded.
+// The two layout plugins are linked, so that no configuration file is read and nothing else is
+// loaded.
 extern "C" {
 extern gvplugin_library_t gvplugin_dot_layout_LTX_library;
 extern gvplugin_library_t gvplugin_neato_layout_LTX_library;
@@ -86,9 +84,7 @@ class GraphvizGraph {
         const char* const engine = method == Method::layers   ? "dot"
                                    : method == Method::stress ? "neato"
                                                               : "sfdp";
-        const auto t0 = std::chrono::steady_clock::now (); // ARRTIME
         placed_ = gvLayout (context_, graph_, engine) == 0;
-        if (std::getenv ("ARRTIME")) std::fprintf (stderr, "  %s n %zu e %zu: %.3f s\n", engine, graph.nodes.size (), graph.edges.size (), std::chrono::duration<double> (std::chrono::steady_clock::now () - t0).count ()); // ARRTIME
     }
     ~GraphvizGraph () {
         if (placed_) gvFreeLayout (context_, graph_);

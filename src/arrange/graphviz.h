@@ -1,6 +1,6 @@
-// The one door to Graphviz' libraries: places of the nodes of a plain graph, in layers or by stress.
-// Graphviz keeps process-wide state and serves one caller at a time; calls wait for each other.
-// Layer: arrange, internal.
+// The one door to Graphviz' libraries: places of the nodes of a plain graph, in layers or by
+// stress. Graphviz keeps process-wide state and serves one caller at a time; calls wait for each
+// other. Layer: arrange, internal.
 #pragma once
 #include "arrange/graph.h"
 

@@ -3,7 +3,6 @@
 
 #include "arrange/search.h"
 #include "arrange/start.h"
-#include "arrange/tune.h"
 
 #include <algorithm>
 #include <cmath>
@@ -19,8 +18,8 @@ std::size_t elements_of (const Drawing& drawing) {
 
 std::uint64_t work_of (const Drawing& drawing, double effort) {
     const double e = static_cast<double> (elements_of (drawing));
-    effort *= std::max (std::min (e, TUNE (cap, 250)), std::min (0.2 * e, 2800.0)) / e;
-    return static_cast<std::uint64_t> (20 * TUNE (effort, 1) * effort * static_cast<double> (elements_of (drawing)));
+    effort *= std::max (std::min (e, 250.0), std::min (0.2 * e, 2800.0)) / e;
+    return static_cast<std::uint64_t> (20 * effort * static_cast<double> (elements_of (drawing)));
 }
 
 double tangle_of (const Drawing& drawing) {
@@ -38,7 +37,7 @@ double tangle_of (const Drawing& drawing) {
 Box walls_of (const Drawing& drawing, double fill) {
     double area = 0;
     const double tangle = tangle_of (drawing);
-    fill /= 1 + TUNE (tangle, 0.5) * tangle * tangle;
+    fill /= 1 + 0.5 * tangle * tangle;
     for (const DrawnNode& n : drawing.nodes) area += 4 * n.half_width * n.half_height;
     area += static_cast<double> (drawing.reactions.size ()) * square_size * square_size;
     const Box box = bounds_of (drawing);
@@ -57,7 +56,6 @@ Draft make_draft (Drawing drawing, double effort) {
     Draft best;
     double best_cost = 0;
     for (const StartKind kind : {StartKind::down, StartKind::right, StartKind::stress}) {
-        if (!((static_cast<int> (TUNE (kinds, 7)) >> static_cast<int> (kind)) & 1)) continue;
         Draft draft{drawing, {}};
         if (!start_places (draft.drawing, kind)) continue;
         const Box box = bounds_of (draft.drawing);
@@ -66,11 +64,10 @@ Draft make_draft (Drawing drawing, double effort) {
         draft.wishes.flows = flows;
         if (kind == StartKind::right) draft.wishes.flow = {1, 0};
         if (kind == StartKind::stress) draft.wishes.flow_weight = 10;
-        draft.wishes.walls = walls_of (draft.drawing, TUNE (fill, 0.15));
-        Random random (12345 + static_cast<std::uint64_t> (TUNE (seed, 0)));
+        draft.wishes.walls = walls_of (draft.drawing, 0.15);
+        Random random (12345);
         Field field (draft.drawing, draft.wishes);
-        search (draft.drawing, field, draft.wishes,
-                {work_of (drawing, effort * TUNE (work1, 1000)), TUNE (hot1, 100), TUNE (cold1, 5)},
+        search (draft.drawing, field, draft.wishes, {work_of (drawing, effort * 1000), 100, 5},
                 random);
         const double cost = field.total ();
         if (best.drawing.nodes.empty () || cost < best_cost) {
@@ -91,7 +88,7 @@ std::vector<int> links_to_split (Draft& draft) {
     for (std::size_t l = 0; l < drawing.links.size (); ++l) {
         std::size_t& degree = degrees[at (drawing.links[l].node)];
         if (degree < 2) continue;
-        if (field.burden (static_cast<int> (l)) < TUNE (split, 300)) continue;
+        if (field.burden (static_cast<int> (l)) < 300) continue;
         --degree;
         found.push_back (static_cast<int> (l));
     }
@@ -100,33 +97,31 @@ std::vector<int> links_to_split (Draft& draft) {
 
 void finish_draft (Draft& draft, double effort) {
     Drawing& drawing = draft.drawing;
-    Random random (54321 + static_cast<std::uint64_t> (TUNE (seed, 0)));
+    Random random (54321);
     {
         Field field (drawing, draft.wishes);
         const int stages = 12;
-        const double hot = TUNE (hot2, 100), cold = TUNE (cold2, 0.5);
-        const double w0 = TUNE (wall0, 0.15), w1 = TUNE (wall1, 0.4);
+        const double hot = 100, cold = 0.5;
+        const double w0 = 0.15, w1 = 0.4;
         for (int k = 0; k < stages; ++k) {
             const double a = static_cast<double> (k) / stages;
             const double b = static_cast<double> (k + 1) / stages;
             draft.wishes.wall_weight =
                 w0 * std::pow (w1 / w0, static_cast<double> (k) / (stages - 1));
-            draft.wishes.walls = walls_of (drawing, TUNE (fill20, 0.15) * std::pow (TUNE (fill2, 0.35) / TUNE (fill20, 0.15), static_cast<double> (k) / (stages - 1)));
+            draft.wishes.walls = walls_of (
+                drawing, 0.15 * std::pow (0.35 / 0.15, static_cast<double> (k) / (stages - 1)));
             field.wishes_changed ();
             search (drawing, field, draft.wishes,
-                    {work_of (drawing, effort * TUNE (work2, 3500) / stages),
-                     hot * std::pow (cold / hot, a), hot * std::pow (cold / hot, b),
-                     160 * (1 - a) + 8, 160 * (1 - b) + 8, TUNE (crowd2, 0)},
+                    {work_of (drawing, effort * 3500 / stages), hot * std::pow (cold / hot, a),
+                     hot * std::pow (cold / hot, b), 160 * (1 - a) + 8, 160 * (1 - b) + 8, 0},
                     random);
         }
     }
-    draft.wishes.clarity = TUNE (clarity, 3);
-    draft.wishes.wall_weight = TUNE (wall3, 2);
-    draft.wishes.walls = walls_of (drawing, TUNE (fill3, 0.45));
+    draft.wishes.clarity = 3;
+    draft.wishes.wall_weight = 2;
+    draft.wishes.walls = walls_of (drawing, 0.45);
     Field field (drawing, draft.wishes);
-    search (drawing, field, draft.wishes,
-            {work_of (drawing, effort * TUNE (work3, 3000)), TUNE (hot3, 80), TUNE (cold3, 1),
-             TUNE (far3, 40), 8, TUNE (crowd3, 0.4)},
+    search (drawing, field, draft.wishes, {work_of (drawing, effort * 3000), 80, 1, 40, 8, 0.4},
             random);
 }
 

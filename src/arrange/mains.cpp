@@ -64,7 +64,8 @@ std::vector<MainReactants> main_reactants (const Graph& graph) {
         double best_score = 0;
         const auto cost_of = [&] (const std::vector<int>& side, std::size_t i) {
             const std::vector<int>& other = &side == &r.substrates ? r.products : r.substrates;
-            const bool unchanged = std::find (other.begin (), other.end (), side[i]) != other.end ();
+            const bool unchanged =
+                std::find (other.begin (), other.end (), side[i]) != other.end ();
             return (unchanged ? unchanged_malus : 0.0) +
                    order_malus * static_cast<double> (std::min (i, std::size_t{3})) +
                    (known (side[i]) ? malus[static_cast<std::size_t> (side[i])] : 100.0);
@@ -85,8 +86,9 @@ std::vector<MainReactants> main_reactants (const Graph& graph) {
                 if (s == p) {
                     score -= same_species_malus;
                 } else if (known (s) && known (p)) {
-                    score += name_bonus * likeness (graph.species[static_cast<std::size_t> (s)].name,
-                                                    graph.species[static_cast<std::size_t> (p)].name);
+                    score +=
+                        name_bonus * likeness (graph.species[static_cast<std::size_t> (s)].name,
+                                               graph.species[static_cast<std::size_t> (p)].name);
                 }
                 consider (static_cast<int> (i), static_cast<int> (j), score);
             }
@@ -104,7 +106,8 @@ std::vector<MainReactants> put_main_reactants_first (Graph& graph) {
     const std::vector<MainReactants> mains = main_reactants (graph);
     for (std::size_t r = 0; r < mains.size (); ++r) {
         const auto to_front = [] (std::vector<int>& side, int index) {
-            if (index > 0) std::rotate (side.begin (), side.begin () + index, side.begin () + index + 1);
+            if (index > 0)
+                std::rotate (side.begin (), side.begin () + index, side.begin () + index + 1);
         };
         to_front (graph.reactions[r].substrates, mains[r].substrate);
         to_front (graph.reactions[r].products, mains[r].product);

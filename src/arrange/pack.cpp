@@ -1,8 +1,8 @@
 // Where do the parts of a drawing go that nothing joins?
 //
-// Shapes are drawn into a grid of cells and placed one after the other, large ones first, each at the
-// free place that makes the whole smallest when measured by the wanted sides. This is how Freivalds,
-// Dogrusoz and Kikusts (2002) pack disconnected graphs by polyominoes.
+// Shapes are drawn into a grid of cells and placed one after the other, large ones first, each at
+// the free place that makes the whole smallest when measured by the wanted sides. This is how
+// Freivalds, Dogrusoz and Kikusts (2002) pack disconnected graphs by polyominoes.
 #include "arrange/pack.h"
 
 #include <algorithm>
@@ -43,9 +43,8 @@ Polyomino polyomino_of (const Shape& shape, double gap, double cell) {
     p.corner = {box.left, box.top};
     p.columns = static_cast<int> ((box.width () + gap) / cell) + 1;
     p.rows = static_cast<int> ((box.height () + gap) / cell) + 1;
-    std::vector<char> taken (static_cast<std::size_t> (p.columns) *
-                                 static_cast<std::size_t> (p.rows),
-                             0);
+    std::vector<char> taken (
+        static_cast<std::size_t> (p.columns) * static_cast<std::size_t> (p.rows), 0);
     for (const Box& b : shape.boxes) {
         // Widened by the gap to the right and below only: so two shapes keep one gap apart.
         const int left = static_cast<int> ((b.left - box.left) / cell);
@@ -116,9 +115,8 @@ class Ground {
         const int rows = std::max (rows_, y + p.rows);
         if (columns > capacity_) {
             const int capacity = std::max (columns, 2 * capacity_);
-            std::vector<char> wider (static_cast<std::size_t> (capacity) *
-                                         static_cast<std::size_t> (rows_),
-                                     0);
+            std::vector<char> wider (
+                static_cast<std::size_t> (capacity) * static_cast<std::size_t> (rows_), 0);
             for (int row = 0; row < rows_; ++row)
                 for (int column = 0; column < columns_; ++column)
                     wider[static_cast<std::size_t> (row) * static_cast<std::size_t> (capacity) +

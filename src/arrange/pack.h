@@ -12,8 +12,8 @@ struct Shape {
     std::vector<Box> boxes;
 };
 
-/// How far each shape is to be moved, so that no two boxes of different shapes overlap and the whole
-/// comes near `aspect` (width / height). Larger shapes come first, into the upper left.
+/// How far each shape is to be moved, so that no two boxes of different shapes overlap and the
+/// whole comes near `aspect` (width / height). Larger shapes come first, into the upper left.
 std::vector<Point> pack_shapes (const std::vector<Shape>& shapes, double gap, double aspect);
 
 } // namespace ostrand::arrange

@@ -33,9 +33,20 @@ class Sets {
 
 std::vector<Part> connected_parts (const Drawing& whole) {
     Sets sets (whole.nodes.size ());
-    for (const DrawnReaction& r : whole.reactions) sets.join (r.from, r.to);
-    for (const DrawnLink& l : whole.links)
-        sets.join (l.node, whole.reactions[at (l.reaction)].from);
+    const auto together = [&whole] (int a, int b) {
+        return whole.nodes[at (a)].compartment == whole.nodes[at (b)].compartment;
+    };
+    const auto is_inside = [&] (const DrawnReaction& r) { return together (r.from, r.to); };
+    const auto is_link_inside = [&] (const DrawnLink& l) {
+        const DrawnReaction& r = whole.reactions[at (l.reaction)];
+        return is_inside (r) && together (l.node, r.from);
+    };
+    for (const DrawnReaction& r : whole.reactions) {
+        if (is_inside (r)) sets.join (r.from, r.to);
+    }
+    for (const DrawnLink& l : whole.links) {
+        if (is_link_inside (l)) sets.join (l.node, whole.reactions[at (l.reaction)].from);
+    }
     std::vector<Part> parts;
     std::vector<int> part_of (whole.nodes.size (), -1);
     std::vector<int> number (whole.nodes.size (), -1);
@@ -53,6 +64,10 @@ std::vector<Part> connected_parts (const Drawing& whole) {
     }
     std::vector<int> reaction_number;
     for (const DrawnReaction& r : whole.reactions) {
+        if (!is_inside (r)) {
+            reaction_number.push_back (-1);
+            continue;
+        }
         Drawing& drawing = parts[at (part_of[at (r.from)])].drawing;
         reaction_number.push_back (static_cast<int> (drawing.reactions.size ()));
         drawing.reactions.push_back (r);
@@ -61,6 +76,7 @@ std::vector<Part> connected_parts (const Drawing& whole) {
     }
     for (std::size_t l = 0; l < whole.links.size (); ++l) {
         const DrawnLink& link = whole.links[l];
+        if (!is_link_inside (link)) continue;
         Part& part = parts[at (part_of[at (link.node)])];
         part.links.push_back (static_cast<int> (l));
         part.drawing.links.push_back (

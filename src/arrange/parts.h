@@ -12,7 +12,8 @@ struct Part {
     std::vector<int> links;
 };
 
-/// All parts, in the order of their first nodes.
+/// All parts, in the order of their first nodes. Reactions and links between compartments connect
+/// nothing and belong to no part.
 std::vector<Part> connected_parts (const Drawing& whole);
 
 } // namespace ostrand::arrange

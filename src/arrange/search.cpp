@@ -56,8 +56,10 @@ class Search {
         const int v = movable_[at (random_.below (movable_.size ()))];
         const double kind = random_.unit ();
         if (kind < plan_.crowds) {
-            if (random_.unit () < 0.12) shift_side (v);
-            else push (v);
+            if (random_.unit () < 0.12)
+                shift_side (v);
+            else
+                push (v);
             return;
         }
         if (hangs_[at (v)] && kind < 0.7) {
@@ -111,8 +113,8 @@ class Search {
     void jitter (int v) {
         const Point p = drawing_.nodes[at (v)].at;
         const double reach = reach_ * (0.1 + random_.unit ());
-        move_with_followers (v, {p.x + reach * random_.symmetric (),
-                                 p.y + reach * random_.symmetric ()});
+        move_with_followers (
+            v, {p.x + reach * random_.symmetric (), p.y + reach * random_.symmetric ()});
     }
 
     /// Moves v towards the middle of the walls, and what stands in its way before it.
@@ -129,7 +131,8 @@ class Search {
         push_mark_[at (v)] = push_;
         for (std::size_t i = 0; i < pushed_.size (); ++i) {
             const int n = pushed_[i];
-            if (drawing_.nodes[at (n)].fixed || pushed_.size () > most_followers) return shifts_.clear ();
+            if (drawing_.nodes[at (n)].fixed || pushed_.size () > most_followers)
+                return shifts_.clear ();
             const Point to{drawing_.nodes[at (n)].at.x + by.x, drawing_.nodes[at (n)].at.y + by.y};
             shifts_.push_back ({n, to});
             in_the_way_.clear ();
@@ -154,8 +157,9 @@ class Search {
             const DrawnNode& node = drawing_.nodes[n];
             const double beyond = level ? p.x - node.at.x : p.y - node.at.y;
             if (node.fixed || sign * beyond < 0) continue;
-            shifts_.push_back ({static_cast<int> (n), level ? Point{node.at.x + sign * step, node.at.y}
-                                                            : Point{node.at.x, node.at.y + sign * step}});
+            shifts_.push_back (
+                {static_cast<int> (n), level ? Point{node.at.x + sign * step, node.at.y}
+                                             : Point{node.at.x, node.at.y + sign * step}});
         }
     }
 
@@ -210,7 +214,8 @@ class Search {
             std::min (std::abs (c) > 1e-9 ? node.half_width / std::abs (c) : 1e9,
                       std::abs (s) > 1e-9 ? node.half_height / std::abs (s) : 1e9);
         const double square = link.end == LinkEnd::square ? square_size / 2 : 0;
-        const double distance = inside + ideal_link + square + 30 * random_.unit () * random_.unit ();
+        const double distance =
+            inside + ideal_link + square + 30 * random_.unit () * random_.unit ();
         const Point to{on_lattice (anchor.x + c * distance), on_lattice (anchor.y + s * distance)};
         if (to == node.at) return;
         shifts_.push_back ({v, to});
@@ -248,9 +253,8 @@ class Search {
             if (std::any_of (shifts_.begin (), shifts_.end (),
                              [&] (const Shift& shift) { return shift.node == n; }))
                 continue;
-            shifts_.push_back ({n,
-                                {on_lattice (p.x - 2 * across * uy),
-                                 on_lattice (p.y + 2 * across * ux)}});
+            shifts_.push_back (
+                {n, {on_lattice (p.x - 2 * across * uy), on_lattice (p.y + 2 * across * ux)}});
             if (shifts_.size () > most_followers) break;
         }
     }

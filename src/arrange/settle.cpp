@@ -10,12 +10,12 @@
 namespace ostrand::arrange {
 namespace {
 
-constexpr double cell = 128;          // of the grid that finds what is near
-constexpr int rings = 48;             // of tried places around a node
+constexpr double cell = 128; // of the grid that finds what is near
+constexpr int rings = 48;    // of tried places around a node
 constexpr double ring_step = 12;
 constexpr double spread_factor = 1.15;
 constexpr int most_spreads = 80;
-constexpr int rounds = 4;             // of moving before everything is spread
+constexpr int rounds = 4; // of moving before everything is spread
 
 std::size_t at (int i) { return static_cast<std::size_t> (i); }
 
@@ -68,7 +68,8 @@ class Settler {
         return (column << 32) ^ (row & 0xFFFFFFFF);
     }
 
-    template <typename Visit> static void cells_of (const Box& box, Visit visit) {
+    template <typename Visit>
+    static void cells_of (const Box& box, Visit visit) {
         const double left = std::floor (box.left / cell) * cell;
         const double top = std::floor (box.top / cell) * cell;
         for (double y = top; y <= box.bottom; y += cell)
@@ -103,16 +104,14 @@ class Settler {
     }
 
     void add_node (int node) {
-        cells_of (node_box (node, 0),
-                  [&] (std::int64_t k) { grid_[k].nodes.push_back (node); });
+        cells_of (node_box (node, 0), [&] (std::int64_t k) { grid_[k].nodes.push_back (node); });
     }
     void add_square (int reaction) {
         cells_of (square_box (reaction, 0),
                   [&] (std::int64_t k) { grid_[k].squares.push_back (reaction); });
     }
     void take_node (int node) {
-        cells_of (node_box (node, 0),
-                  [&] (std::int64_t k) { std::erase (grid_[k].nodes, node); });
+        cells_of (node_box (node, 0), [&] (std::int64_t k) { std::erase (grid_[k].nodes, node); });
     }
     void take_square (int reaction) {
         cells_of (square_box (reaction, 0),
@@ -130,9 +129,7 @@ class Settler {
 
     /// The node, as it stands in the drawing and in the grid, overlaps nothing, and neither do the
     /// squares of its arcs.
-    bool fits (int node) const {
-        return node_is_free (node) && squares_are_free (node);
-    }
+    bool fits (int node) const { return node_is_free (node) && squares_are_free (node); }
 
     bool node_is_free (int node) const {
         const Box own = node_box (node, least_node_gap);

@@ -3,7 +3,6 @@
 
 #include "arrange/field.h"
 #include "arrange/graphviz.h"
-#include "arrange/tune.h"
 
 #include <algorithm>
 #include <array>
@@ -13,7 +12,7 @@
 namespace ostrand::arrange {
 namespace {
 
-const std::size_t most_for_stress = (std::size_t) TUNE (mfs, 400); // nodes: its time and memory grow by the square
+constexpr std::size_t most_for_stress = 400; // nodes: its time and memory grow by the square
 constexpr std::size_t most_for_layers = 800;
 constexpr std::size_t most_cycles_for_layers = 130; // edges beyond a tree: each asks for detours
 constexpr double square_room = 22;                  // of a square as a node of the layered drawing
@@ -75,14 +74,17 @@ Core core_of (const Drawing& drawing) {
         core.graph.nodes.push_back ({20, 20});
     };
     for (std::size_t n = 0; n < drawing.nodes.size (); ++n)
-        if (drawing.degree (static_cast<int> (n)) > 1 && !drawing.hangs (static_cast<int> (n))) add (static_cast<int> (n));
+        if (drawing.degree (static_cast<int> (n)) > 1 && !drawing.hangs (static_cast<int> (n)))
+            add (static_cast<int> (n));
     for (std::size_t r = 0; r < drawing.reactions.size (); ++r) {
         const DrawnReaction& reaction = drawing.reactions[r];
         int leaves = 0;
         bool joins = false; // other nodes than the ends hang on the square and on more
         for (const int l : drawing.reaction_links[r]) {
-            if (core.number[at (drawing.links[at (l)].node)] < 0) ++leaves;
-            else joins = true;
+            if (core.number[at (drawing.links[at (l)].node)] < 0)
+                ++leaves;
+            else
+                joins = true;
         }
         if (joins) {
             add (reaction.from);
@@ -107,8 +109,8 @@ Core core_of (const Drawing& drawing) {
         for (const int l : drawing.reaction_links[r]) {
             const int node = drawing.links[at (l)].node;
             if (core.number[at (node)] < 0) continue;
-            core.graph.edges.push_back (
-                {core.number[at (node)], square, link_room + reach_of (drawing.nodes[at (node)]), 1});
+            core.graph.edges.push_back ({core.number[at (node)], square,
+                                         link_room + reach_of (drawing.nodes[at (node)]), 1});
         }
     }
     return core;

@@ -3,11 +3,11 @@
 #include "document/markup.h"
 #include "files/document_io.h"
 #include "files/import.h"
-#include "files/name_markup.h"
+#include "names/name_markup.h"
 #include "files/native.h"
 #include "files/sbml_to_model.h"
 #include "files/sbml_write.h"
-#include "files/species_names.h"
+#include "names/species_names.h"
 #include "files/xml_scan.h"
 #include "sim/lexer.h"
 #include "support/random_document.h"
@@ -25,6 +25,9 @@ namespace {
 
 using document::Network;
 using document::Node;
+using names::model_name;
+using names::ModelNames;
+using names::name_markup;
 using ostrand::testing::CaughtMessages;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;

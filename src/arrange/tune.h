@@ -1,3 +1,0 @@
-#pragma once
-#include <cstdlib>
-#define TUNE(name, value) ([] { static const double v = std::getenv (#name) ? std::atof (std::getenv (#name)) : (value); return v; }())

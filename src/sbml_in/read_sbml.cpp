@@ -1,0 +1,156 @@
+// The road from a text to a network, with every fault of the library kept inside.
+#include "sbml_in/read_sbml.h"
+
+#include "base/text.h"
+#include "sbml_in/build.h"
+#include "sbml_in/extract.h"
+
+#include <algorithm>
+#include <exception>
+
+#include <sbml/SBMLTypes.h>
+#include <sbml/conversion/ConversionProperties.h>
+#include <sbml/packages/comp/common/CompExtensionTypes.h>
+#include <sbml/packages/qual/common/QualExtensionTypes.h>
+#include <zlib.h>
+
+namespace ostrand::sbml_in {
+namespace {
+
+/// The first fault that makes the text unreadable.
+std::optional<std::string> refusal (const ::SBMLDocument& document) {
+    for (unsigned i = 0; i < document.getNumErrors (); ++i) {
+        const ::SBMLError& e = *document.getError (i);
+        const bool is_xml = e.getCategory () == ::LIBSBML_CAT_XML ||
+                            e.getCategory () == ::LIBSBML_CAT_SYSTEM ||
+                            e.getErrorId () == ::NotUTF8;
+        const bool is_bad = e.getSeverity () >= ::LIBSBML_SEV_ERROR;
+        if (!is_bad || !(is_xml || e.isFatal ())) continue;
+        std::string what = e.getShortMessage ();
+        std::string detail = e.getMessage ();
+        if (what.empty ()) what = detail;
+        std::replace (what.begin (), what.end (), '\n', ' ');
+        while (!what.empty () && (what.back () == ' ' || what.back () == '.')) what.pop_back ();
+        return format_text ("SBML, line %u: %s.", std::max (1U, e.getLine ()), what.c_str ());
+    }
+    if (document.getModel () == nullptr) {
+        return format_text ("SBML, line %u: no <model> was found.",
+                            std::max (1U, document.getLine ()));
+    }
+    return std::nullopt;
+}
+
+bool has_submodels (::SBMLDocument& document) {
+    const auto* plugin =
+        dynamic_cast<const ::CompModelPlugin*> (document.getModel ()->getPlugin ("comp"));
+    return plugin != nullptr && plugin->getNumSubmodels () > 0;
+}
+
+/// Submodels become part of the model.
+void flatten (::SBMLDocument& document, std::vector<std::string>& notes) {
+    ::ConversionProperties how;
+    how.addOption ("flatten comp", true);
+    how.addOption ("performValidation", false);
+    how.addOption ("leavePorts", false);
+    how.addOption ("abortIfUnflattenable", "none");
+    if (document.convert (how) == ::LIBSBML_OPERATION_SUCCESS) return;
+    const auto* plugin =
+        dynamic_cast<const ::CompModelPlugin*> (document.getModel ()->getPlugin ("comp"));
+    notes.push_back (format_text (
+        "SBML, line %u: %u submodels could not be put together with the model and are left out.",
+        document.getModel ()->getLine (), plugin != nullptr ? plugin->getNumSubmodels () : 0));
+}
+
+void tell_unknown_packages (const ::SBMLDocument& document, std::vector<std::string>& notes) {
+    for (int i = 0; i < document.getNumUnknownPackages (); ++i) {
+        notes.push_back ("SBML: the package '" + document.getUnknownPackagePrefix (i) +
+                         "' is not read.");
+    }
+    const ::Model& model = *document.getModel ();
+    if (const auto* qual = dynamic_cast<const ::QualModelPlugin*> (model.getPlugin ("qual"));
+        qual != nullptr && qual->getNumQualitativeSpecies () + qual->getNumTransitions () > 0) {
+        notes.push_back (
+            format_text ("SBML: a drawing has no place for %u qualitative species, %u transitions.",
+                         qual->getNumQualitativeSpecies (), qual->getNumTransitions ()));
+    }
+}
+
+Reading read (std::string_view text, bool use_layout) {
+    Reading reading;
+    if (text.starts_with ("\xFF\xFE") || text.starts_with ("\xFE\xFF")) {
+        reading.notes.emplace_back ("SBML, line 1: the text is UTF-16, UTF-8 is expected.");
+        return reading;
+    }
+    if (text.starts_with ("\xEF\xBB\xBF")) text.remove_prefix (3);
+    const std::string whole (text.substr (0, text.find ('\0')));
+    const std::unique_ptr<::SBMLDocument> document (::readSBMLFromString (whole.c_str ()));
+    if (!document) {
+        reading.notes.emplace_back ("SBML, line 1: it cannot be read.");
+        return reading;
+    }
+    if (const auto why = refusal (*document)) {
+        reading.notes.push_back (*why);
+        return reading;
+    }
+    if (has_submodels (*document)) flatten (*document, reading.notes);
+    const ::Model* from = document->getModel ();
+    if (from == nullptr) {
+        reading.notes.emplace_back ("SBML, line 1: no <model> was found.");
+        return reading;
+    }
+    tell_unknown_packages (*document, reading.notes);
+    Model model = extract (*from, reading.notes);
+    name_species (model);
+    if (use_layout) model.places = extract_places (*from, model);
+    reading.has_places = !model.places.empty ();
+    reading.network = build_network (model);
+    return reading;
+}
+
+} // namespace
+
+Reading read_sbml (std::string_view text, bool use_layout) {
+    try {
+        return read (text, use_layout);
+    } catch (const std::exception& fault) {
+        Reading refused;
+        refused.notes.push_back (std::string ("SBML, line 1: it cannot be read: ") + fault.what () +
+                                 ".");
+        return refused;
+    } catch (...) { // the library has classes of its own
+        Reading refused;
+        refused.notes.emplace_back ("SBML, line 1: it cannot be read.");
+        return refused;
+    }
+}
+
+std::optional<std::string> unpacked (std::string_view bytes, std::size_t bound) {
+    if (!bytes.starts_with ("\x1F\x8B")) return std::string (bytes);
+    z_stream stream{};
+    constexpr int gzip_window = 15 + 16;
+    if (inflateInit2 (&stream, gzip_window) != Z_OK) return std::nullopt;
+    std::string out;
+    std::string part (std::size_t{1} << 16, '\0');
+    stream.next_in = reinterpret_cast<Bytef*> (const_cast<char*> (bytes.data ()));
+    std::size_t left = bytes.size ();
+    int status = Z_OK;
+    while (status == Z_OK && out.size () <= bound) {
+        if (stream.avail_in == 0) {
+            const std::size_t now = std::min<std::size_t> (left, 1U << 30);
+            stream.avail_in = static_cast<uInt> (now);
+            left -= now;
+        }
+        stream.next_out = reinterpret_cast<Bytef*> (part.data ());
+        stream.avail_out = static_cast<uInt> (part.size ());
+        status = inflate (&stream, Z_NO_FLUSH);
+        out.append (part, 0, part.size () - stream.avail_out);
+        if (status == Z_STREAM_END && stream.avail_in + left > 2) {
+            status = inflateReset (&stream); // another member follows
+        }
+    }
+    inflateEnd (&stream);
+    if (status != Z_STREAM_END || out.size () > bound) return std::nullopt;
+    return out;
+}
+
+} // namespace ostrand::sbml_in
