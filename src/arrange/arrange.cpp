@@ -75,14 +75,17 @@ class Compound {
     std::vector<Box> place () {
         find_members ();
         const bool arcs_cross = crosses ();
+        sketch_.drawing.index ();
         for (double gap = arcs_cross ? wide_gap : narrow_gap;; gap *= 1.5) {
             for (std::size_t p = 0; p < parts_.size (); ++p) {
                 for (std::size_t n = 0; n < parts_[p].nodes.size (); ++n)
                     node (parts_[p].nodes[n]).at = drafts_[p].drawing.nodes[n].at;
             }
+            find_waiting ();
             place_inside (-1, gap);
             measure_boxes ();
             if (!arcs_cross) return boxes_;
+            place_waiting ();
             // Squares between compartments must be free, too.
             sketch_.drawing.index ();
             settle (sketch_.drawing);
@@ -131,12 +134,68 @@ class Compound {
         return wanted < 0;
     }
 
+    /// Nodes that only arcs from other compartments touch wait until those have places: they go as
+    /// near to them as their compartment lets them.
+    void find_waiting () {
+        const Drawing& all = sketch_.drawing;
+        waits_.assign (all.nodes.size (), 0);
+        for (int c = -1; c < static_cast<int> (boxes_.size ()); ++c) {
+            std::vector<int> alone;
+            bool others = false;
+            for (const Part& part : parts_) {
+                if (node (part.nodes.front ()).compartment != c) continue;
+                if (part.nodes.size () == 1 && all.degree (part.nodes.front ()) > 0) {
+                    alone.push_back (part.nodes.front ());
+                } else {
+                    others = true;
+                }
+            }
+            if (!others) continue;
+            for (const int n : alone) waits_[at (n)] = 1;
+        }
+    }
+
+    void place_waiting () {
+        Drawing& all = sketch_.drawing;
+        for (std::size_t n = 0; n < all.nodes.size (); ++n) {
+            if (waits_[n] == 0) continue;
+            DrawnNode& own = all.nodes[n];
+            Point sum;
+            int count = 0;
+            const auto add = [&] (int other) {
+                if (other == static_cast<int> (n) || waits_[at (other)] != 0) return;
+                sum = {sum.x + all.nodes[at (other)].at.x, sum.y + all.nodes[at (other)].at.y};
+                ++count;
+            };
+            const auto add_reaction = [&] (int r) {
+                add (all.reactions[at (r)].from);
+                add (all.reactions[at (r)].to);
+            };
+            for (const int r : all.node_reactions[n]) add_reaction (r);
+            for (const int l : all.node_links[n]) add_reaction (all.links[at (l)].reaction);
+            Point place = own.at;
+            if (count > 0) place = {sum.x / count, sum.y / count};
+            if (own.compartment >= 0) {
+                const Box& box = boxes_[at (own.compartment)];
+                const double inset_x = padding + own.half_width;
+                const double inset_y = padding + own.half_height;
+                place.x = std::clamp (place.x, box.left + inset_x,
+                                      std::max (box.left + inset_x, box.right - inset_x));
+                place.y = std::clamp (place.y, box.top + inset_y,
+                                      std::max (box.top + inset_y, box.bottom - inset_y));
+            }
+            own.at = place;
+            waits_[n] = 0;
+        }
+    }
+
     /// Packs what stands in a compartment itself: its parts, and the boxes inside it.
     void place_inside (int c, double gap) {
         std::vector<Shape> shapes;
         std::vector<std::vector<int>> nodes; // of each shape
         for (std::size_t p = 0; p < parts_.size (); ++p) {
-            if (node (parts_[p].nodes.front ()).compartment != c) continue;
+            const int first = parts_[p].nodes.front ();
+            if (node (first).compartment != c || waits_[at (first)] != 0) continue;
             shapes.push_back (shapes_[p]);
             nodes.push_back (parts_[p].nodes);
         }
@@ -177,8 +236,9 @@ class Compound {
                 box = {std::min (box.left, b.left), std::min (box.top, b.top),
                        std::max (box.right, b.right), std::max (box.bottom, b.bottom)};
             };
-            for (const DrawnNode& n : sketch_.drawing.nodes) {
-                if (n.compartment != c) continue;
+            for (std::size_t i = 0; i < sketch_.drawing.nodes.size (); ++i) {
+                const DrawnNode& n = sketch_.drawing.nodes[i];
+                if (n.compartment != c || waits_[i] != 0) continue;
                 add ({n.at.x - n.half_width, n.at.y - n.half_height, n.at.x + n.half_width + shadow,
                       n.at.y + n.half_height + shadow});
             }
@@ -235,6 +295,7 @@ class Compound {
     double aspect_;
     std::vector<Box> boxes_;
     std::vector<char> holds_;
+    std::vector<char> waits_; // nodes that have no place yet
 };
 
 } // namespace

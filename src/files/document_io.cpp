@@ -57,12 +57,12 @@ LoadStatus read_model_format (std::string_view text, const OpenOptions&, Documen
 LoadStatus read_foreign_sbml (std::string_view text, const OpenOptions& options,
                               Document& document) {
     sbml_in::Reading reading = sbml_in::read_sbml (text, options.use_annotation);
-    for (const std::string& note : reading.notes) report_message ("%s", note.c_str ());
-    if (!reading.network) return LoadStatus::not_readable;
-    if (!reading.drawing.empty ()) {
+    if (reading.network && !reading.drawing.empty ()) {
         document.network = read_native (reading.drawing);
         if (document.network) return LoadStatus::loaded;
     }
+    for (const std::string& note : reading.notes) report_message ("%s", note.c_str ());
+    if (!reading.network) return LoadStatus::not_readable;
     document.network = std::move (reading.network);
     document.network->update_shared_nodes ();
     document.network->layout ();

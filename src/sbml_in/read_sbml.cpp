@@ -17,6 +17,9 @@
 namespace ostrand::sbml_in {
 namespace {
 
+/// Of the annotation that holds the native text (sbml_out/names.h).
+constexpr const char* drawing_namespace = "urn:ostrand:drawing";
+
 /// The first fault that makes the text unreadable.
 std::optional<std::string> refusal (const ::SBMLDocument& document) {
     for (unsigned i = 0; i < document.getNumErrors (); ++i) {
@@ -75,6 +78,28 @@ void tell_unknown_packages (const ::SBMLDocument& document, std::vector<std::str
     }
 }
 
+/// The text inside an element.
+std::string content_of (const ::XMLNode& node) {
+    std::string text;
+    for (unsigned i = 0; i < node.getNumChildren (); ++i) {
+        if (node.getChild (i).isText ()) text += node.getChild (i).getCharacters ();
+    }
+    return text;
+}
+
+/// The native text that our own writer puts into a model's annotation.
+std::string own_drawing (const ::Model& model) {
+    const ::XMLNode* annotation = const_cast<::Model&> (model).getAnnotation ();
+    if (annotation == nullptr) return {};
+    for (unsigned i = 0; i < annotation->getNumChildren (); ++i) {
+        const ::XMLNode& child = annotation->getChild (i);
+        if (child.getName () == "drawing" && child.getURI () == drawing_namespace) {
+            return content_of (child);
+        }
+    }
+    return {};
+}
+
 Reading read (std::string_view text, bool use_layout) {
     Reading reading;
     if (text.starts_with ("\xFF\xFE") || text.starts_with ("\xFE\xFF")) {
@@ -102,6 +127,7 @@ Reading read (std::string_view text, bool use_layout) {
     Model model = extract (*from, reading.notes);
     name_species (model);
     if (use_layout) model.places = extract_places (*from, model);
+    if (use_layout) reading.drawing = own_drawing (*from);
     reading.has_places = !model.places.empty ();
     reading.network = build_network (model);
     return reading;

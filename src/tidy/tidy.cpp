@@ -55,6 +55,7 @@ class Arranger {
     void run () {
         network_.update_shared_nodes ();
         network_.layout ();
+        network_.check_compartments ();
         list_compartments ();
         list_species ();
         list_reactions ();

@@ -199,7 +199,8 @@ TEST (NativeText, fog_reaches_the_texts) {
     EXPECT_TRUE (network->nodes ()[0]->label ()->foggy ());
     EXPECT_TRUE (network->nodes ()[0]->residu ()->foggy ());
     const Arque& arc = *network->all_arcs ()[0];
-    EXPECT_TRUE (arc.foggy () && arc.label ()->foggy () && arc.residu ()->foggy () && arc.stoech_src ()->foggy ());
+    EXPECT_TRUE (arc.foggy () && arc.label ()->foggy () && arc.residu ()->foggy () &&
+                 arc.stoech_src ()->foggy ());
 }
 
 TEST (NativeText, links_of_version_1_0_are_turned_round) {
