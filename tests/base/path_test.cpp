@@ -77,19 +77,19 @@ TEST (path, the_normal_form_of_a_normal_form_is_itself_and_the_same_file) {
 TEST (path, absolute_paths) {
     const Place place;
     setenv ("HOME", "/home/me", 1);
-    set_current_directory ("/work/here/xxx");
-    EXPECT_EQ (absolute_path ("", ""), "/work/here");
+    set_current_directory ("/place/here/xxx");
+    EXPECT_EQ (absolute_path ("", ""), "/place/here");
     EXPECT_EQ (absolute_path ("/base", ""), "/base");
-    EXPECT_EQ (absolute_path ("", "a"), "/work/here/a");
-    EXPECT_EQ (absolute_path ("", "."), "/work/here");
-    EXPECT_EQ (absolute_path ("", "../a/"), "/work/a");
+    EXPECT_EQ (absolute_path ("", "a"), "/place/here/a");
+    EXPECT_EQ (absolute_path ("", "."), "/place/here");
+    EXPECT_EQ (absolute_path ("", "../a/"), "/place/a");
     EXPECT_EQ (absolute_path ("/base/b", "../a"), "/base/a");
     EXPECT_EQ (absolute_path ("/base", "/x/./y"), "/x/y");
     EXPECT_EQ (absolute_path ("", "/"), "/");
     EXPECT_EQ (absolute_path ("", "~"), "/home/me");
     EXPECT_EQ (absolute_path ("/base", "~/a"), "/home/me/a");
-    EXPECT_EQ (absolute_path ("", "~a"), "/work/here/~a");
-    EXPECT_EQ (absolute_path ("", "a/~"), "/work/here/a/~");
+    EXPECT_EQ (absolute_path ("", "~a"), "/place/here/~a");
+    EXPECT_EQ (absolute_path ("", "a/~"), "/place/here/a/~");
 }
 
 TEST (path, without_a_home_the_tilde_stays) {
