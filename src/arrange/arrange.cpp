@@ -76,28 +76,29 @@ class Compound {
         find_members ();
         const bool arcs_cross = crosses ();
         sketch_.drawing.index ();
-        for (double gap = arcs_cross ? wide_gap : narrow_gap;; gap *= 1.5) {
-            for (std::size_t p = 0; p < parts_.size (); ++p) {
-                for (std::size_t n = 0; n < parts_[p].nodes.size (); ++n)
-                    node (parts_[p].nodes[n]).at = drafts_[p].drawing.nodes[n].at;
-            }
-            find_waiting ();
-            place_inside (-1, gap);
-            measure_boxes ();
-            if (!arcs_cross) return boxes_;
-            place_waiting ();
-            // Squares between compartments must be free, too.
-            sketch_.drawing.index ();
+        for (std::size_t p = 0; p < parts_.size (); ++p) {
+            for (std::size_t n = 0; n < parts_[p].nodes.size (); ++n)
+                node (parts_[p].nodes[n]).at = drafts_[p].drawing.nodes[n].at;
+        }
+        find_waiting ();
+        place_inside (-1, arcs_cross ? wide_gap : narrow_gap);
+        measure_boxes ();
+        if (!arcs_cross) return boxes_;
+        place_waiting ();
+        // Squares between compartments must be free, too, and what moves for them may widen boxes.
+        for (int round = 0; round < most_rounds; ++round) {
             settle (sketch_.drawing);
             measure_boxes ();
-            if (gap > widest_gap || boxes_are_apart ()) return boxes_;
+            if (boxes_are_apart ()) break;
+            push_apart ();
         }
+        return boxes_;
     }
 
   private:
     static constexpr double narrow_gap = 24; // between parts and between boxes
     static constexpr double wide_gap = 90;   // between boxes that arcs with squares join
-    static constexpr double widest_gap = 400;
+    static constexpr int most_rounds = 20; // of pushing boxes apart
     static constexpr double padding = 18; // inside a box
     static constexpr double shadow = 6;   // of a node, right of and below it
 
@@ -108,12 +109,16 @@ class Compound {
     }
 
     bool crosses () const {
-        const auto& nodes = sketch_.drawing.nodes;
-        return std::any_of (sketch_.drawing.reactions.begin (), sketch_.drawing.reactions.end (),
-                            [&nodes] (const DrawnReaction& r) {
-                                return nodes[at (r.from)].compartment !=
-                                       nodes[at (r.to)].compartment;
-                            });
+        const Drawing& all = sketch_.drawing;
+        const auto apart = [&all] (int a, int b) {
+            return all.nodes[at (a)].compartment != all.nodes[at (b)].compartment;
+        };
+        return std::any_of (
+                   all.reactions.begin (), all.reactions.end (),
+                   [&] (const DrawnReaction& r) { return apart (r.from, r.to); }) ||
+               std::any_of (all.links.begin (), all.links.end (), [&] (const DrawnLink& l) {
+                   return apart (l.node, all.reactions[at (l.reaction)].from);
+               });
     }
 
     /// Which compartments hold a node, in themselves or in one inside.
@@ -260,6 +265,62 @@ class Compound {
             ++d;
         }
         return d;
+    }
+
+    void move_all_inside (int c, double dx, double dy) {
+        for (DrawnNode& n : sketch_.drawing.nodes) {
+            if (is_inside (n.compartment, c)) n.at = {n.at.x + dx, n.at.y + dy};
+        }
+        for (std::size_t i = 0; i < boxes_.size (); ++i) {
+            if (!is_inside (static_cast<int> (i), c)) continue;
+            Box& b = boxes_[i];
+            b = {b.left + dx, b.top + dy, b.right + dx, b.bottom + dy};
+        }
+    }
+
+    /// Boxes that overlap move away from each other, the later one right or down; nodes that stand
+    /// in a strange box go below all boxes.
+    void push_apart () {
+        double lowest = -1e300;
+        for (const Box& b : boxes_) {
+            if (b.width () > 0) lowest = std::max (lowest, b.bottom);
+        }
+        for (std::size_t round = 0; round < boxes_.size (); ++round) {
+            bool moved = false;
+            for (std::size_t a = 0; a < boxes_.size (); ++a) {
+                for (std::size_t b = 0; b < boxes_.size (); ++b) {
+                    const int i = static_cast<int> (a);
+                    const int k = static_cast<int> (b);
+                    if (a == b || boxes_[a].width () <= 0 || boxes_[b].width () <= 0 ||
+                        is_inside (i, k) || is_inside (k, i))
+                        continue;
+                    const Box& stays = boxes_[a];
+                    const Box& goes = boxes_[b];
+                    // The one that stands farther right or lower goes on that way.
+                    const double dx = stays.right - goes.left;
+                    const double dy = stays.bottom - goes.top;
+                    const bool overlap = dx > 0 && dy > 0 && goes.right > stays.left &&
+                                         goes.bottom > stays.top;
+                    const bool behind = goes.left + goes.right + goes.top + goes.bottom >
+                                        stays.left + stays.right + stays.top + stays.bottom;
+                    if (!overlap || !behind) continue;
+                    if (dx < dy) move_all_inside (k, std::ceil (dx + narrow_gap), 0);
+                    else move_all_inside (k, 0, std::ceil (dy + narrow_gap));
+                    moved = true;
+                }
+            }
+            if (!moved) break;
+        }
+        for (DrawnNode& n : sketch_.drawing.nodes) {
+            for (std::size_t c = 0; c < boxes_.size (); ++c) {
+                const Box& b = boxes_[c];
+                if (b.width () <= 0 || is_inside (n.compartment, static_cast<int> (c))) continue;
+                if (n.at.x + n.half_width < b.left || n.at.x - n.half_width > b.right ||
+                    n.at.y + n.half_height < b.top || n.at.y - n.half_height > b.bottom)
+                    continue;
+                if (n.compartment < 0) n.at.y = lowest + narrow_gap + n.half_height;
+            }
+        }
     }
 
     /// No box overlaps another that it is not inside, and no node stands in a strange box.

@@ -46,6 +46,7 @@ class SketchMaker {
         if (copies) {
             for (std::size_t s = 0; s < graph_.species.size (); ++s) copy_species (s);
         }
+        if (copies) join_across_compartments ();
         part_reactants ();
         part_parallel_arcs ();
         share_copies ();
@@ -72,6 +73,22 @@ class SketchMaker {
             for (std::size_t i = 0; i < reaction.modifiers.size (); ++i)
                 visit (Occurrence{id, Side::modifier, static_cast<int> (i)},
                        reaction.modifiers[i].species);
+        }
+    }
+
+    /// A copy stands no nearer to a reaction in another compartment than the species itself.
+    void join_across_compartments () {
+        for (Use& use : uses_) {
+            if (use.group != own_copy) continue;
+            const Reaction& r = graph_.reactions[static_cast<std::size_t> (use.place.reaction)];
+            const int own = compartment_of (use.species);
+            bool apart = false;
+            for (const auto* side : {&r.substrates, &r.products}) {
+                if (!side->empty () && known (side->front ())) {
+                    apart = apart || compartment_of (side->front ()) != own;
+                }
+            }
+            if (apart) use.group = 0;
         }
     }
 

@@ -4,7 +4,7 @@
 #include "base/text.h"
 #include "document/markup.h"
 #include "names/name_markup.h"
-#include "names/species_names.h"
+#include "sbml_in/extract.h"
 
 #include <algorithm>
 #include <cmath>
@@ -77,7 +77,8 @@ class Builder {
     void kinetics (const ModelReaction& r, Arque& main, const std::vector<Arque*>& substrates);
     void compartments ();
     void places ();
-    document::Point grid (int compartment, float left, float top);
+    document::Point rows (int compartment, float left, float top);
+    void grid ();
     int compartment_of (const std::vector<Reference>& side) const;
 
     const Model& model_;
@@ -217,14 +218,13 @@ void Builder::reaction (const ModelReaction& r, int index) {
     kinetics (r, main, substrates);
 }
 
-/// Boxes around what they hold, with those inside them; the file's own where it has them.
+/// A box for each compartment that holds a species; the file's own where it has them. Boxes stand
+/// side by side also where the model has one inside the other: of two boxes around a node it belongs
+/// to the larger, so an inner one would lose its species.
 void Builder::compartments () {
     std::vector<bool> holds (model_.compartments.size (), false);
     for (const ModelSpecies& s : model_.species) {
-        for (int c = s.compartment; c >= 0;
-             c = model_.compartments[static_cast<std::size_t> (c)].outside) {
-            holds[static_cast<std::size_t> (c)] = true;
-        }
+        if (s.compartment >= 0) holds[static_cast<std::size_t> (s.compartment)] = true;
     }
     std::map<int, Box> told (model_.places.compartments.begin (),
                              model_.places.compartments.end ());
@@ -239,8 +239,7 @@ void Builder::compartments () {
             static_cast<float> (box.width), static_cast<float> (box.height));
         compart->set_own_color (4);
         compart->take_label (document::line_from_markup (
-            names::name_markup (names::model_name (c.name.empty () ? c.id : c.name)),
-            document::start_font, 0));
+            label_markup (c.name.empty () ? c.id : c.name), document::start_font, 0));
         boxes_[static_cast<int> (i)] = &network_->add_compart (std::move (compart));
     }
 }
@@ -251,34 +250,33 @@ int Builder::compartment_of (const std::vector<Reference>& side) const {
                : model_.species[static_cast<std::size_t> (side.front ().species)].compartment;
 }
 
-/// Puts what stands in a compartment on rows, the boxes inside it below; gives its right and bottom
-/// edge.
-document::Point Builder::grid (int compartment, float left, float top) {
+/// Puts what stands in a compartment on rows; gives its right and bottom edge.
+document::Point Builder::rows (int compartment, float left, float top) {
     const std::vector<Node*>& nodes = inside_[compartment];
     const int columns = std::max (
         1, static_cast<int> (std::ceil (std::sqrt (static_cast<double> (nodes.size ()) / 2))));
-    float right = left + grid_step_x;
     float bottom = top;
     for (std::size_t i = 0; i < nodes.size (); ++i) {
         const int column = static_cast<int> (i) % columns;
         const int row = static_cast<int> (i) / columns;
         nodes[i]->set_position (left + grid_step_x * (static_cast<float> (column) + 0.5F),
                                 top + grid_step_y * (static_cast<float> (row) + 0.5F));
-        right = std::max (right, left + grid_step_x * static_cast<float> (column + 1));
         bottom = top + grid_step_y * static_cast<float> (row + 1);
     }
-    float x = left + grid_gap;
-    float lowest = bottom;
+    return {left + grid_step_x * static_cast<float> (columns), bottom};
+}
+
+/// What is in no compartment, and below it the boxes side by side.
+void Builder::grid () {
+    constexpr float margin = 10;
+    const float top = rows (-1, margin, margin).y + grid_gap;
+    float x = margin;
     for (const auto& [c, box] : boxes_) {
-        if (model_.compartments[static_cast<std::size_t> (c)].outside != compartment) continue;
-        const document::Point end = grid (c, x + grid_gap, bottom + 2 * grid_gap);
-        box->set_position (x, bottom + grid_gap);
-        box->set_size (end.x + grid_gap - x, end.y + grid_gap - (bottom + grid_gap));
+        const document::Point end = rows (c, x + grid_gap, top + grid_gap);
+        box->set_position (x, top);
+        box->set_size (end.x + grid_gap - x, end.y + grid_gap - top);
         x = end.x + 2 * grid_gap;
-        lowest = std::max (lowest, end.y + 2 * grid_gap);
-        right = std::max (right, x);
     }
-    return {right, lowest};
 }
 
 void Builder::places () {
@@ -315,7 +313,7 @@ std::unique_ptr<Network> Builder::run () {
     for (std::size_t i = 0; i < model_.reactions.size (); ++i) {
         reaction (model_.reactions[i], static_cast<int> (i));
     }
-    if (model_.places.compartments.empty ()) grid (-1, 10, 10);
+    if (model_.places.compartments.empty ()) grid ();
     places ();
     if (!model_.places.empty ()) {
         std::map<Node*, int> beside;

@@ -323,7 +323,7 @@ void Extractor::laws () {
     }
     for (std::size_t i = 0; i < model_.species.size (); ++i) {
         ModelSpecies& s = model_.species[i];
-        s.by_rule = !quantities.is_fixed (s.id) || from_.getAssignmentRule (s.id) != nullptr;
+        s.by_rule = from_.getAssignmentRule (s.id) != nullptr;
         s.concentration = quantities.start_concentration (static_cast<int> (i));
     }
     for (std::size_t i = 0; i < model_.reactions.size (); ++i) {

@@ -220,7 +220,7 @@ Law understand (const ::Reaction& reaction, const ModelReaction& read, const Mod
         for (const Reference& r : *references) {
             const ModelSpecies& s = model.species[static_cast<std::size_t> (r.species)];
             if (s.by_rule) {
-                why = "a rule or an event changes '" + s.id + "'";
+                why = "a rule tells '" + s.id + "'";
                 return law;
             }
             if (!r.stoichiometry_text.empty ()) {

@@ -27,7 +27,7 @@ struct ModelSpecies {
     int compartment = -1;
     SpeciesSort sort = SpeciesSort::molecule;
     bool held = false;                   // reactions do not change it
-    bool by_rule = false;                // a rule or an event changes it
+    bool by_rule = false;                // an assignment rule tells it
     bool amount = false;                 // its symbol means an amount, not a concentration
     std::optional<double> concentration; // at the start, uM
 };

@@ -38,17 +38,17 @@ std::string with_scripts (const std::string& name) {
     return out;
 }
 
-std::string label_of (const std::string& name) {
-    return names::name_markup (with_scripts (names::model_name (name)));
-}
-
 std::string shown_name (const ModelSpecies& s) { return s.name.empty () ? s.id : s.name; }
 
 } // namespace
 
+std::string label_markup (const std::string& name) {
+    return names::name_markup (with_scripts (names::model_name (name)));
+}
+
 void name_species (Model& model) {
     std::map<std::string, std::vector<ModelSpecies*>> groups;
-    for (ModelSpecies& s : model.species) groups[label_of (shown_name (s))].push_back (&s);
+    for (ModelSpecies& s : model.species) groups[label_markup (shown_name (s))].push_back (&s);
     std::set<std::string> taken;
     for (const auto& [text, group] : groups) {
         if (group.size () == 1) taken.insert (text);
@@ -66,14 +66,14 @@ void name_species (Model& model) {
             if (in_compartment[s->compartment] == 1 && s->compartment >= 0) {
                 const ModelCompartment& c =
                     model.compartments[static_cast<std::size_t> (s->compartment)];
-                wanted = label_of (name + " (" + (c.name.empty () ? c.id : c.name) + ")");
+                wanted = label_markup (name + " (" + (c.name.empty () ? c.id : c.name) + ")");
             } else {
-                wanted = label_of (name + " (" + s->id + ")");
+                wanted = label_markup (name + " (" + s->id + ")");
             }
             if (!taken.insert (wanted).second) {
-                wanted = label_of (name + " (" + s->id + ")");
+                wanted = label_markup (name + " (" + s->id + ")");
                 for (int n = 2; !taken.insert (wanted).second; ++n) {
-                    wanted = label_of (name + " (" + s->id + ", " + std::to_string (n) + ")");
+                    wanted = label_markup (name + " (" + s->id + ", " + std::to_string (n) + ")");
                 }
             }
             s->text = wanted;

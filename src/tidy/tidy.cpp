@@ -79,6 +79,7 @@ class Arranger {
     void list_species ();
     void list_reactions ();
     void add_reaction (Arque& main);
+    int innermost_around (const Node& n) const;
     bool is_mark (const Node& n) const;
     void apply (const arrange::Layout& layout);
     Node& copy_of (Node& n);
@@ -115,6 +116,18 @@ void Arranger::list_compartments () {
     }
 }
 
+/// The smallest compartment that a node stands in; -1 for none.
+int Arranger::innermost_around (const Node& n) const {
+    int found = -1;
+    for (std::size_t i = 0; i < comps_.size (); ++i) {
+        if (!comps_[i]->contains (n.x (), n.y ())) continue;
+        if (found < 0 || comps_[i]->area () < comps_[at (found)]->area ()) {
+            found = static_cast<int> (i);
+        }
+    }
+    return found;
+}
+
 /// A node without a label at one end of one reaction: a source or a sink.
 bool Arranger::is_mark (const Node& n) const {
     if (n.label () != nullptr || n.arcs ().size () + n.incoming ().size () != 1) return false;
@@ -127,9 +140,7 @@ void Arranger::list_species () {
     for (const auto& n : network_.nodes ()) {
         if (is_mark (*n)) continue;
         Node* master = n->master () != nullptr ? n->master () : n.get ();
-        const auto place = std::find (comps_.begin (), comps_.end (), master->compart ());
-        const int compartment =
-            place == comps_.end () ? -1 : static_cast<int> (place - comps_.begin ());
+        const int compartment = innermost_around (*master);
         const auto [found, is_new] =
             species_of_.try_emplace (master, static_cast<int> (nodes_.size ()));
         if (is_new) {
