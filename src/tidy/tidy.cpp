@@ -157,6 +157,12 @@ void Arranger::list_species () {
             graph_.species.push_back (std::move (s));
         }
         species_of_[n.get ()] = found->second;
+        // Copies may be written in other letters.
+        arrange::Species& s = graph_.species[at (found->second)];
+        for (arrange::Size* size : {&s.size, &s.shared_size}) {
+            size->width = std::max<double> (size->width, n->get_width ());
+            size->height = std::max<double> (size->height, n->get_height ());
+        }
         nodes_[at (found->second)].push_back (n.get ());
     }
 }
