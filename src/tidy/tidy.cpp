@@ -292,7 +292,11 @@ void Arranger::apply (const arrange::Layout& layout) {
         while (nodes_[s].size () > std::max<std::size_t> (used[s], 1)) {
             Node* spare = nodes_[s].back ();
             nodes_[s].pop_back ();
-            if (spare->arcs ().empty () && spare->incoming ().empty ()) spare->destroy ();
+            // Arcs that are no part of a reaction stay with the species.
+            Node& stays = *nodes_[s].front ();
+            while (!spare->arcs ().empty ()) set_source (*spare->arcs ().front (), stays);
+            while (!spare->incoming ().empty ()) spare->incoming ().front ()->set_dest (&stays);
+            spare->destroy ();
         }
     }
     place_boxes (layout);
