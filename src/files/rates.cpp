@@ -296,6 +296,7 @@ class Rated {
         if (reverse) direction (parts_.products, parts_.substrates, *reverse);
         return std::move (out_);
     }
+    /// Michaelis-Menten: a statement for each enzyme; what uses itself up is none.
     RatedText enzyme (const Rate& rate);
 
   private:
@@ -304,6 +305,7 @@ class Rated {
     void fail (const std::string& why) {
         if (out_.fault.empty ()) out_.fault = why;
     }
+    void enzyme_statement (const std::string& enzyme, double kcat);
     void multiply (std::string& text, const std::map<std::string, double>& side,
                    const std::vector<std::string>& order);
 
@@ -374,41 +376,45 @@ RatedText Rated::enzyme (const Rate& rate) {
         if (!(k > 0)) fail ("a Km is missing");
         km = km == 0 ? k : std::min (km, k);
     }
-    std::string enzyme;
+    std::vector<std::string> enzymes;
     double kcat = rate.value;
     if (rate.order == 1) {
-        if (parts_.catalysts.empty ()) {
-            fail ("it has a turnover but no enzyme");
-            return std::move (out_);
+        for (const std::string& name : parts_.catalysts) {
+            if (!parts_.substrates.contains (name)) enzymes.push_back (name);
         }
-        enzyme = parts_.catalysts.front ();
+        if (enzymes.empty ()) fail ("it has a turnover but no enzyme");
     } else {
-        enzyme = "enzyme " + std::to_string (number_);
+        enzymes.push_back ("enzyme " + std::to_string (number_));
         const double amount = std::max ({least_enzyme, std::min (enzyme_of_km * km, rate.value),
                                          rate.value / fastest_turnover});
         kcat = rate.value / amount;
         out_.concentrations +=
-            "[" + sim::quoted (enzyme) + "] = " + language_number (amount) + " uM;\n";
+            "[" + sim::quoted (enzymes.front ()) + "] = " + language_number (amount) + " uM;\n";
     }
-    out_.statements += sim::quoted (enzyme) + " : ";
-    multiply (out_.statements, parts_.substrates, parts_.substrate_order);
-    out_.statements += " -> ";
+    for (const std::string& enzyme : enzymes) enzyme_statement (enzyme, kcat);
+    return std::move (out_);
+}
+
+void Rated::enzyme_statement (const std::string& enzyme, double kcat) {
+    std::string& text = out_.statements;
+    text += sim::quoted (enzyme) + " : ";
+    multiply (text, parts_.substrates, parts_.substrate_order);
+    text += " -> ";
     if (parts_.products.empty ()) {
-        out_.statements += sim::quoted ("gone");
+        text += sim::quoted ("gone");
     } else {
-        multiply (out_.statements, parts_.products, parts_.product_order);
+        multiply (text, parts_.products, parts_.product_order);
     }
     for (std::size_t i = 0; i < parts_.km.size (); ++i) {
-        out_.statements += (i == 0 ? " | " : ", ") + language_number (parts_.km[i]) + " uM";
+        text += (i == 0 ? " | " : ", ") + language_number (parts_.km[i]) + " uM";
     }
-    out_.statements += " - " + language_number (kcat) + " ;\n";
+    text += " - " + language_number (kcat) + " ;\n";
     for (const auto& [name, constant] : parts_.inhibitors) {
         const std::optional<double> ki = parse_um (constant);
         if (!ki || !(*ki > 0)) continue;
-        out_.statements += sim::quoted (enzyme) + " : " + sim::quoted (name) + " | " +
-                           language_number (*ki) + " uM ;\n";
+        text += sim::quoted (enzyme) + " : " + sim::quoted (name) + " | " + language_number (*ki) +
+                " uM ;\n";
     }
-    return std::move (out_);
 }
 
 } // namespace

@@ -34,6 +34,7 @@ class Matcher {
     bool term (const Monomial& m, double c, const std::vector<Reference>& references,
                double& constant, int& order);
     int enzyme_in (const Monomial& m) const;
+    bool other_catalysts (const Law& law, const std::vector<int>& substrates) const;
     bool one_substrate (const Polynomial& below, int s, Law& law);
     bool many_substrates (const Polynomial& below, const std::vector<int>& substrates, Law& law);
 
@@ -169,6 +170,23 @@ bool Matcher::many_substrates (const Polynomial& below, const std::vector<int>& 
     return true;
 }
 
+/// A turnover is that of every catalyst in a drawing, so there may be only the one; the inhibitors
+/// that the law told are none.
+bool Matcher::other_catalysts (const Law& law, const std::vector<int>& substrates) const {
+    for (std::size_t i = 0; i < reaction_.modifiers.size (); ++i) {
+        const int index = static_cast<int> (i);
+        const ModelModifier& m = reaction_.modifiers[i];
+        if (index == law.enzyme || m.role != Role::catalysis) continue;
+        const bool inhibits =
+            std::any_of (law.inhibitors.begin (), law.inhibitors.end (),
+                         [index] (const auto& one) { return one.first == index; });
+        const bool is_substrate =
+            std::count (substrates.begin (), substrates.end (), m.species) > 0;
+        if (!inhibits && !is_substrate) return true;
+    }
+    return false;
+}
+
 bool Matcher::michaelis_menten (const Rational& rate, Law& law) {
     if (rate.numerator.size () != 1 || rate.denominator.size () < 2) return false;
     if (reaction_.reactants.empty () || reaction_.reactants.size () > 4) return false;
@@ -191,7 +209,7 @@ bool Matcher::michaelis_menten (const Rational& rate, Law& law) {
     if (above != expected) return false;
     const bool good = substrates.size () == 1 ? one_substrate (rate.denominator, substrates[0], law)
                                               : many_substrates (rate.denominator, substrates, law);
-    if (!good) return false;
+    if (!good || (law.enzyme >= 0 && other_catalysts (law, substrates))) return false;
     Monomial saturated;
     for (const int s : substrates) saturated.emplace_back (s, 1);
     std::sort (saturated.begin (), saturated.end ());

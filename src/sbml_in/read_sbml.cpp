@@ -1,9 +1,11 @@
 // The road from a text to a network, with every fault of the library kept inside.
 #include "sbml_in/read_sbml.h"
 
+#include "base/report.h"
 #include "base/text.h"
 #include "sbml_in/build.h"
 #include "sbml_in/extract.h"
+#include "sbml_in/own_drawing.h"
 
 #include <algorithm>
 #include <exception>
@@ -17,30 +19,81 @@
 namespace ostrand::sbml_in {
 namespace {
 
-/// Of the annotation that holds the native text (sbml_out/names.h).
-constexpr const char* drawing_namespace = "urn:ostrand:drawing";
+/// Faults of the first line, behind which the model can be read all the same.
+bool is_of_declaration (unsigned id) {
+    return id == ::MissingXMLDecl || id == ::MissingXMLEncoding || id == ::BadXMLDecl ||
+           id == ::NotUTF8 || id == ::BadXMLDeclLocation;
+}
+
+std::string told (const ::SBMLError& e) {
+    std::string what = e.getShortMessage ();
+    if (what.empty ()) what = e.getMessage ();
+    std::replace (what.begin (), what.end (), '\n', ' ');
+    while (!what.empty () && (what.back () == ' ' || what.back () == '.')) what.pop_back ();
+    return format_text ("SBML, line %u: %s.", std::max (1U, e.getLine ()), what.c_str ());
+}
 
 /// The first fault that makes the text unreadable.
 std::optional<std::string> refusal (const ::SBMLDocument& document) {
+    const ::SBMLError* first = nullptr;
     for (unsigned i = 0; i < document.getNumErrors (); ++i) {
         const ::SBMLError& e = *document.getError (i);
+        if (e.getSeverity () < ::LIBSBML_SEV_ERROR || is_of_declaration (e.getErrorId ())) {
+            continue;
+        }
+        if (first == nullptr) first = &e;
         const bool is_xml = e.getCategory () == ::LIBSBML_CAT_XML ||
                             e.getCategory () == ::LIBSBML_CAT_SYSTEM ||
-                            e.getErrorId () == ::NotUTF8;
-        const bool is_bad = e.getSeverity () >= ::LIBSBML_SEV_ERROR;
-        if (!is_bad || !(is_xml || e.isFatal ())) continue;
-        std::string what = e.getShortMessage ();
-        std::string detail = e.getMessage ();
-        if (what.empty ()) what = detail;
-        std::replace (what.begin (), what.end (), '\n', ' ');
-        while (!what.empty () && (what.back () == ' ' || what.back () == '.')) what.pop_back ();
-        return format_text ("SBML, line %u: %s.", std::max (1U, e.getLine ()), what.c_str ());
+                            e.getCategory () == ::LIBSBML_CAT_INTERNAL;
+        if (is_xml) return told (e);
     }
-    if (document.getModel () == nullptr) {
-        return format_text ("SBML, line %u: no <model> was found.",
-                            std::max (1U, document.getLine ()));
+    if (document.getModel () != nullptr) return std::nullopt;
+    if (first != nullptr) return told (*first);
+    return format_text ("SBML, line %u: no <model> was found.", std::max (1U, document.getLine ()));
+}
+
+/// Bytes from `i` that are one character of UTF-8; 0 when they are none.
+std::size_t utf8_bytes (std::string_view text, std::size_t i) {
+    const auto first = static_cast<unsigned char> (text[i]);
+    const std::size_t n = first < 0x80    ? 1
+                          : first >= 0xF0 ? 4
+                          : first >= 0xE0 ? 3
+                          : first >= 0xC2 ? 2
+                                          : 0;
+    if (first > 0xF4 || i + n > text.size ()) return 0;
+    for (std::size_t k = 1; k < n; ++k) {
+        if ((static_cast<unsigned char> (text[i + k]) & 0xC0U) != 0x80U) return 0;
     }
-    return std::nullopt;
+    return n;
+}
+
+/// The text as XML can hold it: single bytes of Latin-1 in what should be UTF-8 become letters,
+/// control characters blanks.
+std::string mended (std::string_view text) {
+    const std::string_view start = text.substr (0, text.find ('>'));
+    const bool other_encoding = start.starts_with ("<?xml") &&
+                                start.find ("encoding") != std::string_view::npos &&
+                                start.find ("UTF-8") == std::string_view::npos &&
+                                start.find ("utf-8") == std::string_view::npos;
+    std::string out;
+    out.reserve (text.size ());
+    for (std::size_t i = 0; i < text.size ();) {
+        const char c = text[i];
+        const auto byte = static_cast<unsigned char> (c);
+        std::size_t n = other_encoding ? 1 : utf8_bytes (text, i);
+        if (byte < 0x20 && c != '\n' && c != '\t' && c != '\r') {
+            out += ' ';
+            n = 1;
+        } else if (n == 0) {
+            out += static_cast<char> (0xC0U | (byte >> 6));
+            out += static_cast<char> (0x80U | (byte & 0x3FU));
+            n = 1;
+        } else {
+            out += text.substr (i, n);
+        }
+        i += n;
+    }
+    return out;
 }
 
 bool has_submodels (::SBMLDocument& document) {
@@ -94,7 +147,7 @@ std::string own_drawing (const ::Model& model) {
     for (unsigned i = 0; i < annotation->getNumChildren (); ++i) {
         const ::XMLNode& child = annotation->getChild (i);
         if (child.getName () == "drawing" && child.getURI () == drawing_namespace) {
-            return content_of (child);
+            return unpacked_drawing (content_of (child));
         }
     }
     return {};
@@ -107,7 +160,7 @@ Reading read (std::string_view text, bool use_layout) {
         return reading;
     }
     if (text.starts_with ("\xEF\xBB\xBF")) text.remove_prefix (3);
-    const std::string whole (text.substr (0, text.find ('\0')));
+    const std::string whole = mended (text);
     const std::unique_ptr<::SBMLDocument> document (::readSBMLFromString (whole.c_str ()));
     if (!document) {
         reading.notes.emplace_back ("SBML, line 1: it cannot be read.");
@@ -130,6 +183,10 @@ Reading read (std::string_view text, bool use_layout) {
     if (use_layout) reading.drawing = own_drawing (*from);
     reading.has_places = !model.places.empty ();
     reading.network = build_network (model);
+    {
+        const MessageScope silent ([] (std::string_view) {}); // boxes of a file's layout may overlap
+        reading.network->check_compartments ();
+    }
     return reading;
 }
 

@@ -10,9 +10,6 @@
 
 namespace ostrand::sbml_out {
 
-/// Of the annotation that holds the native text.
-inline constexpr const char* drawing_namespace = "urn:ostrand:drawing";
-
 /// What each object is called in the file.
 struct Ids {
     std::map<const document::Compart*, std::string> compartments;

@@ -8,6 +8,7 @@
 #include "base/text.h"
 #include "files/native.h"
 #include "files/rates.h"
+#include "sbml_in/own_drawing.h"
 
 #include <algorithm>
 #include <cmath>
@@ -41,7 +42,7 @@ namespace term {
 constexpr int simple_chemical = 247;
 constexpr int polypeptide = 252;
 constexpr int gene = 354;
-constexpr int receptor = 244;
+constexpr int receptor = 252; // a polypeptide: receptors are no branch of their own
 constexpr int material_entity = 240;
 constexpr int physical_compartment = 290;
 constexpr int biochemical_reaction = 176;
@@ -190,7 +191,7 @@ void Writer::compartments () {
     }
     has_other_compartment_ =
         std::any_of (network_.nodes ().begin (), network_.nodes ().end (), [] (const auto& n) {
-            return n->master () == nullptr && !is_mark (*n) && n->compart () == nullptr;
+            return !is_mark (*n) && n->compart () == nullptr;
         });
     if (has_other_compartment_) make (other_compartment, "");
 }
@@ -198,9 +199,11 @@ void Writer::compartments () {
 void Writer::species () {
     int number = 0;
     for (const auto& n : network_.nodes ()) {
-        if (n->master () != nullptr || is_mark (*n)) continue;
+        // The first of its kind may stand in a network around this one or inside.
+        const Node* kind = n->master () != nullptr ? n->master () : n.get ();
+        if (ids_.species.contains (kind) || is_mark (*n)) continue;
         const std::string id = "s" + std::to_string (++number);
-        ids_.species[n.get ()] = id;
+        ids_.species[kind] = id;
         ::Species& s = *model_.createSpecies ();
         s.setId (id);
         const std::string name = shown_name (*n);
@@ -277,7 +280,7 @@ std::string Writer::enzyme_term (const Equation& e, const std::vector<Part>& enz
         if (p.arc->type () != document::arc::inhibition || !p.constant) continue;
         const std::string id = "Ki" + std::to_string (++number);
         constant (law, id, *p.constant, unit_concentration, term::inhibitory_constant);
-        inhibited += " + " + id_of (*p.node) + " / " + id;
+        inhibited += " + Km1 * " + id_of (*p.node) + " / " + id;
     }
     number = 0;
     for (const Part& p : e.reactants) {
@@ -285,8 +288,8 @@ std::string Writer::enzyme_term (const Equation& e, const std::vector<Part>& enz
         constant (law, id, *p.constant, unit_concentration, term::michaelis_constant);
         const std::string& s = id_of (*p.node);
         const bool with_inhibitors = !inhibited.empty () && e.reactants.size () == 1;
-        text += " * " + s + " / (" + id +
-                (with_inhibitors ? " * (1" + inhibited + ")" : std::string ()) + " + " + s + ")";
+        text += " * " + s + " / (" + id + (with_inhibitors ? inhibited : std::string ()) + " + " +
+                s + ")";
     }
     return text;
 }
@@ -299,6 +302,13 @@ void Writer::law (const Equation& e, ::Reaction& to) {
     std::vector<Part> enzymes;
     std::copy_if (e.modifiers.begin (), e.modifiers.end (), std::back_inserter (enzymes),
                   [] (const Part& p) { return p.arc->type () == document::arc::catalysis; });
+    std::vector<Part> other_enzymes; // that the reaction does not use up
+    std::copy_if (enzymes.begin (), enzymes.end (), std::back_inserter (other_enzymes),
+                  [&] (const Part& p) {
+                      return std::none_of (
+                          e.reactants.begin (), e.reactants.end (),
+                          [&] (const Part& r) { return id_of (*r.node) == id_of (*p.node); });
+                  });
     const double plain = parse_atof (second);
     const bool is_told = !backward && !forward && !enzymes.empty () && plain > 0 &&
                          second.find_first_not_of ("0123456789.e-+") == std::string::npos;
@@ -307,7 +317,7 @@ void Writer::law (const Equation& e, ::Reaction& to) {
     auto law = std::make_unique<::KineticLaw> (to.getSBMLNamespaces ());
     std::string formula;
     if (!forward) {
-        formula = enzyme_term (e, enzymes, *backward, *law);
+        formula = enzyme_term (e, other_enzymes, *backward, *law);
         law->setSBOTerm (term::michaelis_menten);
     } else {
         formula = rate_term (e.reactants, enzymes, *forward, "k", *law);
@@ -369,8 +379,8 @@ void Writer::reactions () {
 
 /// The native text, so that nothing of the drawing is lost.
 void Writer::annotate () {
-    const std::string text = "<ostrand:drawing xmlns:ostrand=\"" + std::string (drawing_namespace) +
-                             "\">" + xml_escaped (files::write_native (network_)) +
+    const std::string text = "<ostrand:drawing xmlns:ostrand=\"" + std::string (sbml_in::drawing_namespace) +
+                             "\">" + xml_escaped (sbml_in::packed_drawing (files::write_native (network_))) +
                              "</ostrand:drawing>";
     model_.setAnnotation ("<annotation>" + text + "</annotation>");
 }
