@@ -84,13 +84,16 @@ class Compound {
         place_inside (-1, arcs_cross ? wide_gap : narrow_gap);
         measure_boxes ();
         if (!arcs_cross) return boxes_;
-        place_waiting ();
         // Squares between compartments must be free, too, and what moves for them may widen boxes.
+        const std::vector<char> alone = waits_;
         for (int round = 0; round < most_rounds; ++round) {
+            waits_ = alone;
+            measure_boxes ();
+            push_apart (narrow_gap * (1 + round));
+            place_waiting ();
             settle (sketch_.drawing);
             measure_boxes ();
             if (boxes_are_apart ()) break;
-            push_apart ();
         }
         return boxes_;
     }
@@ -280,7 +283,7 @@ class Compound {
 
     /// Boxes that overlap move away from each other, the later one right or down; nodes that stand
     /// in a strange box go below all boxes.
-    void push_apart () {
+    void push_apart (double gap) {
         double lowest = -1e300;
         for (const Box& b : boxes_) {
             if (b.width () > 0) lowest = std::max (lowest, b.bottom);
@@ -304,8 +307,8 @@ class Compound {
                     const bool behind = goes.left + goes.right + goes.top + goes.bottom >
                                         stays.left + stays.right + stays.top + stays.bottom;
                     if (!overlap || !behind) continue;
-                    if (dx < dy) move_all_inside (k, std::ceil (dx + narrow_gap), 0);
-                    else move_all_inside (k, 0, std::ceil (dy + narrow_gap));
+                    if (dx < dy) move_all_inside (k, std::ceil (dx + gap), 0);
+                    else move_all_inside (k, 0, std::ceil (dy + gap));
                     moved = true;
                 }
             }

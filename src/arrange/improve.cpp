@@ -102,7 +102,7 @@ void finish_draft (Draft& draft, double effort) {
         Field field (drawing, draft.wishes);
         const int stages = 12;
         const double hot = 100, cold = 0.5;
-        const double w0 = 0.15, w1 = 0.4;
+        const double w0 = 0.4, w1 = 2;
         for (int k = 0; k < stages; ++k) {
             const double a = static_cast<double> (k) / stages;
             const double b = static_cast<double> (k + 1) / stages;
@@ -118,8 +118,8 @@ void finish_draft (Draft& draft, double effort) {
         }
     }
     draft.wishes.clarity = 3;
-    draft.wishes.wall_weight = 2;
-    draft.wishes.walls = walls_of (drawing, 0.45);
+    draft.wishes.wall_weight = 6;
+    draft.wishes.walls = walls_of (drawing, 0.6);
     Field field (drawing, draft.wishes);
     search (drawing, field, draft.wishes, {work_of (drawing, effort * 3000), 80, 1, 40, 8, 0.4},
             random);

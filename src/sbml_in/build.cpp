@@ -226,6 +226,11 @@ void Builder::compartments () {
     for (const ModelSpecies& s : model_.species) {
         if (s.compartment >= 0) holds[static_cast<std::size_t> (s.compartment)] = true;
     }
+    // A box around everything would only take room.
+    if (std::count (holds.begin (), holds.end (), true) < 2 &&
+        model_.places.compartments.empty ()) {
+        return;
+    }
     std::map<int, Box> told (model_.places.compartments.begin (),
                              model_.places.compartments.end ());
     for (std::size_t i = 0; i < model_.compartments.size (); ++i) {
