@@ -86,24 +86,30 @@ class Compound {
         if (!arcs_cross) return boxes_;
         // Squares between compartments must be free, too, and what moves for them may widen boxes.
         const std::vector<char> alone = waits_;
-        for (int round = 0; round < most_rounds; ++round) {
+        const int rounds =
+            sketch_.drawing.reactions.size () > large ? most_rounds_of_large : most_rounds;
+        bool apart = false;
+        for (int round = 0; round < rounds && !apart; ++round) {
             waits_ = alone;
             measure_boxes ();
             push_apart (narrow_gap * (1 + round));
             place_waiting ();
             settle (sketch_.drawing);
             measure_boxes ();
-            if (boxes_are_apart ()) break;
+            apart = boxes_are_apart ();
         }
+        if (!apart) push_apart (narrow_gap);
         return boxes_;
     }
 
   private:
     static constexpr double narrow_gap = 24; // between parts and between boxes
     static constexpr double wide_gap = 90;   // between boxes that arcs with squares join
-    static constexpr int most_rounds = 20; // of pushing boxes apart
-    static constexpr double padding = 18; // inside a box
-    static constexpr double shadow = 6;   // of a node, right of and below it
+    static constexpr int most_rounds = 20;   // of pushing boxes apart
+    static constexpr int most_rounds_of_large = 3;
+    static constexpr std::size_t large = 600; // reactions
+    static constexpr double padding = 18;     // inside a box
+    static constexpr double shadow = 6;       // of a node, right of and below it
 
     DrawnNode& node (int n) { return sketch_.drawing.nodes[at (n)]; }
     int parent (int c) const {
@@ -116,9 +122,8 @@ class Compound {
         const auto apart = [&all] (int a, int b) {
             return all.nodes[at (a)].compartment != all.nodes[at (b)].compartment;
         };
-        return std::any_of (
-                   all.reactions.begin (), all.reactions.end (),
-                   [&] (const DrawnReaction& r) { return apart (r.from, r.to); }) ||
+        return std::any_of (all.reactions.begin (), all.reactions.end (),
+                            [&] (const DrawnReaction& r) { return apart (r.from, r.to); }) ||
                std::any_of (all.links.begin (), all.links.end (), [&] (const DrawnLink& l) {
                    return apart (l.node, all.reactions[at (l.reaction)].from);
                });
@@ -302,13 +307,15 @@ class Compound {
                     // The one that stands farther right or lower goes on that way.
                     const double dx = stays.right - goes.left;
                     const double dy = stays.bottom - goes.top;
-                    const bool overlap = dx > 0 && dy > 0 && goes.right > stays.left &&
-                                         goes.bottom > stays.top;
+                    const bool overlap =
+                        dx > 0 && dy > 0 && goes.right > stays.left && goes.bottom > stays.top;
                     const bool behind = goes.left + goes.right + goes.top + goes.bottom >
                                         stays.left + stays.right + stays.top + stays.bottom;
                     if (!overlap || !behind) continue;
-                    if (dx < dy) move_all_inside (k, std::ceil (dx + gap), 0);
-                    else move_all_inside (k, 0, std::ceil (dy + gap));
+                    if (dx < dy)
+                        move_all_inside (k, std::ceil (dx + gap), 0);
+                    else
+                        move_all_inside (k, 0, std::ceil (dy + gap));
                     moved = true;
                 }
             }
@@ -374,7 +381,7 @@ Layout arrange (const Graph& graph, const Options& options) {
             drafts.push_back ({std::move (part.drawing), {}});
             continue;
         }
-        drafts.push_back (make_draft (std::move (part.drawing), 1));
+        drafts.push_back (make_draft (std::move (part.drawing), options.effort));
         if (!options.copies) continue;
         Drawing& drawing = drafts.back ().drawing;
         for (const int l : links_to_split (drafts.back ())) {
@@ -398,7 +405,7 @@ Layout arrange (const Graph& graph, const Options& options) {
             drawing.nodes[n].half_width = sketch.drawing.nodes[at (parts[p].nodes[n])].half_width;
             drawing.nodes[n].half_height = sketch.drawing.nodes[at (parts[p].nodes[n])].half_height;
         }
-        if (!drawing.reactions.empty ()) finish_draft (drafts[p], 1);
+        if (!drawing.reactions.empty ()) finish_draft (drafts[p], options.effort);
         settle (drawing);
         shapes.push_back (shape_of (drawing));
     }

@@ -10,6 +10,7 @@ struct Options {
     bool copies = true;     // cofactors and enzymes of many reactions get copies beside them
     double aspect = 4. / 3; // wanted width / height of the page
     double margin = 10;     // around everything, pixels
+    double effort = 1;      // of the search for good places; its time grows with it
 };
 
 /// Places everything. The same graph and options give the same layout. Safe to call from several

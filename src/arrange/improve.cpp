@@ -55,7 +55,9 @@ Draft make_draft (Drawing drawing, double effort) {
     const auto flows = acyclic_reactions (drawing);
     Draft best;
     double best_cost = 0;
+    constexpr double little = 0.5; // effort below which only the fastest start is tried
     for (const StartKind kind : {StartKind::down, StartKind::right, StartKind::stress}) {
+        if (effort < little && kind != StartKind::stress) continue;
         Draft draft{drawing, {}};
         if (!start_places (draft.drawing, kind)) continue;
         const Box box = bounds_of (draft.drawing);

@@ -67,7 +67,7 @@ LoadStatus read_foreign_sbml (std::string_view text, const OpenOptions& options,
     document.network->update_shared_nodes ();
     document.network->layout ();
     if (!reading.has_places && options.arranging == Arranging::without_places) {
-        tidy::arrange_network (*document.network);
+        tidy::arrange_network (*document.network, tidy::Care::quick);
     }
     return LoadStatus::loaded;
 }

@@ -116,7 +116,8 @@ bool is_whole_sbml (std::string_view text) {
                    one.second.find ("sbml.org/sbml/level") != std::string_view::npos;
         });
     if (!has_namespace) return false;
-    const std::string_view prefix = prefix_of (root.name); // annotations have elements of such names
+    const std::string_view prefix =
+        prefix_of (root.name); // annotations have elements of such names
     const XmlTag species = scanner.find ([prefix] (std::string_view name, bool is_end) {
         return !is_end && prefix_of (name) == prefix &&
                (local_name (name) == "species" || local_name (name) == "specie" ||

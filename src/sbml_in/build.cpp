@@ -219,8 +219,8 @@ void Builder::reaction (const ModelReaction& r, int index) {
 }
 
 /// A box for each compartment that holds a species; the file's own where it has them. Boxes stand
-/// side by side also where the model has one inside the other: of two boxes around a node it belongs
-/// to the larger, so an inner one would lose its species.
+/// side by side also where the model has one inside the other: of two boxes around a node it
+/// belongs to the larger, so an inner one would lose its species.
 void Builder::compartments () {
     std::vector<bool> holds (model_.compartments.size (), false);
     for (const ModelSpecies& s : model_.species) {

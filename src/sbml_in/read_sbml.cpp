@@ -184,7 +184,8 @@ Reading read (std::string_view text, bool use_layout) {
     reading.has_places = !model.places.empty ();
     reading.network = build_network (model);
     {
-        const MessageScope silent ([] (std::string_view) {}); // boxes of a file's layout may overlap
+        const MessageScope silent (
+            [] (std::string_view) {}); // boxes of a file's layout may overlap
         reading.network->check_compartments ();
     }
     return reading;

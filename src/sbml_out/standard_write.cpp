@@ -190,9 +190,8 @@ void Writer::compartments () {
         make (id, shown_name (*c));
     }
     has_other_compartment_ =
-        std::any_of (network_.nodes ().begin (), network_.nodes ().end (), [] (const auto& n) {
-            return !is_mark (*n) && n->compart () == nullptr;
-        });
+        std::any_of (network_.nodes ().begin (), network_.nodes ().end (),
+                     [] (const auto& n) { return !is_mark (*n) && n->compart () == nullptr; });
     if (has_other_compartment_) make (other_compartment, "");
 }
 
@@ -303,12 +302,12 @@ void Writer::law (const Equation& e, ::Reaction& to) {
     std::copy_if (e.modifiers.begin (), e.modifiers.end (), std::back_inserter (enzymes),
                   [] (const Part& p) { return p.arc->type () == document::arc::catalysis; });
     std::vector<Part> other_enzymes; // that the reaction does not use up
-    std::copy_if (enzymes.begin (), enzymes.end (), std::back_inserter (other_enzymes),
-                  [&] (const Part& p) {
-                      return std::none_of (
-                          e.reactants.begin (), e.reactants.end (),
-                          [&] (const Part& r) { return id_of (*r.node) == id_of (*p.node); });
-                  });
+    std::copy_if (
+        enzymes.begin (), enzymes.end (), std::back_inserter (other_enzymes), [&] (const Part& p) {
+            return std::none_of (e.reactants.begin (), e.reactants.end (), [&] (const Part& r) {
+                return id_of (*r.node) == id_of (*p.node);
+            });
+        });
     const double plain = parse_atof (second);
     const bool is_told = !backward && !forward && !enzymes.empty () && plain > 0 &&
                          second.find_first_not_of ("0123456789.e-+") == std::string::npos;
@@ -379,9 +378,10 @@ void Writer::reactions () {
 
 /// The native text, so that nothing of the drawing is lost.
 void Writer::annotate () {
-    const std::string text = "<ostrand:drawing xmlns:ostrand=\"" + std::string (sbml_in::drawing_namespace) +
-                             "\">" + xml_escaped (sbml_in::packed_drawing (files::write_native (network_))) +
-                             "</ostrand:drawing>";
+    const std::string text =
+        "<ostrand:drawing xmlns:ostrand=\"" + std::string (sbml_in::drawing_namespace) + "\">" +
+        xml_escaped (sbml_in::packed_drawing (files::write_native (network_))) +
+        "</ostrand:drawing>";
     model_.setAnnotation ("<annotation>" + text + "</annotation>");
 }
 

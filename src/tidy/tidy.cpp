@@ -52,23 +52,26 @@ class Arranger {
   public:
     explicit Arranger (Network& network) : network_ (network) {}
 
-    void run () {
+    void run (Care care) {
         network_.update_shared_nodes ();
         network_.layout ();
         network_.check_compartments ();
         list_compartments ();
         list_species ();
         list_reactions ();
-        const arrange::Layout layout = arrange::arrange (graph_);
-        apply (layout);
+        // The search's work grows a little faster than the network.
+        const double most = care == Care::full ? careful_reactions : quick_reactions;
+        const double share = most / std::max (most, static_cast<double> (arcs_.size ()));
+        arrange::Options options;
+        options.effort = care == Care::full ? share : share * share;
+        apply (arrange::arrange (graph_, options));
     }
 
   private:
-    /// An arc that says that a species takes part in a reaction.
-    struct Part {
-        Arque* arc;
-        bool is_main = false;
-    };
+    /// Networks of more reactions than these get less work for each.
+    static constexpr double careful_reactions = 800;
+    static constexpr double quick_reactions = 300;
+
     struct ReactionArcs {
         std::vector<Arque*> substrates; // the main arc first
         std::vector<Arque*> products;   // likewise
@@ -307,9 +310,9 @@ void Arranger::apply (const arrange::Layout& layout) {
 
 } // namespace
 
-void arrange_network (Network& network) {
+void arrange_network (Network& network, Care care) {
     if (network.nodes ().empty ()) return;
-    Arranger (network).run ();
+    Arranger (network).run (care);
 }
 
 } // namespace ostrand::tidy

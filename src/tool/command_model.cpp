@@ -17,8 +17,8 @@ int run (const Arguments& arguments) {
     if (arguments.has ("--duration")) document.duration = *duration;
     document.network->update_shared_nodes ();
     tell_model_gaps (document);
-    const std::string text = files::write_model (*document.network, document.duration,
-                                                 document.network->multi_name ());
+    const std::string text =
+        files::write_model (*document.network, document.duration, document.network->multi_name ());
     return print_result (text);
 }
 

@@ -137,8 +137,7 @@ bool square_meets_box (Point middle, double ux, double uy, const Box& box) {
         return false;
     const Point centre{(box.left + box.right) / 2, (box.top + box.bottom) / 2};
     for (const auto& [ax, ay] : {std::pair{ux, uy}, std::pair{-uy, ux}}) {
-        const double apart =
-            std::abs ((middle.x - centre.x) * ax + (middle.y - centre.y) * ay);
+        const double apart = std::abs ((middle.x - centre.x) * ax + (middle.y - centre.y) * ay);
         if (apart >= half + box.width () / 2 * std::abs (ax) + box.height () / 2 * std::abs (ay))
             return false;
     }
@@ -175,8 +174,7 @@ Measures measure (const arrange::Graph& graph, const arrange::Layout& layout) {
     for (std::size_t r = 0; r < mains.size (); ++r) {
         const Point s = layout.reactions[r].square;
         const Line& line = mains[r];
-        const double length =
-            std::hypot (line.to.x - line.from.x, line.to.y - line.from.y);
+        const double length = std::hypot (line.to.x - line.from.x, line.to.y - line.from.y);
         const double ux = length > 0 ? (line.to.x - line.from.x) / length : 1;
         const double uy = length > 0 ? (line.to.y - line.from.y) / length : 0;
         const bool hidden = std::any_of (boxes.begin (), boxes.end (), [&] (const Box& box) {
@@ -210,15 +208,15 @@ Measures measure (const arrange::Graph& graph, const arrange::Layout& layout) {
     for (std::size_t c = 0; c < layout.compartments.size (); ++c) {
         const Box& box = layout.compartments[c];
         for (std::size_t n = 0; n < boxes.size (); ++n) {
-            const bool mine =
-                holds (static_cast<int> (c), layout.nodes[n].compartment);
+            const bool mine = holds (static_cast<int> (c), layout.nodes[n].compartment);
             if (mine ? !inside (boxes[n], box) : overlap (boxes[n], box)) ++m.outside_box;
         }
         for (std::size_t d = 0; d < c; ++d) {
             const Box& other = layout.compartments[d];
-            const bool good = holds (static_cast<int> (c), static_cast<int> (d))   ? inside (other, box)
-                              : holds (static_cast<int> (d), static_cast<int> (c)) ? inside (box, other)
-                                                                                   : !overlap (box, other);
+            const bool good =
+                holds (static_cast<int> (c), static_cast<int> (d))   ? inside (other, box)
+                : holds (static_cast<int> (d), static_cast<int> (c)) ? inside (box, other)
+                                                                     : !overlap (box, other);
             if (!good) ++m.box_faults;
         }
     }

@@ -30,9 +30,8 @@ std::string local (std::string name) {
 }
 
 std::string decode (std::string text) {
-    for (const auto& [entity, letter] :
-         std::map<std::string, std::string>{{"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""},
-                                            {"&apos;", "'"}, {"&amp;", "&"}}) {
+    for (const auto& [entity, letter] : std::map<std::string, std::string>{
+             {"&lt;", "<"}, {"&gt;", ">"}, {"&quot;", "\""}, {"&apos;", "'"}, {"&amp;", "&"}}) {
         for (std::size_t p = 0; (p = text.find (entity, p)) != std::string::npos; ++p)
             text.replace (p, entity.size (), letter);
     }
@@ -110,11 +109,11 @@ arrange::ModifierRole role_of (const std::string& sbo) {
 
 /// Helvetica's widths of the letters from space to tilde, in thousandths of the size.
 constexpr std::array<int, 95> letter_widths = {
-    278, 278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333, 278, 278, 556, 556, 556,
+    278, 278, 355, 556, 556, 889, 667, 191, 333, 333, 389, 584, 278, 333,  278, 278, 556, 556, 556,
     556, 556, 556, 556, 556, 556, 556, 278, 278, 584, 584, 584, 556, 1015, 667, 667, 722, 722, 667,
-    611, 778, 722, 278, 500, 667, 556, 833, 722, 778, 667, 778, 722, 667, 611, 722, 667, 944, 667,
-    667, 611, 278, 278, 278, 469, 556, 333, 556, 556, 500, 556, 556, 278, 556, 556, 222, 222, 500,
-    222, 833, 556, 556, 556, 556, 333, 500, 278, 556, 500, 722, 500, 500, 500, 334, 260, 334, 584};
+    611, 778, 722, 278, 500, 667, 556, 833, 722, 778, 667, 778, 722, 667,  611, 722, 667, 944, 667,
+    667, 611, 278, 278, 278, 469, 556, 333, 556, 556, 500, 556, 556, 278,  556, 556, 222, 222, 500,
+    222, 833, 556, 556, 556, 556, 333, 500, 278, 556, 500, 722, 500, 500,  500, 334, 260, 334, 584};
 
 double width_of_text (std::string_view text) {
     int sum = 0;
@@ -145,10 +144,8 @@ Graph graph_of_sbml (std::string_view text) {
             continue;
         }
         if (annotation > 0) continue;
-        const std::string& id =
-            attribute (tag, tag.attributes.contains ("id") ? "id" : "name");
-        const std::string& name =
-            attribute (tag, attribute (tag, "name").empty () ? "id" : "name");
+        const std::string& id = attribute (tag, tag.attributes.contains ("id") ? "id" : "name");
+        const std::string& name = attribute (tag, attribute (tag, "name").empty () ? "id" : "name");
         if (tag.name == "reaction") {
             in_reaction = !tag.closing && !tag.empty;
             if (!tag.closing) {
@@ -160,8 +157,7 @@ Graph graph_of_sbml (std::string_view text) {
         } else if (tag.name == "compartment") {
             compartments[id] = static_cast<int> (graph.compartments.size ());
             outside.push_back (attribute (tag, "outside"));
-            graph.compartments.push_back (
-                {name, {width_of_text (name), 16}, -1});
+            graph.compartments.push_back ({name, {width_of_text (name), 16}, -1});
         } else if ((tag.name == "species" || tag.name == "specie") && !in_reaction) {
             species[id] = static_cast<int> (graph.species.size ());
             species_compartment.push_back (attribute (tag, "compartment"));
@@ -174,15 +170,17 @@ Graph graph_of_sbml (std::string_view text) {
             list = tag.empty ? List::none : List::products;
         } else if (tag.name == "listOfModifiers") {
             list = tag.empty ? List::none : List::modifiers;
-        } else if (in_reaction && list != List::none && tag.name.find ("eference") != std::string::npos) {
-            const auto found = species.find (attribute (
-                tag, tag.attributes.contains ("species") ? "species" : "specie"));
+        } else if (in_reaction && list != List::none &&
+                   tag.name.find ("eference") != std::string::npos) {
+            const auto found = species.find (
+                attribute (tag, tag.attributes.contains ("species") ? "species" : "specie"));
             if (found == species.end ()) continue;
             arrange::Reaction& reaction = graph.reactions.back ();
             if (list == List::reactants) reaction.substrates.push_back (found->second);
             if (list == List::products) reaction.products.push_back (found->second);
             if (list == List::modifiers)
-                reaction.modifiers.push_back ({found->second, role_of (attribute (tag, "sboTerm"))});
+                reaction.modifiers.push_back (
+                    {found->second, role_of (attribute (tag, "sboTerm"))});
         }
     }
     for (std::size_t c = 0; c < outside.size (); ++c) {

@@ -1,4 +1,5 @@
-// A rough scan of SBML for tests of arrangements: which species, reactions, modifiers, compartments.
+// A rough scan of SBML for tests of arrangements: which species, reactions, modifiers,
+// compartments.
 #pragma once
 #include "arrange/graph.h"
 
@@ -9,7 +10,8 @@
 
 namespace ostrand::testing {
 
-/// Reads what stands in `text`; what it does not know it leaves out. Sizes are estimated from names.
+/// Reads what stands in `text`; what it does not know it leaves out. Sizes are estimated from
+/// names.
 arrange::Graph graph_of_sbml (std::string_view text);
 
 /// Size of a node with this label by rough letter widths. shared: drawn with a bar.

@@ -14,14 +14,18 @@ using arrange::Point;
 std::string escaped (const std::string& text) {
     std::string result;
     for (const char c : text) {
-        if (c == '&') result += "&amp;";
-        else if (c == '<') result += "&lt;";
-        else result += c;
+        if (c == '&')
+            result += "&amp;";
+        else if (c == '<')
+            result += "&lt;";
+        else
+            result += c;
     }
     return result;
 }
 
-template <typename... Values> std::string format (const char* pattern, Values... values) {
+template <typename... Values>
+std::string format (const char* pattern, Values... values) {
     char buffer[600];
     std::snprintf (buffer, sizeof buffer, pattern, values...);
     return buffer;
@@ -37,8 +41,9 @@ Point edge (const arrange::NodePlace& node, Point towards) {
 }
 
 std::string line (Point a, Point b, const char* colour) {
-    return format ("<line x1='%.1f' y1='%.1f' x2='%.1f' y2='%.1f' stroke='%s' stroke-width='1.5'/>\n",
-                   a.x, a.y, b.x, b.y, colour);
+    return format (
+        "<line x1='%.1f' y1='%.1f' x2='%.1f' y2='%.1f' stroke='%s' stroke-width='1.5'/>\n", a.x,
+        a.y, b.x, b.y, colour);
 }
 
 std::string arrow (Point tip, Point from, const char* colour) {
@@ -121,17 +126,17 @@ std::string sketch (const arrange::Graph& graph, const arrange::Layout& layout) 
         for (std::size_t k = 0; k < r.modifiers.size (); ++k) {
             if (r.modifiers[k] < 0) continue;
             const arrange::NodePlace& n = node (r.modifiers[k]);
-            const bool stops = graph.reactions[i].modifiers[k].role ==
-                               arrange::ModifierRole::inhibition;
-            const double reach = std::max (std::abs (n.centre.x - r.square.x),
-                                           std::abs (n.centre.y - r.square.y));
+            const bool stops =
+                graph.reactions[i].modifiers[k].role == arrange::ModifierRole::inhibition;
+            const double reach =
+                std::max (std::abs (n.centre.x - r.square.x), std::abs (n.centre.y - r.square.y));
             const double t = reach > 9 ? 11 / reach : 0;
             const Point end{r.square.x + t * (n.centre.x - r.square.x),
                             r.square.y + t * (n.centre.y - r.square.y)};
             svg += line (edge (n, r.square), end, stops ? "#d02020" : "#206020");
-            squares += format ("<circle cx='%.1f' cy='%.1f' r='3.5' fill='%s' stroke='%s'/>\n",
-                               end.x, end.y, stops ? "#d02020" : "white",
-                               stops ? "#d02020" : "#206020");
+            squares +=
+                format ("<circle cx='%.1f' cy='%.1f' r='3.5' fill='%s' stroke='%s'/>\n", end.x,
+                        end.y, stops ? "#d02020" : "white", stops ? "#d02020" : "#206020");
         }
     }
     svg += squares;
@@ -142,8 +147,8 @@ std::string sketch (const arrange::Graph& graph, const arrange::Layout& layout) 
             svg += format ("<circle cx='%.1f' cy='%.1f' r='%.1f' fill='white' stroke='#808080' "
                            "stroke-width='1.5'/><line x1='%.1f' y1='%.1f' x2='%.1f' y2='%.1f' "
                            "stroke='#808080'/>\n",
-                           n.centre.x, n.centre.y, n.size.width / 2, left,
-                           top + n.size.height, left + n.size.width, top);
+                           n.centre.x, n.centre.y, n.size.width / 2, left, top + n.size.height,
+                           left + n.size.width, top);
             continue;
         }
         const arrange::Species& s = graph.species[static_cast<std::size_t> (n.species)];

@@ -7,9 +7,9 @@
 #include "support/support.h"
 
 #include <algorithm>
-#include <ctime>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -28,17 +28,17 @@ TEST (sketches, are_written_when_OSTRAND_SKETCHES_names_a_folder) {
         arrange::put_main_reactants_first (graph);
         const std::clock_t begin = std::clock ();
         const arrange::Layout layout = arrange::arrange (graph);
-        const double seconds =
-            static_cast<double> (std::clock () - begin) / CLOCKS_PER_SEC;
+        const double seconds = static_cast<double> (std::clock () - begin) / CLOCKS_PER_SEC;
         const testing::Measures m = testing::measure (graph, layout);
         const int d = with_dot ? testing::dot_crossings (graph, layout, true) : 0;
         const int d_model = with_dot ? testing::dot_crossings (graph, layout, false) : 0;
-        std::printf ("%-22s %4zu r %4d n  over %d cov %d sq %d thru %3d out %d  x %4d dot %4d / %4d%s "
-                     "use %4.1f %% sides %.2f  %.3f s\n",
-                     path.stem ().c_str (), graph.reactions.size (), m.nodes, m.overlaps, m.covered,
-                     m.square_overlaps, m.through_nodes, m.outside_box + m.box_faults + m.off_page,
-                     m.crossings, d, d_model, with_dot && m.crossings > d ? " !" : "  ",
-                     100 * m.page_use, m.sides, seconds);
+        std::printf (
+            "%-22s %4zu r %4d n  over %d cov %d sq %d thru %3d out %d  x %4d dot %4d / %4d%s "
+            "use %4.1f %% sides %.2f  %.3f s\n",
+            path.stem ().c_str (), graph.reactions.size (), m.nodes, m.overlaps, m.covered,
+            m.square_overlaps, m.through_nodes, m.outside_box + m.box_faults + m.off_page,
+            m.crossings, d, d_model, with_dot && m.crossings > d ? " !" : "  ", 100 * m.page_use,
+            m.sides, seconds);
         std::fflush (stdout);
         crossings += m.crossings;
         dot += d;
@@ -56,11 +56,12 @@ TEST (sketches, are_written_when_OSTRAND_SKETCHES_names_a_folder) {
     }
     if (use.empty ()) return;
     std::sort (use.begin (), use.end ());
-    std::printf ("all: faults %d, crossings %d, dot %d (worse in %d), dot of the model %d (worse in %d), "
-                 "arcs over nodes %d, page use median %.1f %% least %.1f %%, sides at most %.2f, "
-                 "%.2f s, slowest %.2f s\n",
-                 faults, crossings, dot, worse, dot_model, worse_model, through,
-                 100 * use[use.size () / 2], 100 * use[0], sides, time, slowest);
+    std::printf (
+        "all: faults %d, crossings %d, dot %d (worse in %d), dot of the model %d (worse in %d), "
+        "arcs over nodes %d, page use median %.1f %% least %.1f %%, sides at most %.2f, "
+        "%.2f s, slowest %.2f s\n",
+        faults, crossings, dot, worse, dot_model, worse_model, through, 100 * use[use.size () / 2],
+        100 * use[0], sides, time, slowest);
 }
 
 } // namespace

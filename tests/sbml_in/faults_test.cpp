@@ -88,13 +88,16 @@ TEST (ForeignSbml, a_species_of_three_hundred_reactions_has_them_all) {
 TEST (ForeignSbml, twenty_inhibitors_stand_at_their_own_reaction_only) {
     std::string inhibitors;
     for (int i = 0; i < 20; ++i) inhibitors += sbml_modifier ("i" + std::to_string (i), "0000020");
-    const Reading r = read (
-        sbml_lists (sbml_species ("A") + sbml_species ("B") + sbml_species ("E") +
-                        many_species ("i", 20),
-                    sbml_reaction ({.id = "r1", .reactants = "A", .products = "B",
-                                    .modifiers = sbml_modifier ("E") + inhibitors}) +
-                        sbml_reaction ({.id = "r2", .reactants = "B", .products = "A",
-                                        .modifiers = sbml_modifier ("E")})));
+    const Reading r = read (sbml_lists (
+        sbml_species ("A") + sbml_species ("B") + sbml_species ("E") + many_species ("i", 20),
+        sbml_reaction ({.id = "r1",
+                        .reactants = "A",
+                        .products = "B",
+                        .modifiers = sbml_modifier ("E") + inhibitors}) +
+            sbml_reaction ({.id = "r2",
+                            .reactants = "B",
+                            .products = "A",
+                            .modifiers = sbml_modifier ("E")})));
     EXPECT_EQ (r.network->arcs_to (*reaction (*r.network, 0)).size (), 21U);
     const auto second = r.network->arcs_to (*reaction (*r.network, 1));
     ASSERT_EQ (second.size (), 1U);
@@ -140,9 +143,9 @@ TEST (ForeignSbml, v_to_two_v_keeps_its_two) {
 }
 
 TEST (ForeignSbml, broken_stoichiometries_are_labels) {
-    const Reading r = read (sbml_lists (
-        sbml_species ("A") + sbml_species ("B") + sbml_species ("C"),
-        sbml_reaction ({.id = "r", .reactants = "A 0.25*B", .products = "1.5*C"})));
+    const Reading r = read (
+        sbml_lists (sbml_species ("A") + sbml_species ("B") + sbml_species ("C"),
+                    sbml_reaction ({.id = "r", .reactants = "A 0.25*B", .products = "1.5*C"})));
     const Arque* arc = reaction (*r.network);
     EXPECT_EQ (letters (arc->stoech_dest ()), "1.5");
     const auto links = r.network->arcs_to (*arc);
@@ -174,25 +177,25 @@ TEST (ForeignSbml, a_reaction_with_inhibitors_only_stays) {
 }
 
 TEST (ForeignSbml, equal_names_are_told_apart_by_compartment_or_id) {
-    const Reading r = read (sbml_model (
-        "<listOfCompartments>" + sbml_compartment ("cyt", " name=\"cytosol\"") +
-        sbml_compartment ("nuc") + "</listOfCompartments><listOfSpecies>" +
-        sbml_species ("a", "0", " name=\"AKT1\"", "cyt") +
-        sbml_species ("b", "0", " name=\"AKT1\"", "nuc") +
-        sbml_species ("c", "0", " name=\"GSK\"", "cyt") +
-        sbml_species ("d", "0", " name=\"GSK\"", "cyt") +
-        sbml_species ("e", "0", " name=\"ERK\"", "cyt") + "</listOfSpecies>"));
-    EXPECT_THAT (names (*r.network),
-                 UnorderedElementsAre ("AKT1\\ (cytosol)", "AKT1\\ (nuc)", "GSK\\ (c)",
-                                       "GSK\\ (d)", "ERK"));
+    const Reading r =
+        read (sbml_model ("<listOfCompartments>" + sbml_compartment ("cyt", " name=\"cytosol\"") +
+                          sbml_compartment ("nuc") + "</listOfCompartments><listOfSpecies>" +
+                          sbml_species ("a", "0", " name=\"AKT1\"", "cyt") +
+                          sbml_species ("b", "0", " name=\"AKT1\"", "nuc") +
+                          sbml_species ("c", "0", " name=\"GSK\"", "cyt") +
+                          sbml_species ("d", "0", " name=\"GSK\"", "cyt") +
+                          sbml_species ("e", "0", " name=\"ERK\"", "cyt") + "</listOfSpecies>"));
+    EXPECT_THAT (names (*r.network), UnorderedElementsAre ("AKT1\\ (cytosol)", "AKT1\\ (nuc)",
+                                                           "GSK\\ (c)", "GSK\\ (d)", "ERK"));
 }
 
 TEST (ForeignSbml, two_modifiers_draw_one_reaction) {
-    const Reading r = read (
-        sbml_lists (sbml_species ("A") + sbml_species ("B") + sbml_species ("E") +
-                        sbml_species ("F"),
-                    sbml_reaction ({.id = "r", .reactants = "A", .products = "B",
-                                    .modifiers = sbml_modifier ("E") + sbml_modifier ("F")})));
+    const Reading r = read (sbml_lists (
+        sbml_species ("A") + sbml_species ("B") + sbml_species ("E") + sbml_species ("F"),
+        sbml_reaction ({.id = "r",
+                        .reactants = "A",
+                        .products = "B",
+                        .modifiers = sbml_modifier ("E") + sbml_modifier ("F")})));
     EXPECT_EQ (reactions (*r.network), 1U);
     EXPECT_EQ (r.network->arcs_to (*reaction (*r.network)).size (), 2U);
 }
@@ -213,8 +216,8 @@ TEST (ForeignSbml, roles_come_from_the_ontology_and_from_modification_lines) {
     species += sbml_species ("x");
     modifiers += sbml_modifier ("x");
     std::string text = sbml_lists (
-        species, sbml_reaction (
-                     {.id = "r", .reactants = "A", .products = "B", .modifiers = modifiers}));
+        species,
+        sbml_reaction ({.id = "r", .reactants = "A", .products = "B", .modifiers = modifiers}));
     text.insert (text.find ("<listOfReactants>"),
                  "<annotation><cd:extension xmlns:cd=\"urn:editor\"><cd:modification "
                  "type=\"TRANSCRIPTIONAL_INHIBITION\" modifiers=\"y,x\"/></cd:extension>"
@@ -235,8 +238,8 @@ TEST (ForeignSbml, only_digits_or_a_brace_make_a_script) {
                                             sbml_species ("c", "0", " name=\"Ca^{2+}\"") +
                                             sbml_species ("d", "0", " name=\"a^b_\""),
                                         ""));
-    EXPECT_THAT (names (*r.network), UnorderedElementsAre ("IkB\\_alpha", "x_{12}", "Ca^{2+}",
-                                                           "a\\^b\\_"));
+    EXPECT_THAT (names (*r.network),
+                 UnorderedElementsAre ("IkB\\_alpha", "x_{12}", "Ca^{2+}", "a\\^b\\_"));
 }
 
 TEST (ForeignSbml, a_file_without_reactions_and_what_it_says_beyond_them_are_told) {
@@ -254,10 +257,10 @@ TEST (ForeignSbml, a_file_without_reactions_and_what_it_says_beyond_them_are_tol
 }
 
 TEST (ForeignSbml, what_cannot_stand_is_left_out_alone_and_named_with_its_line) {
-    const Reading r = read (sbml_lists (
-        sbml_species ("A") + sbml_species ("B"),
-        sbml_reaction ({.id = "good", .reactants = "A nobody", .products = "B"}) +
-            sbml_reaction ({.id = "empty"})));
+    const Reading r =
+        read (sbml_lists (sbml_species ("A") + sbml_species ("B"),
+                          sbml_reaction ({.id = "good", .reactants = "A nobody", .products = "B"}) +
+                              sbml_reaction ({.id = "empty"})));
     EXPECT_EQ (reactions (*r.network), 1U);
     ASSERT_EQ (r.notes.size (), 2U);
     EXPECT_THAT (r.notes[0], ::testing::MatchesRegex (
@@ -285,9 +288,9 @@ TEST (ForeignSbml, submodels_are_put_together) {
         "<comp:listOfSubmodels><comp:submodel comp:id=\"one\" comp:modelRef=\"part\"/>"
         "<comp:submodel comp:id=\"two\" comp:modelRef=\"part\"/></comp:listOfSubmodels>");
     text.insert (text.find (" level=\"3\""), " xmlns:comp=\"" + comp + "\" comp:required=\"true\"");
-    const std::string inner = sbml_lists (
-        sbml_species ("A") + sbml_species ("B"),
-        sbml_reaction ({.id = "r", .reactants = "A", .products = "B"}));
+    const std::string inner =
+        sbml_lists (sbml_species ("A") + sbml_species ("B"),
+                    sbml_reaction ({.id = "r", .reactants = "A", .products = "B"}));
     std::string definition = inner.substr (inner.find ("<listOfCompartments>"));
     definition.resize (definition.find ("</model>"));
     text.insert (text.find ("</sbml>"),
@@ -325,11 +328,14 @@ TEST (Unpacked, gzip_is_told_by_its_content_and_bounded) {
 }
 
 TEST (ForeignSbml, damaged_texts_do_no_harm) {
-    const std::string whole = sbml_lists (
-        sbml_species ("A", "3") + sbml_species ("B"),
-        sbml_reaction ({.id = "r", .reactants = "A", .products = "2*B",
-                        .modifiers = sbml_modifier ("B"), .math = mathml_of ("(* k A B)"),
-                        .parameters = sbml_local ("k", "1"), .reversible = true}));
+    const std::string whole = sbml_lists (sbml_species ("A", "3") + sbml_species ("B"),
+                                          sbml_reaction ({.id = "r",
+                                                          .reactants = "A",
+                                                          .products = "2*B",
+                                                          .modifiers = sbml_modifier ("B"),
+                                                          .math = mathml_of ("(* k A B)"),
+                                                          .parameters = sbml_local ("k", "1"),
+                                                          .reversible = true}));
     unsigned state = 7;
     const auto next = [&state] (std::size_t n) {
         state = state * 1664525U + 1013904223U;
@@ -339,8 +345,10 @@ TEST (ForeignSbml, damaged_texts_do_no_harm) {
         std::string text = whole;
         for (int i = 0; i < 3; ++i) {
             const std::size_t at = next (text.size ());
-            if (next (2) == 0) text[at] = static_cast<char> (next (256));
-            else text.erase (at, 1 + next (40));
+            if (next (2) == 0)
+                text[at] = static_cast<char> (next (256));
+            else
+                text.erase (at, 1 + next (40));
         }
         const Reading r = read_sbml (text);
         EXPECT_TRUE (r.network != nullptr || r.notes.size () == 1);

@@ -88,58 +88,70 @@ void expect_follows_equations (const std::string& xml, const std::vector<std::st
 }
 
 TEST (Kinetics, decay_runs_as_its_equation) {
-    expect_follows_equations (
-        sbml_lists (sbml_species ("A", "10") + sbml_species ("B"),
-                    sbml_reaction ({.id = "r", .reactants = "A", .products = "B",
-                                    .math = mathml_of ("(* cell k A)"),
-                                    .parameters = sbml_local ("k", "0.3")})),
-        {"A", "B"}, 6);
+    expect_follows_equations (sbml_lists (sbml_species ("A", "10") + sbml_species ("B"),
+                                          sbml_reaction ({.id = "r",
+                                                          .reactants = "A",
+                                                          .products = "B",
+                                                          .math = mathml_of ("(* cell k A)"),
+                                                          .parameters = sbml_local ("k", "0.3")})),
+                              {"A", "B"}, 6);
 }
 
 TEST (Kinetics, reversible_binding_runs_as_its_equation) {
     expect_follows_equations (
-        sbml_lists (sbml_species ("A", "10") + sbml_species ("B", "4") + sbml_species ("AB", "1"),
-                    sbml_reaction ({.id = "r", .reactants = "A B", .products = "AB",
-                                    .math = mathml_of ("(* cell (- (* k1 A B) (* k2 AB)))"),
-                                    .parameters = sbml_local ("k1", "0.05") +
-                                                  sbml_local ("k2", "0.1"),
-                                    .reversible = true})),
+        sbml_lists (
+            sbml_species ("A", "10") + sbml_species ("B", "4") + sbml_species ("AB", "1"),
+            sbml_reaction ({.id = "r",
+                            .reactants = "A B",
+                            .products = "AB",
+                            .math = mathml_of ("(* cell (- (* k1 A B) (* k2 AB)))"),
+                            .parameters = sbml_local ("k1", "0.05") + sbml_local ("k2", "0.1"),
+                            .reversible = true})),
         {"A", "B", "AB"}, 8);
 }
 
 TEST (Kinetics, dimers_take_two_and_splitting_gives_two) {
     expect_follows_equations (
-        sbml_lists (sbml_species ("A", "10") + sbml_species ("D", "2"),
-                    sbml_reaction ({.id = "r", .reactants = "2*A", .products = "D",
-                                    .math = mathml_of ("(- (* k1 (^ A 2)) (* k2 D))"),
-                                    .parameters = sbml_local ("k1", "0.02") +
-                                                  sbml_local ("k2", "0.1"),
-                                    .reversible = true})),
+        sbml_lists (
+            sbml_species ("A", "10") + sbml_species ("D", "2"),
+            sbml_reaction ({.id = "r",
+                            .reactants = "2*A",
+                            .products = "D",
+                            .math = mathml_of ("(- (* k1 (^ A 2)) (* k2 D))"),
+                            .parameters = sbml_local ("k1", "0.02") + sbml_local ("k2", "0.1"),
+                            .reversible = true})),
         {"A", "D"}, 8);
 }
 
 TEST (Kinetics, what_makes_more_of_itself_grows) {
-    expect_follows_equations (
-        sbml_lists (sbml_species ("V", "1"),
-                    sbml_reaction ({.id = "r", .reactants = "V", .products = "2*V",
-                                    .math = mathml_of ("(* k V)"),
-                                    .parameters = sbml_local ("k", "0.4")})),
-        {"V"}, 6);
+    expect_follows_equations (sbml_lists (sbml_species ("V", "1"),
+                                          sbml_reaction ({.id = "r",
+                                                          .reactants = "V",
+                                                          .products = "2*V",
+                                                          .math = mathml_of ("(* k V)"),
+                                                          .parameters = sbml_local ("k", "0.4")})),
+                              {"V"}, 6);
 }
 
 TEST (Kinetics, sources_sinks_and_catalysts_run_as_their_equations) {
     expect_follows_equations (
         sbml_lists (sbml_species ("G", "0.5") + sbml_species ("R") + sbml_species ("P"),
-                    sbml_reaction ({.id = "r1", .products = "R", .modifiers = sbml_modifier ("G"),
+                    sbml_reaction ({.id = "r1",
+                                    .products = "R",
+                                    .modifiers = sbml_modifier ("G"),
                                     .math = mathml_of ("(* k G)"),
                                     .parameters = sbml_local ("k", "4")}) +
-                        sbml_reaction ({.id = "r2", .reactants = "R",
+                        sbml_reaction ({.id = "r2",
+                                        .reactants = "R",
                                         .math = mathml_of ("(* d R)"),
                                         .parameters = sbml_local ("d", "0.2")}) +
-                        sbml_reaction ({.id = "r3", .products = "P",
+                        sbml_reaction ({.id = "r3",
+                                        .products = "P",
                                         .math = mathml_of ("v"),
                                         .parameters = sbml_local ("v", "1.5")}) +
-                        sbml_reaction ({.id = "r4", .reactants = "P R", .products = "R",
+                        sbml_reaction ({.id = "r4",
+                                        .reactants = "P R",
+                                        .products = "R",
                                         .math = mathml_of ("(* q P R)"),
                                         .parameters = sbml_local ("q", "0.03")})),
         {"G", "R", "P"}, 8);
@@ -148,10 +160,14 @@ TEST (Kinetics, sources_sinks_and_catalysts_run_as_their_equations) {
 TEST (Kinetics, what_is_held_stays_and_feeds) {
     expect_follows_equations (
         sbml_lists (sbml_species ("S", "5", " boundaryCondition=\"true\"") + sbml_species ("A"),
-                    sbml_reaction ({.id = "r", .reactants = "S", .products = "A",
+                    sbml_reaction ({.id = "r",
+                                    .reactants = "S",
+                                    .products = "A",
                                     .math = mathml_of ("(* k S)"),
                                     .parameters = sbml_local ("k", "0.2")}) +
-                        sbml_reaction ({.id = "q", .reactants = "A", .products = "S",
+                        sbml_reaction ({.id = "q",
+                                        .reactants = "A",
+                                        .products = "S",
                                         .math = mathml_of ("(* k A)"),
                                         .parameters = sbml_local ("k", "0.1")})),
         {"S", "A"}, 8);
@@ -159,11 +175,13 @@ TEST (Kinetics, what_is_held_stays_and_feeds) {
 
 TEST (Kinetics, a_maximal_velocity_runs_as_its_equation) {
     expect_follows_equations (
-        sbml_lists (sbml_species ("S", "300") + sbml_species ("P"),
-                    sbml_reaction ({.id = "r", .reactants = "S", .products = "P",
-                                    .math = mathml_of ("(/ (* cell V S) (+ Km S))"),
-                                    .parameters = sbml_local ("V", "30") +
-                                                  sbml_local ("Km", "150")})),
+        sbml_lists (
+            sbml_species ("S", "300") + sbml_species ("P"),
+            sbml_reaction ({.id = "r",
+                            .reactants = "S",
+                            .products = "P",
+                            .math = mathml_of ("(/ (* cell V S) (+ Km S))"),
+                            .parameters = sbml_local ("V", "30") + sbml_local ("Km", "150")})),
         {"S", "P"}, 11);
 }
 
@@ -175,7 +193,9 @@ TEST (Kinetics, an_enzyme_with_a_function_of_its_own_runs_as_its_equation) {
         "</lambda></math></functionDefinition></listOfFunctionDefinitions>\n";
     std::string xml = sbml_lists (
         sbml_species ("S", "400") + sbml_species ("P") + sbml_species ("E", "0.5"),
-        sbml_reaction ({.id = "r", .reactants = "S", .products = "P",
+        sbml_reaction ({.id = "r",
+                        .reactants = "S",
+                        .products = "P",
                         .modifiers = sbml_modifier ("E"),
                         .math = mathml_of ("(* cell kcat E (mm S Km))"),
                         .parameters = sbml_local ("kcat", "60") + sbml_local ("Km", "200")}));
@@ -186,7 +206,9 @@ TEST (Kinetics, an_enzyme_with_a_function_of_its_own_runs_as_its_equation) {
 TEST (Kinetics, a_competitive_inhibitor_slows_its_reaction) {
     const std::string xml = sbml_lists (
         sbml_species ("S", "300") + sbml_species ("P") + sbml_species ("I", "100"),
-        sbml_reaction ({.id = "r", .reactants = "S", .products = "P",
+        sbml_reaction ({.id = "r",
+                        .reactants = "S",
+                        .products = "P",
                         .modifiers = sbml_modifier ("I"),
                         .math = mathml_of ("(/ (* V S) (+ (* Km (+ 1 (/ I Ki))) S))"),
                         .parameters = sbml_local ("V", "30") + sbml_local ("Km", "150") +
@@ -195,10 +217,13 @@ TEST (Kinetics, a_competitive_inhibitor_slows_its_reaction) {
 }
 
 TEST (Kinetics, units_of_the_model_become_micromoles_litres_and_seconds) {
-    std::string xml = sbml_lists (
-        sbml_species ("A", "0.01") + sbml_species ("B", "0.004") + sbml_species ("C"),
-        sbml_reaction ({.id = "r", .reactants = "A B", .products = "C",
-                        .math = mathml_of ("(* k A B)"), .parameters = sbml_local ("k", "300")}));
+    std::string xml =
+        sbml_lists (sbml_species ("A", "0.01") + sbml_species ("B", "0.004") + sbml_species ("C"),
+                    sbml_reaction ({.id = "r",
+                                    .reactants = "A B",
+                                    .products = "C",
+                                    .math = mathml_of ("(* k A B)"),
+                                    .parameters = sbml_local ("k", "300")}));
     // Millimoles and minutes: 10 uM, 300 / mM / min = 0.005 / uM / s.
     xml.replace (xml.find ("scale=\"-6\""), 10, "scale=\"-3\"");
     xml.replace (xml.find ("timeUnits=\"second\""), 18, "timeUnits=\"minute\"");
@@ -214,13 +239,18 @@ TEST (Kinetics, units_of_the_model_become_micromoles_litres_and_seconds) {
 
 TEST (Kinetics, a_law_of_another_form_is_named_and_left_out) {
     const Compared c = simulate (
-        sbml_lists (sbml_species ("A", "3") + sbml_species ("B"),
-                    sbml_reaction ({.id = "hill", .reactants = "A", .products = "B",
-                                    .math = mathml_of ("(/ (^ A 2) (+ 4 (^ A 2)))")}) +
-                        sbml_reaction ({.id = "odd", .reactants = "A", .products = "B",
-                                        .math = mathml_of ("(* 2 B)")}) +
-                        sbml_reaction ({.id = "zero", .reactants = "A", .products = "B",
-                                        .math = mathml_of ("2")})),
+        sbml_lists (
+            sbml_species ("A", "3") + sbml_species ("B"),
+            sbml_reaction ({.id = "hill",
+                            .reactants = "A",
+                            .products = "B",
+                            .math = mathml_of ("(/ (^ A 2) (+ 4 (^ A 2)))")}) +
+                sbml_reaction ({.id = "odd",
+                                .reactants = "A",
+                                .products = "B",
+                                .math = mathml_of ("(* 2 B)")}) +
+                sbml_reaction (
+                    {.id = "zero", .reactants = "A", .products = "B", .math = mathml_of ("2")})),
         {"A"}, 2);
     for (const char* id : {"'hill'", "'odd'", "'zero'"}) {
         EXPECT_THAT (c.error, ::testing::HasSubstr (std::string ("the rate law of reaction ") + id +

@@ -52,8 +52,7 @@ double PlainOde::symbol (const std::string& id, const Values& values) const {
     return at == values.end () ? std::nan ("") : at->second;
 }
 
-double PlainOde::evaluate (const ::ASTNode& node, const Values& values,
-                           const Values* local) const {
+double PlainOde::evaluate (const ::ASTNode& node, const Values& values, const Values* local) const {
     const auto child = [&] (unsigned i) { return evaluate (*node.getChild (i), values, local); };
     switch (node.getType ()) {
     case ::AST_INTEGER: return static_cast<double> (node.getInteger ());

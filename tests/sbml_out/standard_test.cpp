@@ -79,7 +79,8 @@ TEST (StandardSbml, kinetics_are_those_of_the_simulator) {
     const ::Model& model = *document->getModel ();
     EXPECT_EQ (model.getId (), "my_model");
     const auto law = [&model] (unsigned i) {
-        char* formula = ::SBML_formulaToL3String (model.getReaction (i)->getKineticLaw ()->getMath ());
+        char* formula =
+            ::SBML_formulaToL3String (model.getReaction (i)->getKineticLaw ()->getMath ());
         const std::string out = formula;
         std::free (formula);
         return out;
@@ -141,8 +142,8 @@ TEST (StandardSbml, the_command_writes_it_and_refuses_other_names) {
         {"ostrand-tool", "convert", "m.net", "m.xml", "--standard"}, folder.path ());
     EXPECT_EQ (result.status, 0) << result.error;
     EXPECT_THAT (ostrand::testing::file_text (folder / "m.xml"), HasSubstr ("level3/version2"));
-    result = ostrand::testing::run_program (
-        {"ostrand-tool", "convert", "m.xml", "back.net"}, folder.path ());
+    result = ostrand::testing::run_program ({"ostrand-tool", "convert", "m.xml", "back.net"},
+                                            folder.path ());
     EXPECT_EQ (result.error, "");
     EXPECT_EQ (ostrand::testing::file_text (folder / "back.net"),
                files::write_native (*network_of (kinetic)));

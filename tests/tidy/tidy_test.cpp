@@ -141,7 +141,8 @@ TEST (Tidy, a_network_without_reactions_and_an_empty_one_are_arranged) {
 
 TEST (Tidy, random_documents_of_any_kind_are_arranged_without_harm) {
     for (unsigned seed = 1; seed <= 12; ++seed) {
-        const std::unique_ptr<Network> network = ostrand::testing::RandomDocument (seed, {.nesting = 1, .pictures = false}).network ();
+        const std::unique_ptr<Network> network =
+            ostrand::testing::RandomDocument (seed, {.nesting = 1, .pictures = false}).network ();
         const int arcs = network->count_arcs ();
         arrange_network (*network);
         EXPECT_EQ (network->count_arcs (), arcs) << seed;
