@@ -3,6 +3,7 @@
 #   ./test.sh            the release build, in build/
 #   ./test.sh asan       the same suite under another preset (debug, asan, tsan)
 #   ./test.sh asan -R x  words behind the preset go to ctest
+# With OSTRAND_TARGETS="sim_tests gates_tests" only these are built.
 set -euo pipefail
 cd "$(dirname "$0")"
 preset=${1:-release}
@@ -16,7 +17,10 @@ strict=OFF
 cmake --preset "$preset" -DOSTRAND_WARNINGS_AS_ERRORS=$strict >"/tmp/ostrand-configure.$$" 2>&1 ||
     { cat "/tmp/ostrand-configure.$$"; exit 1; }
 rm -f "/tmp/ostrand-configure.$$"
-cmake --build "$build" -j "$jobs" -- --quiet 2>&1 | grep -v '^\[' || [ "${PIPESTATUS[0]}" = 0 ]
+targets=()
+# shellcheck disable=SC2206  # a list of words
+[ -z "${OSTRAND_TARGETS:-}" ] || targets=(--target $OSTRAND_TARGETS)
+cmake --build "$build" -j "$jobs" ${targets[@]+"${targets[@]}"} -- --quiet 2>&1 | grep -v '^\[' || [ "${PIPESTATUS[0]}" = 0 ]
 
 export LSAN_OPTIONS=${LSAN_OPTIONS:-suppressions=$PWD/scripts/leaks-of-others.txt:print_suppressions=0}
 export UBSAN_OPTIONS=${UBSAN_OPTIONS:-print_stacktrace=1}

@@ -75,3 +75,15 @@ function (ostrand_layer name)
         endif ()
     endforeach ()
 endfunction ()
+
+# ostrand_embed_chapters (name folder): the folder's *.html become the chapters of the library, in the
+# order of their file names. A change of a text rebuilds it.
+function (ostrand_embed_chapters name folder)
+    file (GLOB texts CONFIGURE_DEPENDS "${folder}/*.html")
+    set (made "${CMAKE_CURRENT_BINARY_DIR}/${name}_chapters.cpp")
+    set (script "${CMAKE_SOURCE_DIR}/cmake/EmbedChapters.cmake")
+    add_custom_command (OUTPUT "${made}"
+        COMMAND "${CMAKE_COMMAND}" "-DOUTPUT=${made}" "-DTEXTS=${texts}" -P "${script}"
+        DEPENDS ${texts} "${script}" VERBATIM)
+    target_sources (ostrand_${name} PRIVATE "${made}")
+endfunction ()

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Installs what Ostrand needs to build, test and run, and gets FLTK 1.4.
 # Safe to call again: when everything is there it answers in well under a second.
+#   scripts/setup.sh --checks   also what .ci/run needs beside: clang-tidy, and clang for the fuzz targets
 set -euo pipefail
 
 say () { printf 'setup: %s\n' "$*" >&2; }
@@ -8,6 +9,8 @@ die () { say "$*"; exit 1; }
 
 deps=${OSTRAND_DEPS:-${XDG_CACHE_HOME:-$HOME/.cache}/ostrand}
 fltk_prefix=$deps/fltk-1.4
+with_checks=no
+[ "${1:-}" != --checks ] || with_checks=yes
 
 # One line for each need: what to look for (a command, a header or a file), then the
 # package that brings it on Debian, Fedora and Arch.
@@ -48,6 +51,11 @@ lib:libEGL_mesa.so.0            libegl-mesa0            mesa-libEGL           me
 font:LiberationSans-Regular.ttf fonts-liberation        liberation-sans-fonts ttf-liberation
 font:DejaVuSans.ttf             fonts-dejavu-core       dejavu-sans-fonts     ttf-dejavu
 TABLE
+    [ $with_checks = no ] || cat <<'TABLE'
+cmd:clang-tidy                  clang-tidy              clang-tools-extra     clang
+cmd:clang++                     clang                   clang                 clang
+clang:libclang_rt.fuzzer        libclang-rt-dev         compiler-rt           compiler-rt
+TABLE
 }
 
 found () {
@@ -58,6 +66,8 @@ found () {
         lib:*)  compgen -G "/usr/lib/${1#lib:}" >/dev/null ||
                 compgen -G "/usr/lib64/${1#lib:}" >/dev/null ||
                 compgen -G "/usr/lib/*-linux-gnu*/${1#lib:}" >/dev/null ;;
+        clang:*) compgen -G "/usr/lib*/llvm*/lib/clang/*/lib/*/${1#clang:}*" >/dev/null ||
+                compgen -G "/usr/lib*/clang/*/lib/*/${1#clang:}*" >/dev/null ;;
         font:*) [ -n "$(find /usr/share/fonts /usr/local/share/fonts "$HOME/.local/share/fonts" \
                         -name "${1#font:}" -print -quit 2>/dev/null)" ] ;;
     esac

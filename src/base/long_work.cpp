@@ -20,8 +20,12 @@ void Progress::expect (std::uint64_t total) {
 
 void Progress::estimate (double fraction) {
     expected_.store (static_cast<std::uint64_t> (estimate_steps), std::memory_order_relaxed);
-    done_.store (static_cast<std::uint64_t> (std::clamp (fraction, 0.0, 1.0) * estimate_steps),
-                 std::memory_order_relaxed);
+    // Threads that estimate side by side may come here in any order; what was told never goes back.
+    const auto steps =
+        static_cast<std::uint64_t> (std::clamp (fraction, 0.0, 1.0) * estimate_steps);
+    std::uint64_t told = done_.load (std::memory_order_relaxed);
+    while (told < steps && !done_.compare_exchange_weak (told, steps, std::memory_order_relaxed)) {
+    }
 }
 
 float Progress::progress_fraction () const {
@@ -45,7 +49,7 @@ Outcome LongWork::begin (const std::stop_token& stop) {
     }
 }
 
-Outcome LongWork::run (std::stop_token stop) {
+Outcome LongWork::run (const std::stop_token& stop) {
     Outcome outcome = begin (stop);
     tidy ();
     return outcome;

@@ -43,7 +43,7 @@ class Progress {
     void add_progress (std::uint64_t amount) {
         done_.fetch_add (amount, std::memory_order_relaxed);
     }
-    /// For work whose amount is only estimated: the part that is done, 0 to 1.
+    /// For work whose amount is only estimated: the part that is done, 0 to 1. Never goes back.
     void estimate (double fraction);
     /// So many results more: gates, networks.
     void add_results (std::uint64_t more) { results_.fetch_add (more, std::memory_order_relaxed); }
@@ -77,7 +77,7 @@ class LongWork {
     /// called once. A stop is answered within 50 ms. Throws nothing: what goes wrong, also on a
     /// helper thread, is the outcome. Whoever called tells the user the reason of a failure, which
     /// has not been reported; what a reader remarks on its way goes to report_message.
-    Outcome run (std::stop_token stop = {});
+    Outcome run (const std::stop_token& stop = {});
 
     /// The same in two steps, for whoever wants the outcome before large memory is given back:
     /// after `begin` follows `tidy`, which may take its time.

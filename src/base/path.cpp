@@ -110,11 +110,10 @@ std::string normalise_path (std::string_view path) {
         const std::string_view part = path.substr (0, slash);
         path.remove_prefix (slash == std::string_view::npos ? path.size () : slash + 1);
         if (part.empty () || part == ".") continue;
-        if (part != "..") {
-            parts.push_back (part);
-        } else if (!parts.empty () && parts.back () != "..") {
+        const bool goes_up = part == "..";
+        if (goes_up && !parts.empty () && parts.back () != "..") {
             parts.pop_back ();
-        } else if (!is_absolute) {
+        } else if (!goes_up || !is_absolute) {
             parts.push_back (part);
         }
     }

@@ -17,7 +17,7 @@ std::string base_name (std::string_view path);
 std::string folder_of (std::string_view path);
 
 /// The directory that "." means in dialogs: absolute, without a final "/" but for the root's own.
-/// It is kept beside the process's working directory, which it is until somebody sets it.
+/// Until somebody sets it, it is the working directory of the process.
 std::string current_directory ();
 
 /// Remembers the folder of a path: all up to its last "/"; "folder/any name" sets the folder, and a

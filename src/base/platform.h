@@ -13,7 +13,7 @@ namespace ostrand {
 /// The user's home: the folder named by USERPROFILE, else by HOME; empty when neither is set.
 std::filesystem::path home_directory ();
 
-/// The folder for files that outlive nothing but the process.
+/// The folder for files that are needed only while the process runs.
 std::filesystem::path temporary_directory ();
 
 /// Processors that this process may use; at least 1.

@@ -113,14 +113,14 @@ struct HeadPlaces {
 };
 
 HeadPlaces head_places (unsigned type, double length) {
-    switch (head_code (type)) {
-    case 0:
+    switch (head_of (type)) {
+    case ArcHead::none:
         if (type == arc::product) return {(length - 5) / length, 1};
         return {1, 1};
-    case 2: return {1 - 9 / length, 1 - 9 / length};
-    case 3: return {1 - 6 / length, 1 - 6 / length};
-    case 4: return {1 - 16 / length, 1 - 1 / length};
-    case 5: return {1 - 16 / length, 1 - 10 / length};
+    case ArcHead::catalysis: return {1 - 9 / length, 1 - 9 / length};
+    case ArcHead::inhibition: return {1 - 6 / length, 1 - 6 / length};
+    case ArcHead::activation: return {1 - 16 / length, 1 - 1 / length};
+    case ArcHead::influence: return {1 - 16 / length, 1 - 10 / length};
     default: return {(length - 5) / length, 1};
     }
 }
@@ -136,7 +136,7 @@ Point label_place (unsigned type, Point p, Point e, double ux, double uy, const 
                    double w) {
     const double px = p.x;
     const double py = p.y;
-    if (head_code (type) == 2 || head_code (type) == 5) {
+    if (head_of (type) == ArcHead::catalysis || head_of (type) == ArcHead::influence) {
         return point (e.x > target.x ? target.x - w : target.x + 14.0,
                       e.y > target.y ? target.y - 5.0 : target.y + 28.0);
     }

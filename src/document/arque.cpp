@@ -10,6 +10,18 @@
 
 namespace ostrand::document {
 
+unsigned arc_type_of_version (unsigned type, double version) {
+    if (version > 1.0) return type;
+    switch (type) {
+    case arc::product_bit:
+    case arc::product_bit | 0x10U: return arc::substrate;
+    case arc::substrate_bit | 1U: return arc::product;
+    case arc::reversible_substrate: return arc::reversible_product;
+    case arc::reversible_product: return arc::reversible_substrate;
+    default: return type;
+    }
+}
+
 const char* arc_type_name (unsigned type) {
     switch (type) {
     case arc::reaction:
@@ -296,9 +308,9 @@ bool Arque::arc_neighbours (std::vector<Arque*>& substrates, std::vector<Arque*>
 }
 
 Anchor Arque::anchor (unsigned arc_type) const {
-    switch (arc_type >> 9 & 3U) {
-    case 1: return {geometry_.mark_a.x, geometry_.mark_a.y, 0, 0};
-    case 2: return {geometry_.mark_b.x, geometry_.mark_b.y, 0, 0};
+    switch (arc_type & (arc::substrate_bit | arc::product_bit)) {
+    case arc::substrate_bit: return {geometry_.mark_a.x, geometry_.mark_a.y, 0, 0};
+    case arc::product_bit: return {geometry_.mark_b.x, geometry_.mark_b.y, 0, 0};
     default: {
         const int half = is_reaction (type_) ? 7 : 0;
         return {x_, y_, half, half};

@@ -81,19 +81,6 @@ bool scan_user_values (std::string_view text, std::array<int, 5>& values) {
     return true;
 }
 
-/// Arc types of files up to version 1.0, where the two kinds of links were the other way round.
-unsigned type_of_version (unsigned type, double version) {
-    if (version > 1.0) return type;
-    switch (type) {
-    case 0x400:
-    case 0x410: return arc::substrate;
-    case 0x201: return arc::product;
-    case 0x211: return arc::reversible_product;
-    case 0x411: return arc::reversible_substrate;
-    default: return type;
-    }
-}
-
 } // namespace
 
 /// Reads the records of one network.
@@ -330,7 +317,7 @@ bool NetworkReader::read_arc () {
         report_message ("arc(%d): unknown destination id: %s.", id, format_g (dest_id).c_str ());
         return false;
     }
-    Arque* arc = source->connect (*dest, type_of_version (type, version_));
+    Arque* arc = source->connect (*dest, arc_type_of_version (type, version_));
     if (arc == nullptr) {
         report_message ("format error in arc #%d from %d to %d.", id, to_int (source_id),
                         to_int (dest_id));

@@ -201,8 +201,9 @@ void Node::toggle_display () {
 
 bool Node::is_reactant () const {
     return std::any_of (arcs_.begin (), arcs_.end (), [] (const auto& a) {
-        const unsigned t = a->type ();
-        return (t & 0x110U) == 0x110U || (t & 0x220U) != 0 || (t & 48U) == 48U || (t & 64U) != 0;
+        const auto has = [t = a->type ()] (unsigned bits) { return (t & bits) == bits; };
+        return has (arc::reaction) || has (arc::substrate_bit) || has (arc::catalysis) ||
+               has (arc::activation);
     });
 }
 

@@ -24,7 +24,7 @@ struct ArcPainter {
     void line (float length) const {
         device.set_color (color);
         device.set_line (1, LineStyle::solid);
-        const bool longer = is_reversible (arc.type ()) && head_code (arc.type ()) == 0;
+        const bool longer = is_reversible (arc.type ()) && head_of (arc.type ()) == ArcHead::none;
         const Point from = moved (at.start);
         const TransformScope scope (device, from.x, from.y, at.angle);
         device.fill_rect (0, -t / 2, longer ? length + 5 : length, t);
@@ -99,15 +99,15 @@ struct ArcPainter {
         if (square < 3) return;
         if (is_reaction (arc.type ())) mark ();
         if (is_reversible (arc.type ())) barbed (at.start, at.angle + 180);
-        switch (head_code (arc.type ())) {
-        case 1: barbed (at.head, at.angle); break;
-        case 2: circle (length); break;
-        case 3: flat (); break;
-        case 4: triangle (); break;
-        case 5: diamond (); break;
+        switch (head_of (arc.type ())) {
+        case ArcHead::arrow: barbed (at.head, at.angle); break;
+        case ArcHead::catalysis: circle (length); break;
+        case ArcHead::inhibition: flat (); break;
+        case ArcHead::activation: triangle (); break;
+        case ArcHead::influence: diamond (); break;
         default: break;
         }
-        if ((arc.type () & 0x80U) != 0) bar ();
+        if ((arc.type () & arc::bar_bit) != 0) bar ();
     }
 };
 

@@ -24,12 +24,12 @@ SpatialGrid::CellPlace SpatialGrid::cell_of (const Extent& box) {
     const double side = std::max (w, h);
     const bool is_somewhere = std::abs (center_x) < farthest && std::abs (center_y) < farthest;
     if (!is_somewhere || !(side <= cell_side (levels - 1))) {
-        return {static_cast<std::int8_t> (levels), 0, 0};
+        return {static_cast<std::int16_t> (levels), 0, 0};
     }
     int level = 0;
     while (side > cell_side (level)) ++level;
     const double cell = cell_side (level);
-    return {static_cast<std::int8_t> (level),
+    return {static_cast<std::int16_t> (level),
             static_cast<std::int32_t> (std::floor (center_x / cell)),
             static_cast<std::int32_t> (std::floor (center_y / cell))};
 }

@@ -29,7 +29,7 @@ class SpatialGrid {
     static constexpr int levels = 16;
     using Cell = std::vector<std::uint32_t>;
     struct CellPlace {
-        std::int8_t level = -1; // -1 not in the grid, `levels` among the boxes near everything
+        std::int16_t level = -1; // -1 not in the grid, `levels` among the boxes near everything
         std::int32_t column = 0;
         std::int32_t row = 0;
         bool operator== (const CellPlace&) const = default;

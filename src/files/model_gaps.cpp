@@ -69,7 +69,8 @@ class GapFinder {
 };
 
 bool is_enzyme_of (const Arque& a, const Arque& r) {
-    return a.type () >> 4 == 2 && a.source () != r.source () && a.source ()->label () != nullptr;
+    return document::is_catalysis (a.type ()) && a.source () != r.source () &&
+           a.source ()->label () != nullptr;
 }
 
 bool GapFinder::is_stated (const Arque& r) const {
@@ -122,17 +123,18 @@ void GapFinder::arc (const Arque& a) {
     const bool on_reaction = r != nullptr && document::is_reaction (r->type ());
     const bool is_link =
         document::is_substrate_link (a.type ()) || document::is_product_link (a.type ());
-    const unsigned head = a.type () >> 4;
-    if (on_reaction && (is_link || head == 2 || head == 3)) {
+    const bool catalyses = document::is_catalysis (a.type ());
+    const bool inhibits = document::is_inhibition (a.type ());
+    if (on_reaction && (is_link || catalyses || inhibits)) {
         // Said where the reaction is, which has told its own gap.
-        if (is_stated (*r) && !document::is_product_link (a.type ()) && head != 2) {
+        if (is_stated (*r) && !document::is_product_link (a.type ()) && !catalyses) {
             constant (a.label (), "label of the arc from " + name_of (a.source ()) +
                                       " to reaction " + reaction_name (*r));
         }
         return;
     }
     const std::string name = name_of (a.source ()) + " to " + name_of (a.dest ());
-    if (head == 3) {
+    if (inhibits) {
         gaps_.push_back ("left out: inhibition from " + name + ", it ends on no reaction");
     } else {
         gaps_.push_back ("left out: arc from " + name + ", a model text has no word for it");

@@ -168,8 +168,8 @@ Reaction collect (const Network& network, const Arque& r) {
             add_bounded (reaction.products, quoted_name (*m));
         }
         if (m == source) continue;
-        if (b->type () >> 4 == 2) add_bounded (reaction.enzymes, quoted_name (*m));
-        if (b->type () >> 4 == 3) {
+        if (document::is_catalysis (b->type ())) add_bounded (reaction.enzymes, quoted_name (*m));
+        if (document::is_inhibition (b->type ())) {
             add_bounded (reaction.inhibitors, {quoted_name (*m), letters_of (b->label ())});
         }
     }

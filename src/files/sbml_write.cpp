@@ -43,7 +43,10 @@ class SbmlWriter {
     document::PrintState to_;
 };
 
-const Node& master_of (const Node& n) { return n.master () != nullptr ? *n.master () : n; }
+const Node& master_of (const Node& n) {
+    const Node* const master = n.master ();
+    return master != nullptr ? *master : n;
+}
 
 void SbmlWriter::head (std::string_view model_id) {
     std::string& out = to_.out;
@@ -102,8 +105,9 @@ void SbmlWriter::modifiers (const std::vector<Arque*>& incoming, const Arque& r)
     bool any = false;
     for (const Arque* a : incoming) {
         const Node* n = a->source ();
-        const unsigned head = a->type () >> 4;
-        if (n == r.source () || n == last || (head != 2 && head != 3)) {
+        const bool catalyses = document::is_catalysis (a->type ());
+        if (n == r.source () || n == last ||
+            (!catalyses && !document::is_inhibition (a->type ()))) {
             continue;
         }
         last = n;
@@ -113,7 +117,7 @@ void SbmlWriter::modifiers (const std::vector<Arque*>& incoming, const Arque& r)
         any = true;
         to_.out += format_text ("<speciesReference species=\"s%d\" sboTerm=\"%s\" />\n",
                                 to_.numbering.of (&master_of (*n)),
-                                head == 2 ? "SBO:0000460" : "SBO:0000020");
+                                catalyses ? "SBO:0000460" : "SBO:0000020");
     }
     if (any) {
         to_.out += "</listOfModifiers>\n";

@@ -12,8 +12,7 @@ namespace ostrand::files {
 
 /// Appends the block. Numbers start at 1.
 /// depth  below 0 the block starts without a line break; above 0 with one and tabs, and the
-/// elements
-///        inside stand one deeper; 0: at the margin
+///        elements inside stand one deeper; 0: at the margin
 void write_xml_block (const document::Network& network, document::PrintState& to, int depth);
 
 /// The network of a text that starts at "<lattrix:network". Faults are reported and leave it as far

@@ -32,21 +32,6 @@ unsigned color_of (const std::string& text) {
     return document::read_word (reader);
 }
 
-/// Arc types of files up to version 1.0, where the two kinds of links were the other way round.
-unsigned type_of_version (unsigned type, double version) {
-    if (version > 1.0) {
-        return type;
-    }
-    switch (type) {
-    case 0x400:
-    case 0x410: return document::arc::substrate;
-    case 0x201: return document::arc::product;
-    case 0x211: return document::arc::reversible_product;
-    case 0x411: return document::arc::reversible_substrate;
-    default: return type;
-    }
-}
-
 class BlockReader {
   public:
     explicit BlockReader (std::string_view text)
@@ -323,7 +308,8 @@ void BlockReader::read_arc () {
     GraphBase* dest = find (dest_id);
     Arque* arc = nullptr;
     if (source != nullptr && dest != nullptr) {
-        arc = source->connect (*dest, type_of_version (static_cast<unsigned> (type), version_));
+        arc = source->connect (
+            *dest, document::arc_type_of_version (static_cast<unsigned> (type), version_));
     }
     if (arc == nullptr) {
         report_message ("format error in arc #%d from %d to %d.", id, source_id, dest_id);

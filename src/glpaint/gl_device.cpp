@@ -2,7 +2,6 @@
 #include "glpaint/gl_device.h"
 
 #include "document/colors.h"
-#include "document/greek.h"
 
 #include <GL/gl.h>
 
@@ -66,6 +65,11 @@ std::vector<Point> round_points (Box b, float r) {
 
 } // namespace
 
+int shown_text_size (const document::FontMetrics& font, float scale) {
+    const int size = document::font_size (document::size_index (font.key));
+    return std::max (static_cast<int> (static_cast<float> (size) * scale), smallest_text);
+}
+
 void GlDevice::emit (unsigned mode, Points points) const {
     glBegin (mode);
     for (const Point& p : points) glVertex2f (p.x * zoom (), p.y * zoom ());
@@ -96,9 +100,15 @@ void GlDevice::set_color_alpha (int red, int green, int blue, int alpha) {
                 static_cast<GLubyte> (blue), static_cast<GLubyte> (alpha));
 }
 
-void GlDevice::set_line (float width, document::LineStyle style) {
-    line_width_ = std::max (width, 0.1F);
+/// Lines grow and shrink with the network, but to less than a pixel only when they were.
+void GlDevice::take_line_width (float width) {
+    const float least = std::clamp (width, 0.1F, 1.0F);
+    line_width_ = std::max (width * zoom (), least);
     glLineWidth (line_width_);
+}
+
+void GlDevice::set_line (float width, document::LineStyle style) {
+    take_line_width (width);
     if (style == document::LineStyle::dashed) {
         glLineStipple (4, 0xAAAA);
         glEnable (GL_LINE_STIPPLE);
@@ -153,8 +163,7 @@ void GlDevice::arrow_head (float length, float width, float line_width) {
     const Point points[] = {
         {0, 0}, {-length, -width / 2}, {-length * 3 / 4, 0}, {-length, width / 2}};
     fill_convex (points);
-    line_width_ = line_width;
-    glLineWidth (line_width);
+    take_line_width (line_width);
     emit (GL_LINE_LOOP, points);
 }
 
@@ -177,11 +186,7 @@ void GlDevice::shared_bar (float x, float y, float w, float h, float t) {
 void GlDevice::draw_text (const document::FontMetrics& font, std::string_view letters, float x,
                           float y) {
     if (letters.empty ()) return;
-    const std::string utf8 = document::is_symbol (font.key) ? document::symbol_to_utf8 (letters)
-                                                            : document::latin1_to_utf8 (letters);
-    const auto size = static_cast<int> (
-        static_cast<float> (document::font_size (document::size_index (font.key))) * zoom ());
-    content_.draw_text (font, utf8, x * zoom (), y * zoom (), std::max (size, smallest_text));
+    content_.draw_text (font, letters, x * zoom (), y * zoom (), zoom ());
 }
 
 void GlDevice::draw_picture (std::string_view path, float x, float y, float w, float h) {

@@ -9,6 +9,10 @@
 
 namespace ostrand::glpaint {
 
+/// Pixels of a font's letters at a scale (zoom, times the display's): at least 4, so that small
+/// letters stay marks that one can see.
+int shown_text_size (const document::FontMetrics& font, float scale);
+
 /// Letters and pictures, which OpenGL itself has not: the toolkit's part.
 class GlContent {
   public:
@@ -17,11 +21,10 @@ class GlContent {
     GlContent& operator= (const GlContent&) = delete;
     virtual ~GlContent () = default;
     /// Draws at the current raster transform in the current colour.
-    /// utf8        the letters
-    /// x, y        base point, already multiplied by the zoom
-    /// pixel_size  size x zoom, at least 4
-    virtual void draw_text (const document::FontMetrics& font, std::string_view utf8, float x,
-                            float y, int pixel_size) = 0;
+    /// letters  Latin-1, or the codes of the Symbol family; not empty
+    /// x, y     base point, already multiplied by the zoom
+    virtual void draw_text (const document::FontMetrics& font, std::string_view letters, float x,
+                            float y, float zoom) = 0;
     /// The box is already multiplied by the zoom.
     virtual void draw_picture (std::string_view path, float x, float y, float w, float h) = 0;
 };
@@ -35,8 +38,8 @@ struct GlView {
     float zoom = 1;        // of ours for one of the network
 };
 
-/// Coordinates are multiplied by the view's zoom. Every filled shape is also outlined
-/// with a 1-pixel line of its colour, which smooths its edge, unless `fast` is set.
+/// Coordinates and line widths are multiplied by the view's zoom. Every filled shape is also
+/// outlined with a 1-pixel line of its colour, which smooths its edge, unless `fast` is set.
 class GlDevice : public document::PaintDevice {
   public:
     /// content and view must outlive the device's use; the projection has y downwards.
@@ -71,6 +74,7 @@ class GlDevice : public document::PaintDevice {
   private:
     using Points = std::span<const document::Point>;
     float zoom () const { return view_.zoom; }
+    void take_line_width (float width);
     void emit (unsigned mode, Points points) const;
     void outline (Points points) const;
     void fill_convex (Points points) const;

@@ -1,19 +1,11 @@
 // The images that are part of the program: of the interface, of the manual, and its icon.
 // Layer: resources (uses nothing above it).
 #pragma once
-#include "base/platform.h"
+#include "base/resource_image.h"
 
-#include <filesystem>
 #include <string_view>
 
 namespace ostrand {
-
-/// One image, as the bytes of a PNG file that live as long as the program.
-struct ResourceImage {
-    const char* name; // with its ".png"; null in the row behind the last
-    const unsigned char* data;
-    unsigned size; // bytes
-};
 
 /// Images that the manual's text names, at scale 1 for a light ground. The first also stands for a
 /// name that is not in the table.
@@ -33,10 +25,5 @@ extern const ResourceImage icon_images[];
 /// dark   for a dark ground. The cross of a tab and other images that look well on both are the
 ///        same in both.
 const ResourceImage* find_image (std::string_view name, int scale, bool dark);
-
-/// Writes the images of the manual to a folder, so that a browser finds what the saved manual
-/// refers to. A file that exists is kept, whatever it holds. One that cannot be written gives a
-/// line on standard error, and the others follow.
-void extract_manual_images (const std::filesystem::path& directory = temporary_directory ());
 
 } // namespace ostrand

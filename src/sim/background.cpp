@@ -46,7 +46,7 @@ class BackgroundRun::Work : public LongWork {
 BackgroundRun::BackgroundRun (BackgroundRequest request, WorkListener listener)
     : BackgroundRun (std::make_shared<Work> (std::move (request)), std::move (listener)) {}
 
-BackgroundRun::BackgroundRun (std::shared_ptr<Work> work, WorkListener listener)
+BackgroundRun::BackgroundRun (const std::shared_ptr<Work>& work, WorkListener listener)
     : BackgroundWork (work, std::move (listener)), work_ (work) {
     if (!has_thread ()) work_->remove_model ();
 }

@@ -33,7 +33,7 @@ class BackgroundRun : public BackgroundWork {
 
   private:
     class Work;
-    BackgroundRun (std::shared_ptr<Work> work, WorkListener listener);
+    BackgroundRun (const std::shared_ptr<Work>& work, WorkListener listener);
 
     std::shared_ptr<Work> work_;
 };

@@ -116,9 +116,10 @@ void read_concentrations (Lexer& lexer, std::string_view species, InitialCounts&
     }
 }
 
-std::optional<std::string> concentration_fault (std::string_view text) {
-    std::string fault;
-    const MessageScope listening ([&fault] (std::string_view told) { fault = told; });
+namespace {
+
+/// The values of a whole text; false when it is faulty, which was reported.
+bool read_text (std::string_view text, InitialCounts& counts) {
     // As it stands in a statement: what ends the statement ends its last number and unit too.
     const std::string statement = std::string (text) + ";";
     Lexer lexer (statement, [] (std::string_view) { return 0; }, {});
@@ -128,12 +129,26 @@ std::optional<std::string> concentration_fault (std::string_view text) {
     } else {
         lexer.unget_token (token);
     }
-    InitialCounts counts;
     read_concentrations (lexer, "it", counts);
     expect_token (lexer, TokenKind::semicolon);
     expect_token (lexer, TokenKind::eof);
-    if (!lexer.failed ()) return std::nullopt;
+    return !lexer.failed ();
+}
+
+} // namespace
+
+std::optional<std::string> concentration_fault (std::string_view text) {
+    std::string fault;
+    const MessageScope listening ([&fault] (std::string_view told) { fault = told; });
+    InitialCounts counts;
+    if (read_text (text, counts)) return std::nullopt;
     return fault;
+}
+
+std::size_t concentration_count (std::string_view text) {
+    const MessageScope silence ([] (std::string_view) {});
+    InitialCounts counts;
+    return read_text (text, counts) ? counts.count : 0;
 }
 
 } // namespace ostrand::sim

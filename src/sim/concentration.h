@@ -28,6 +28,9 @@ struct InitialCounts {
 /// "(name, name)" of linked species. Reports nothing.
 std::optional<std::string> concentration_fault (std::string_view text);
 
+/// How many initial values such a text gives a species; 0 when it is faulty.
+std::size_t concentration_count (std::string_view text);
+
 /// Molecules of a concentration in mM, truncated; 2^32 or more when it does not fit a count.
 double molecules_of (float milli_molar);
 

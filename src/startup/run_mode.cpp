@@ -6,6 +6,7 @@
 #include "base/platform.h"
 #include "base/text.h"
 #include "base/version.h"
+#include "shell/editor_main.h"
 #include "sim/command_line.h"
 #include "viewer/viewer_main.h"
 
@@ -77,10 +78,10 @@ int start (int argc, char** argv, const char* commit) {
     case RunMode::version: return write_standard_output (version_line ("ostrand", commit)) ? 0 : 1;
     case RunMode::editor: break;
     }
-    std::fputs ("The editor is not in this version: use -a to simulate, -v to show curves, and "
-                "ostrand-tool to convert and draw networks.\n",
-                stderr);
-    return 1;
+    const std::vector<std::string> files (words.begin () + (argc > 0 ? 1 : 0), words.end ());
+    const EditorStart editor = prepare_editor (argc > 0 ? argv[0] : "ostrand");
+    return shell::editor_main (files, editor.starting_directory.string (),
+                               editor.executable.string ());
 }
 
 } // namespace ostrand::startup

@@ -33,4 +33,10 @@ std::string plain_label (const std::string& text) {
     return label;
 }
 
+std::string plain_menu_label (const std::string& text) {
+    std::string label;
+    for (const char c : text) label.append (c == '@' || c == '&' ? 2 : 1, c);
+    return label;
+}
+
 } // namespace ostrand::toolkit

@@ -21,4 +21,7 @@ std::string fitted_text (const std::string& text, float room, const TextWidth& t
 /// A label as the toolkit has to be given it so that "@" shows as it is.
 std::string plain_label (const std::string& text);
 
+/// A label of a menu item so that "@" and "&" show as they are.
+std::string plain_menu_label (const std::string& text);
+
 } // namespace ostrand::toolkit

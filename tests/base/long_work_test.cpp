@@ -61,10 +61,12 @@ TEST (progress, is_the_part_of_what_is_expected) {
 
 TEST (progress, may_be_estimated_and_counts_results) {
     Progress progress;
-    progress.estimate (0.75);
-    EXPECT_EQ (progress.progress_fraction (), 0.75F);
     progress.estimate (-1);
     EXPECT_EQ (progress.progress_fraction (), 0.0F);
+    progress.estimate (0.75);
+    EXPECT_EQ (progress.progress_fraction (), 0.75F);
+    progress.estimate (0.25); // of a slower thread: it never goes back
+    EXPECT_EQ (progress.progress_fraction (), 0.75F);
     progress.estimate (7);
     EXPECT_EQ (progress.progress_fraction (), 1.0F);
     progress.add_results (3);

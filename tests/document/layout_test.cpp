@@ -254,6 +254,33 @@ TEST (LayoutIndex, finds_and_paints_what_a_walk_over_all_does) {
     }
 }
 
+TEST (LayoutIndex, finds_links_as_far_away_as_the_label_of_their_catalysis) {
+    DrawnNetwork drawn;
+    Node& a = drawn.node (100, 100);
+    Node& b = drawn.node (400, 100);
+    Arque& reaction = drawn.arc (a, b);
+    Arque& catalysis = drawn.arc (drawn.node (250, 50), reaction, arc::catalysis);
+    Arque& link = drawn.arc (drawn.node (100, 200), reaction, arc::substrate);
+    catalysis.set_label ("K");
+    for (int i = 0; i < 60; ++i)
+        drawn.node (static_cast<float> (i) * 90, 2000); // a grid is worth it
+    drawn.network.layout ();
+    drawn.network.find_at (0, 0, {}); // the index is there
+    catalysis.label_line ()->set_offset (900, 700);
+    drawn.network.layout ();
+    const Extent far = link.extent ();
+    EXPECT_GT (far.right, 900);
+    const auto walked = drawn.network.copy (nullptr);
+    walked->layout ();
+    walked->add_node (std::make_unique<Node> (-1e7F, -1e7F, node::protein, 3U, "waits"));
+    PaintStyle style;
+    style.clip = Extent{far.right - 5, far.bottom - 5, far.right + 5, far.bottom + 5}.moved (
+        drawn.network.x (), drawn.network.y ());
+    const std::string shown = painted (drawn.network, style);
+    EXPECT_EQ (shown, painted (*walked, style));
+    EXPECT_NE (shown, "");
+}
+
 TEST (SpatialGrid, finds_every_box_that_meets_another) {
     ostrand::testing::Dice dice (5);
     SpatialGrid grid;

@@ -473,7 +473,12 @@ TEST (Line, hit_test_gives_the_letter_and_the_script) {
     EXPECT_EQ (b.letter, 0);
     EXPECT_FALSE (line->find_at (9, 50, {}));
     EXPECT_FALSE (line->find_at (10 + line->get_width (), 50, {}));
-    EXPECT_FALSE (line->find_at (11, 50 + static_cast<float> (line->get_descent ()) + 1, {}));
+    const float bottom = 50 + static_cast<float> (line->get_descent ());
+    const float top = 50 - static_cast<float> (line->get_ascent ());
+    EXPECT_TRUE (line->find_at (11, bottom, {})); // the edges are in
+    EXPECT_TRUE (line->find_at (11, top, {}));
+    EXPECT_FALSE (line->find_at (11, bottom + 1, {}));
+    EXPECT_FALSE (line->find_at (11, top - 1, {}));
 }
 
 TEST (Line, hit_test_gives_a_picture_where_it_stands) {

@@ -340,6 +340,19 @@ TEST (Picture, sizes_come_from_the_first_bytes_of_the_three_formats) {
     EXPECT_FALSE (probe_picture ("BM no picture of ours"));
 }
 
+TEST (Picture, size_of_a_jpeg_stands_in_a_frame_and_in_nothing_that_looks_like_one) {
+    // Tables and reserved marks lie among the marks of frames.
+    for (const char mark : {'\xC4', '\xC8', '\xCC'}) {
+        std::string bytes ("\xFF\xD8\xFF?\0\x0B\x08\0\1\0\2\0\0\0\0", 15);
+        bytes[3] = mark;
+        bytes += std::string ("\xFF\xFF\xC2\0\x11\x08\0\x10\0\x20\0", 12); // a fill byte before it
+        const auto image = probe_picture (bytes);
+        ASSERT_TRUE (image);
+        EXPECT_EQ (image->width, 32);
+        EXPECT_EQ (image->height, 16);
+    }
+}
+
 TEST (Picture, own_size_wins_over_the_file) {
     const testing::TemporaryFolder folder;
     const std::string path = folder.write ("a.gif", std::string_view ("GIF89a\x20\0\x10\0", 10));

@@ -391,6 +391,21 @@ struct Reaction {
     }
 };
 
+TEST (FindById, of_two_with_one_number_gives_the_first_that_is_left) {
+    Network network;
+    Node& a = add (network, "a");
+    Node& b = add (network, "b");
+    Node& c = add (network, "c");
+    for (Node* const n : {&a, &b, &c}) n->set_id (5);
+    EXPECT_EQ (network.find_by_id (5), &a);
+    a.destroy ();
+    EXPECT_EQ (network.find_by_id (5), &b);
+    c.destroy ();
+    EXPECT_EQ (network.find_by_id (5), &b);
+    b.destroy ();
+    EXPECT_EQ (network.find_by_id (5), nullptr);
+}
+
 TEST (MainReactant, swaps_with_a_substrate) {
     Reaction x;
     ASSERT_TRUE (x.network.swap_main_reactant (x.r, x.s2));

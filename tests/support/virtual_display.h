@@ -57,6 +57,7 @@ class RunningProgram {
     RunningProgram& operator= (const RunningProgram&) = delete;
 
     bool running ();
+    pid_t id () const { return child_; }
     /// Waits for its end; its exit status, or -1 when it did not end in time.
     int wait (double seconds = 20);
 

@@ -1,0 +1,18 @@
+# Writes OUTPUT, a C++ file that holds the HTML files of TEXTS as raw strings, in the order of their
+# names. "20_tutorial.html" becomes the chapter "tutorial".
+list (SORT TEXTS)
+list (LENGTH TEXTS count)
+set (code "// Made from the chapters' HTML by cmake/EmbedChapters.cmake.\n")
+string (APPEND code "#include \"manual/chapters.h\"\n\n#include <array>\n\n")
+string (APPEND code "namespace ostrand::manual {\nnamespace {\n\n")
+string (APPEND code "constexpr std::array<Chapter, ${count}> all{{\n")
+foreach (path IN LISTS TEXTS)
+    get_filename_component (name "${path}" NAME_WE)
+    string (REGEX REPLACE "^[0-9]+_" "" name "${name}")
+    file (READ "${path}" text)
+    string (APPEND code "    {\"${name}\", R\"html(${text})html\"},\n")
+endforeach ()
+string (APPEND code "}};\n\n} // namespace\n\n")
+string (APPEND code "std::span<const Chapter> chapters () { return all; }\n\n")
+string (APPEND code "} // namespace ostrand::manual\n")
+file (WRITE "${OUTPUT}" "${code}")

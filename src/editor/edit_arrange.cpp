@@ -1,0 +1,87 @@
+// Alignment, sharing, colours and fog.
+#include "editor/edit_arrange.h"
+
+#include <algorithm>
+
+namespace ostrand::editor {
+
+using document::GraphBase;
+using document::Network;
+using document::Node;
+
+namespace {
+
+constexpr unsigned input_colour = 0xffc77500;
+constexpr unsigned output_colour = 0xffa5ff00;
+constexpr unsigned internal_colour = 3;
+
+/// The places of all nodes, to see whether something moved them.
+std::vector<document::Point> places (const Network& network) {
+    std::vector<document::Point> all;
+    all.reserve (network.nodes ().size ());
+    for (const auto& n : network.nodes ()) all.push_back ({n->x (), n->y ()});
+    return all;
+}
+
+/// Nodes that were moved find their compartments.
+void assign_all (Network& network) {
+    for (const auto& n : network.nodes ()) network.assign_compart (*n);
+}
+
+} // namespace
+
+bool align_nodes (Canvas& canvas) {
+    Network& network = canvas.network ();
+    const std::vector<document::Point> before = places (network);
+    network.align_all ();
+    if (places (network) == before) return false;
+    assign_all (network);
+    canvas.finish_edit (Edit::structure ());
+    return true;
+}
+
+void align_one (Canvas& canvas, Node& node) {
+    Network* const network = node.network ();
+    if (network == nullptr) return;
+    const document::Point before{node.x (), node.y ()};
+    network->align_node (node, false, true);
+    if (before == document::Point{node.x (), node.y ()}) return;
+    network->assign_compart (node);
+    canvas.finish_edit (Edit::structure ());
+}
+
+bool smart_move (Canvas&, Node& node) {
+    Network* const network = node.network ();
+    if (network == nullptr) return false;
+    network->layout ();
+    std::vector<document::Point> before = places (*network);
+    network->align_around (node);
+    const std::vector<document::Point> after = places (*network);
+    before[network->place_of (node)] = {node.x (), node.y ()};
+    if (after == before) return false;
+    assign_all (*network);
+    return true;
+}
+
+void share_clones (Canvas& canvas) {
+    if (canvas.network ().update_shared_nodes ()) canvas.finish_edit (Edit::structure ());
+}
+
+void color_reactants (Canvas& canvas) {
+    if (canvas.network ().color_species (input_colour, output_colour, internal_colour))
+        canvas.finish_edit (Edit::structure ());
+}
+
+void fog_selection (Canvas& canvas, bool on) {
+    if (canvas.selection.is_empty ()) return;
+    if (canvas.mode == Mode::text) canvas.selection.clear ();
+    canvas.mode = Mode::selection;
+    bool changed = false;
+    for (GraphBase* const object : canvas.selection.objects ())
+        if (object->kind () != document::CharKind::compart)
+            changed = object->set_fog (on) || changed;
+    if (changed) canvas.finish_edit (Edit::structure ());
+    canvas.redraw ();
+}
+
+} // namespace ostrand::editor
