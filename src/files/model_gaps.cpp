@@ -52,7 +52,8 @@ bool is_number (const std::string& text) {
 
 class GapFinder {
   public:
-    explicit GapFinder (const Network& network) : network_ (network) {}
+    explicit GapFinder (const Network& network)
+        : network_ (network), has_rates_ (is_any_rated (network)) {}
 
     std::vector<std::string> find ();
 
@@ -65,6 +66,7 @@ class GapFinder {
     bool is_stated (const Arque& r) const;
 
     const Network& network_;
+    bool has_rates_;
     std::vector<std::string> gaps_;
 };
 
@@ -101,6 +103,8 @@ void GapFinder::reaction (const Arque& r) {
         gaps_.push_back ("left out: " + name + ", its source has no label");
     } else if (!is_stated (r)) {
         gaps_.push_back ("left out: " + name + ", nothing catalyses it");
+    } else if (has_rates_ && r.label () == nullptr) {
+        gaps_.push_back ("left out: " + name + ", it has no rate");
     } else {
         for (const Arque* a : network_.arcs_to (r)) {
             // As the import draws a reaction that nothing catalyses.

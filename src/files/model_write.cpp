@@ -233,6 +233,7 @@ std::string write_model (const Network& network, int duration, std::string_view 
     std::string reactions;
     std::string more_concentrations;
     int number = 0;
+    const bool has_rates = is_any_rated (network);
     for (const auto& n : network.nodes ()) {
         for (const auto& a : n->arcs ()) {
             if (!document::is_reaction (a->type ())) continue;
@@ -242,7 +243,10 @@ std::string write_model (const Network& network, int duration, std::string_view 
                 more_concentrations += rated.concentrations;
                 reactions += rated.statements;
             } else if (n->label () != nullptr) {
-                write_reaction (reactions, collect (network, *a));
+                const Reaction reaction = collect (network, *a);
+                // Beside known rates the simulator should run: it refuses a statement without any.
+                if (has_rates && reaction.kinetics.empty ()) continue;
+                write_reaction (reactions, reaction);
             }
         }
     }

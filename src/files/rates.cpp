@@ -451,6 +451,13 @@ bool is_rated (const Arque& reaction) {
             parse_rate (letters_of (reaction.residu ())));
 }
 
+bool is_any_rated (const Network& network) {
+    return std::any_of (network.nodes ().begin (), network.nodes ().end (), [] (const auto& n) {
+        return std::any_of (n->arcs ().begin (), n->arcs ().end (),
+                            [] (const auto& a) { return is_rated (*a); });
+    });
+}
+
 RatedText rated_text (const Network& network, const Arque& reaction, int number) {
     const Parts parts = parts_of (network, reaction);
     Rated rated (parts, number);

@@ -23,6 +23,9 @@ std::optional<Rate> parse_rate (std::string_view text);
 /// The reaction's label or second label is such a rate.
 bool is_rated (const document::Arque& reaction);
 
+/// Some reaction of the network is rated.
+bool is_any_rated (const document::Network& network);
+
 /// What a rated reaction adds to a model text.
 struct RatedText {
     std::string concentrations; // of what the text needs beside the species

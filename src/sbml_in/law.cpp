@@ -13,6 +13,8 @@ constexpr double same = 1e-9;
 
 bool is_whole (double x) { return x == std::floor (x) && x >= 1 && x <= 8; }
 
+bool is_constant (double x) { return x > 0 && std::isfinite (x); }
+
 class Matcher {
   public:
     Matcher (const ModelReaction& reaction, const Model& model, Quantities& quantities)
@@ -103,7 +105,8 @@ bool Matcher::mass_action (const Rational& rate, Law& law) {
             return false;
         }
     }
-    if (forward == nullptr) return false;
+    if (forward == nullptr || !is_constant (law.forward)) return false;
+    if (law.reverse && !is_constant (*law.reverse)) return false;
     law.kind = LawKind::mass_action;
     return true;
 }
@@ -121,11 +124,11 @@ int Matcher::enzyme_in (const Monomial& m) const {
 bool Matcher::one_substrate (const Polynomial& below, int s, Law& law) {
     const double a = coefficient_of (below, {});
     const double b = coefficient_of (below, {{s, 1}});
-    if (!(a / b > 0)) return false;
+    if (!is_constant (a / b)) return false;
     law.km = {a / b};
     for (const auto& [m, c] : below) {
         if (m.empty () || m == Monomial{{s, 1}}) continue;
-        if (m.size () != 1 || m[0].second != 1 || !(a / c > 0)) return false;
+        if (m.size () != 1 || m[0].second != 1 || !is_constant (a / c)) return false;
         const auto inhibitor =
             std::find_if (reaction_.modifiers.begin (), reaction_.modifiers.end (),
                           [&m] (const ModelModifier& one) { return one.species == m[0].first; });
@@ -156,7 +159,7 @@ bool Matcher::many_substrates (const Polynomial& below, const std::vector<int>& 
     std::vector<double> k;
     for (std::size_t i = 0; i < n; ++i) {
         k.push_back (coefficient_of (below, monomial (all & ~(1U << i))) / b);
-        if (!(k.back () > 0)) return false;
+        if (!is_constant (k.back ())) return false;
     }
     for (unsigned subset = 0; subset <= all; ++subset) {
         double expected = b;
@@ -214,7 +217,7 @@ bool Matcher::michaelis_menten (const Rational& rate, Law& law) {
     for (const int s : substrates) saturated.emplace_back (s, 1);
     std::sort (saturated.begin (), saturated.end ());
     const double v = factor / coefficient_of (rate.denominator, saturated);
-    if (!(v > 0)) return false;
+    if (!is_constant (v)) return false;
     if (law.enzyme >= 0) {
         law.kcat = v;
     } else {

@@ -153,6 +153,59 @@ std::string own_drawing (const ::Model& model) {
     return {};
 }
 
+/// Elements inside one another that the library reads; it needs stack for each.
+constexpr int deepest_element = 1000;
+/// Letters of a formula that stands in an attribute, as Level 1 has it; likewise.
+constexpr std::size_t longest_formula = 20000;
+
+/// The ">" that ends a tag, not one in an attribute's value; npos when there is none.
+std::size_t tag_end (std::string_view text, std::size_t at) {
+    char quote = '\0';
+    for (std::size_t i = at; i < text.size (); ++i) {
+        const char c = text[i];
+        if (quote != '\0') {
+            if (c == quote) quote = '\0';
+        } else if (c == '"' || c == '\'') {
+            quote = c;
+        } else if (c == '>') {
+            return i;
+        }
+    }
+    return std::string_view::npos;
+}
+
+/// Where a text goes deeper than the library can follow; nothing for all real models.
+std::optional<std::string> exhausting (std::string_view text) {
+    int depth = 0;
+    const auto told_at = [text] (std::size_t at, const char* what) {
+        const auto line =
+            1 + std::count (text.begin (), text.begin () + static_cast<long> (at), '\n');
+        return format_text ("SBML, line %d: %s.", static_cast<int> (line), what);
+    };
+    std::size_t at = 0;
+    while ((at = text.find ('<', at)) != std::string_view::npos) {
+        const std::string_view rest = text.substr (at);
+        const bool is_comment = rest.starts_with ("<!--");
+        const bool is_data = rest.starts_with ("<![CDATA[");
+        const std::size_t end = is_comment ? text.find ("-->", at)
+                                : is_data  ? text.find ("]]>", at)
+                                           : tag_end (text, at);
+        if (rest.starts_with ("</")) {
+            --depth;
+        } else if (rest.size () > 1 && rest[1] != '?' && rest[1] != '!') {
+            if (end == std::string_view::npos || text[end - 1] != '/') ++depth;
+            if (depth > deepest_element) return told_at (at, "elements are nested too deeply");
+        }
+        if (end == std::string_view::npos) break;
+        const std::size_t formula = text.substr (at, end - at).find ("formula=");
+        if (formula != std::string_view::npos && end - at - formula > longest_formula) {
+            return told_at (at, "the formula is too long");
+        }
+        at = end;
+    }
+    return std::nullopt;
+}
+
 Reading read (std::string_view text, bool use_layout) {
     Reading reading;
     if (text.starts_with ("\xFF\xFE") || text.starts_with ("\xFE\xFF")) {
@@ -161,6 +214,10 @@ Reading read (std::string_view text, bool use_layout) {
     }
     if (text.starts_with ("\xEF\xBB\xBF")) text.remove_prefix (3);
     const std::string whole = mended (text);
+    if (const auto why = exhausting (whole)) {
+        reading.notes.push_back (*why);
+        return reading;
+    }
     const std::unique_ptr<::SBMLDocument> document (::readSBMLFromString (whole.c_str ()));
     if (!document) {
         reading.notes.emplace_back ("SBML, line 1: it cannot be read.");

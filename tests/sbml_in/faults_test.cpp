@@ -282,6 +282,46 @@ TEST (ForeignSbml, what_is_no_sbml_is_refused_with_its_line) {
     }
 }
 
+TEST (ForeignSbml, formulas_of_any_depth_and_length_are_refused_or_read) {
+    const auto with_law = [] (const std::string& math) {
+        return sbml_lists (
+            sbml_species ("A", "1") + sbml_species ("B"),
+            sbml_reaction ({.id = "r", .reactants = "A", .products = "B", .math = math}));
+    };
+    std::string deep = "<cn>1</cn>";
+    for (int i = 0; i < 15; ++i) deep = "<apply><plus/><cn>1</cn>" + deep + "</apply>";
+    EXPECT_NE (read_sbml (with_law (deep)).network, nullptr);
+    std::string open;
+    std::string close;
+    for (int i = 0; i < 50000; ++i) {
+        open += "<apply><plus/><cn>1</cn>";
+        close += "</apply>";
+    }
+    const Reading refused = read_sbml (with_law (open + "<cn>1</cn>" + close));
+    EXPECT_EQ (refused.network, nullptr);
+    EXPECT_THAT (refused.notes, ElementsAre (HasSubstr ("elements are nested too deeply")));
+    std::string wide = "<apply><plus/>";
+    for (int i = 0; i < 20000; ++i) wide += "<cn>1</cn>";
+    EXPECT_NE (read_sbml (with_law (wide + "</apply>")).network, nullptr);
+    std::string sum = "1";
+    for (int i = 0; i < 50000; ++i) sum += "+1";
+    const Reading level_1 = read_sbml (
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<sbml "
+        "xmlns=\"http://www.sbml.org/sbml/level1\" level=\"1\" version=\"2\"><model name=\"m\">"
+        "<listOfReactions><reaction name=\"r\">\n<kineticLaw formula=\"" +
+        sum + "\"/></reaction></listOfReactions></model></sbml>");
+    EXPECT_THAT (level_1.notes, ElementsAre ("SBML, line 3: the formula is too long."));
+}
+
+TEST (ForeignSbml, arrows_in_names_nest_nothing) {
+    std::string species;
+    for (int i = 0; i < 1500; ++i) {
+        species += sbml_species ("s" + std::to_string (i), "0",
+                                 " name=\"A->B " + std::to_string (i) + "\"");
+    }
+    EXPECT_EQ (read (sbml_lists (species, "")).network->nb_nodes (), 1500);
+}
+
 TEST (ForeignSbml, submodels_are_put_together) {
     const std::string comp = "http://www.sbml.org/sbml/level3/version1/comp/version1";
     std::string text = sbml_model (
