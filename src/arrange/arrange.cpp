@@ -98,7 +98,11 @@ class Compound {
             measure_boxes ();
             apart = boxes_are_apart ();
         }
-        if (!apart) push_apart (narrow_gap);
+        if (!apart) {
+            push_apart (narrow_gap);
+            if (rounds == most_rounds) settle (sketch_.drawing);
+            measure_boxes ();
+        }
         return boxes_;
     }
 

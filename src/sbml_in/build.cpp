@@ -273,6 +273,12 @@ document::Point Builder::rows (int compartment, float left, float top) {
 
 /// What is in no compartment, and below it the boxes side by side.
 void Builder::grid () {
+    for (auto& [c, nodes] : inside_) {
+        if (c < 0 || boxes_.contains (c)) continue;
+        std::vector<Node*>& outside = inside_[-1];
+        outside.insert (outside.end (), nodes.begin (), nodes.end ());
+        nodes.clear ();
+    }
     constexpr float margin = 10;
     const float top = rows (-1, margin, margin).y + grid_gap;
     float x = margin;
