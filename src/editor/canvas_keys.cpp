@@ -13,7 +13,6 @@ namespace ostrand::editor {
 
 using document::GraphBase;
 using document::Line;
-using document::Node;
 namespace keys = document::keys;
 
 namespace {
