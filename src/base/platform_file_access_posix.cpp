@@ -25,8 +25,7 @@ bool write_at (int descriptor, std::int64_t at, std::string_view bytes, std::str
 
 std::string read_at (int descriptor, std::int64_t at, std::int64_t count) {
     const std::int64_t there = std::max<std::int64_t> (file_size (descriptor) - at, 0);
-    std::string bytes (static_cast<std::size_t> (std::clamp<std::int64_t> (count, 0, there)),
-                       '\0');
+    std::string bytes (static_cast<std::size_t> (std::clamp<std::int64_t> (count, 0, there)), '\0');
     std::size_t done = 0;
     while (done < bytes.size ()) {
         const ssize_t got = pread (descriptor, bytes.data () + done, bytes.size () - done,
@@ -39,9 +38,7 @@ std::string read_at (int descriptor, std::int64_t at, std::int64_t count) {
     return bytes;
 }
 
-bool truncate_file (int descriptor, std::int64_t size) {
-    return ftruncate (descriptor, size) == 0;
-}
+bool truncate_file (int descriptor, std::int64_t size) { return ftruncate (descriptor, size) == 0; }
 
 std::int64_t file_size (int descriptor) {
     struct stat info {};

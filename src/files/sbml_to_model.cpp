@@ -4,8 +4,8 @@
 #include "base/disk.h"
 #include "base/report.h"
 #include "base/text.h"
-#include "names/species_names.h"
 #include "files/xml_scan.h"
+#include "names/species_names.h"
 #include "sim/lexer.h"
 
 #include <algorithm>

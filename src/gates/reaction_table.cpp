@@ -46,7 +46,8 @@ std::string reaction_line (const Reaction& reaction, const RandomNumbers& random
     if (reaction.products.size () > reaction.substrates.size ()) {
         // More products than substrates: they share one value.
         const std::string shared = product_coefficient (random);
-        append_slots (line, reaction.products, [&shared] () -> const std::string& { return shared; });
+        append_slots (line, reaction.products,
+                      [&shared] () -> const std::string& { return shared; });
     } else {
         append_slots (line, reaction.products, [&] { return product_coefficient (random); });
     }

@@ -3,7 +3,6 @@
 
 #include "resources/image_tables.h"
 
-
 namespace ostrand {
 namespace {
 

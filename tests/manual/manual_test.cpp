@@ -22,7 +22,7 @@ using ostrand::testing::TemporaryFolder;
 std::vector<ResourceImage> all_images () {
     static const unsigned char bytes[] = {1, 2, 3};
     std::vector<ResourceImage> images;
-    for (const std::string_view name : manual_image_names ()) 
+    for (const std::string_view name : manual_image_names ())
         images.push_back ({name.data (), bytes, 3});
     return images;
 }
