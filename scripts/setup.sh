@@ -37,6 +37,8 @@ inc:hpdf.h                      libhpdf-dev             libharu-devel         li
 inc:hwy/highway.h               libhwy-dev              highway-devel         highway
 cmd:mpicxx                      libopenmpi-dev          openmpi-devel         openmpi
 cmd:mpirun                      openmpi-bin             openmpi               openmpi
+inc:graphviz/gvc.h              libgraphviz-dev         graphviz-devel        graphviz
+inc:sbml/SBMLTypes.h            libsbml5-dev            libsbml-devel         libsbml
 inc:GL/gl.h                     libgl-dev               mesa-libGL-devel      mesa
 inc:GL/glu.h                    libglu1-mesa-dev        mesa-libGLU-devel     glu
 inc:X11/Xlib.h                  libx11-dev              libX11-devel          libx11

@@ -6,7 +6,6 @@
 namespace ostrand::editor {
 
 using document::CharKind;
-using document::GraphBase;
 using document::Hit;
 
 namespace {

@@ -21,9 +21,25 @@ void link_nodes (Canvas& canvas, GraphBase& target) {
     if (outcome.arc != nullptr) canvas.finish_edit (Edit::structure ());
 }
 
+bool can_be_main_product (const Arque& reaction, const Node& node) {
+    const Node* const old = reaction.dest_node ();
+    const auto kind_of = [] (const Node& n) { return n.type () & ~document::node::shared_bit; };
+    return document::is_reaction (reaction.type ()) && old != nullptr && old != &node &&
+           reaction.source () != &node && reaction.owner_network () == node.network () &&
+           kind_of (*old) == kind_of (node);
+}
+
+bool can_swap_main_reactant (const Arque& reaction, const Node& node) {
+    const Arque* const link = Network::arc_from_to (node, reaction);
+    if (link == nullptr) return false;
+    if (document::is_substrate_link (link->type ())) return true;
+    return document::is_product_link (link->type ()) && reaction.dest_node () != nullptr &&
+           reaction.source () != &node;
+}
+
 void change_main_product (Canvas& canvas, Node& node) {
     Arque* const reaction = canvas.selection.only_arc ();
-    if (reaction == nullptr || node.network () == nullptr) return;
+    if (reaction == nullptr || !can_be_main_product (*reaction, node)) return;
     if (!node.network ()->change_main_product (*reaction, node)) return;
     canvas.set_hover (nullptr);
     canvas.finish_edit (Edit::structure ());
@@ -31,7 +47,7 @@ void change_main_product (Canvas& canvas, Node& node) {
 
 void swap_main_reactant (Canvas& canvas, Node& node) {
     Arque* const reaction = canvas.selection.only_arc ();
-    if (reaction == nullptr || node.network () == nullptr) return;
+    if (reaction == nullptr || !can_swap_main_reactant (*reaction, node)) return;
     if (!node.network ()->swap_main_reactant (*reaction, node)) return;
     canvas.set_hover (nullptr);
     canvas.finish_edit (Edit::structure ());

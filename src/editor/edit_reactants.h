@@ -8,6 +8,10 @@ namespace ostrand::editor {
 /// Links the one selected node with an object. A refusal goes to the canvas's message.
 void link_nodes (Canvas& canvas, document::GraphBase& target);
 
+/// A node of the kind of the reaction's product, which is neither that one nor its source.
+bool can_be_main_product (const document::Arque& reaction, const document::Node& node);
+/// A further reactant of the reaction; its own source cannot become its product.
+bool can_swap_main_reactant (const document::Arque& reaction, const document::Node& node);
 /// The node becomes the main product of the one selected reaction.
 void change_main_product (Canvas& canvas, document::Node& node);
 /// The node, a further reactant of the one selected reaction, and the main one change places.

@@ -3,6 +3,7 @@
 
 #include "editor/bindings.h"
 #include "editor/canvas.h"
+#include "editor/edit_reactants.h"
 
 #include "sim/concentration.h"
 
@@ -33,30 +34,37 @@ void background (Slots& at, const Canvas& canvas) {
         at (1, plain) = word::rubber_band;
         return;
     }
-    switch (canvas.mode) {
-    case Mode::free: at (1, plain) = word::move_selection; break;
-    case Mode::selection: at (1, plain) = word::clear_selection; break;
-    case Mode::text: at (1, plain) = word::rubber_band; break;
-    }
+    // A press beside everything lets the selection go, and a drag makes a band from there.
+    at (1, plain) = canvas.mode == Mode::text ? word::rubber_band : word::clear_selection;
 }
 
-void text_of (Slots& at, CharKind owner) {
+/// What the second button does on an arc.
+std::string_view detach_word (const Canvas& canvas, const Arque& arc) {
+    const Node* const node = canvas.selection.only_node ();
+    const document::Network* const network = node == nullptr ? nullptr : node->network ();
+    return network != nullptr && network->can_detach (arc, *node) ? word::detach_reactant
+                                                                  : word::none;
+}
+
+/// A text is edited with the first button; other presses are for what it belongs to.
+void text_of (Slots& at, const Canvas& canvas, const document::GraphBase& owner) {
     at (1, plain) = word::edit_text;
-    if (owner == CharKind::arque) {
+    switch (owner.kind ()) {
+    case CharKind::arque:
+        at (2, plain) = detach_word (canvas, static_cast<const Arque&> (owner));
         at (3, plain) = word::move_label;
-    } else if (owner == CharKind::node) {
+        break;
+    case CharKind::node:
+        if (has_concentration (static_cast<const Node&> (owner)))
+            at (2, plain) = word::set_concentration;
         at (3, plain) = word::change_species;
         at (3, ctrl) = word::set_node_colour;
-    } else {
+        break;
+    default:
         at (3, plain) = word::set_comp_shape;
         at (3, ctrl) = word::set_comp_colour;
+        break;
     }
-}
-
-/// The node has a part in the arc.
-bool is_on (const Node& node, const Arque& arc) {
-    return arc.source () == &node || arc.dest () == &node ||
-           document::Network::arc_from_to (node, arc) != nullptr;
 }
 
 void arc (Slots& at, const Canvas& canvas, const Arque& arc) {
@@ -76,7 +84,7 @@ void arc (Slots& at, const Canvas& canvas, const Arque& arc) {
         at (1, shift) = word::add_a_catalyser;
     else if (document::is_reaction (arc.type ()))
         at (1, shift) = word::add_sub_prod;
-    if (is_on (*node, arc)) at (2, plain) = word::detach_reactant;
+    at (2, plain) = detach_word (canvas, arc);
 }
 
 /// What Shift and a click on a node do with the selection.
@@ -90,7 +98,9 @@ std::string_view shift_word (const Canvas& canvas, const Node& node) {
         const Arque* const link = document::Network::arc_from_to (node, *reaction);
         const bool reactant = link != nullptr && (document::is_product_link (link->type ()) ||
                                                   document::is_substrate_link (link->type ()));
-        return reactant ? word::swap_main_reactant : word::change_main_prod;
+        if (reactant)
+            return can_swap_main_reactant (*reaction, node) ? word::swap_main_reactant : word::none;
+        return can_be_main_product (*reaction, node) ? word::change_main_prod : word::none;
     }
     return selection.is_empty () ? word::align_node : word::none;
 }
@@ -129,8 +139,7 @@ MouseHelpSlots mouse_help_slots (const Canvas& canvas, const document::Hit& hit)
         background (at, canvas);
         if (copies) at (2, plain) = word::duplicate_selection;
     } else if (hit.line != nullptr && hit.owner != nullptr) {
-        text_of (at, hit.owner->kind ());
-        if (copies) at (2, plain) = word::duplicate_selection;
+        text_of (at, canvas, static_cast<const document::GraphBase&> (*hit.owner));
     } else {
         switch (hit.kind ()) {
         case CharKind::arque: arc (at, canvas, static_cast<const Arque&> (*hit.object)); break;

@@ -4,6 +4,7 @@
 #include "document/network.h"
 
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -19,9 +20,19 @@ struct Document {
     int duration = default_duration; // seconds
 };
 
+/// Which files are arranged when they are opened.
+enum class Arranging {
+    without_places, // SBML of other tools that does not tell where its species stand
+    never,          // such a file gets a plain grid
+    always,         // every file, whatever drawing it has
+};
+
 struct OpenOptions {
     /// An SBML file's own drawing is taken where it has one.
     bool use_annotation = true;
+    Arranging arranging = Arranging::without_places;
+    /// SBML becomes a model text and is laid out as that, whoever wrote it.
+    bool as_model_text = false;
 };
 
 /// How reading ended. Faults inside a file that still gave a network are reported, no failure.
@@ -45,8 +56,12 @@ struct Format {
 /// All formats of documents, the native one, which takes every name, last.
 std::span<const Format> formats ();
 
-/// The row that reads a file of this name: by its last four letters, when it has more.
+/// The row that reads a file of this name: by its last letters, when it has more. Case and ".gz"
+/// do not matter.
 const Format& reading_format (std::string_view path);
+/// The same for a file whose text is there: a text that begins like XML is SBML, and one with the
+/// header of native files is one of those, whatever their names.
+const Format& reading_format (std::string_view path, std::string_view text);
 /// The row that writes one: by what stands behind the last dot.
 const Format& writing_format (std::string_view path);
 
@@ -54,7 +69,11 @@ const Format& writing_format (std::string_view path);
 /// (10, 10). `document` is as before unless the result is `loaded`.
 LoadStatus open_document (const std::string& path, const OpenOptions& options, Document& document);
 
-/// The same for a text that is in memory; `path` only chooses the format.
+/// The text of a file, unpacked when it is a gzip file; CR LF reads as LF. Nothing when it cannot
+/// be read, or when packed data are damaged, which is reported.
+std::optional<std::string> read_document_text (const std::string& path);
+
+/// Opens a text that is in memory; `path` only chooses the format.
 LoadStatus open_text (std::string_view text, std::string_view path, const OpenOptions& options,
                       Document& document);
 

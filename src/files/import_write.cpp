@@ -2,7 +2,7 @@
 #include "base/report.h"
 #include "base/text.h"
 #include "files/import_steps.h"
-#include "files/name_markup.h"
+#include "names/name_markup.h"
 
 #include <algorithm>
 #include <tuple>
@@ -101,7 +101,7 @@ void ReactionWriter::species (int id, int first_field, long long x, long long y,
                               int type, const ImportSpecies& s) {
     out_ += format_text ("[S%u %d %lld %lld 0 %s %d{", static_cast<unsigned> (id), first_field, x,
                          y, colour, type);
-    out_ += name_markup (s.name);
+    out_ += names::name_markup (s.name);
     out_ += s.displayed ? "}-%" : "}-";
     out_ += concentration_text (s);
     out_ += "]\n";

@@ -3,6 +3,7 @@
 
 #include "base/text.h"
 #include "files/model_write.h"
+#include "files/rates.h"
 #include "sim/concentration.h"
 
 #include <algorithm>
@@ -51,7 +52,8 @@ bool is_number (const std::string& text) {
 
 class GapFinder {
   public:
-    explicit GapFinder (const Network& network) : network_ (network) {}
+    explicit GapFinder (const Network& network)
+        : network_ (network), has_rates_ (is_any_rated (network)) {}
 
     std::vector<std::string> find ();
 
@@ -64,6 +66,7 @@ class GapFinder {
     bool is_stated (const Arque& r) const;
 
     const Network& network_;
+    bool has_rates_;
     std::vector<std::string> gaps_;
 };
 
@@ -91,10 +94,17 @@ void GapFinder::constant (const document::Char* field, const std::string& what) 
 
 void GapFinder::reaction (const Arque& r) {
     const std::string name = "reaction " + reaction_name (r);
+    if (is_rated (r)) {
+        const RatedText rated = rated_text (network_, r, 0);
+        if (!rated.fault.empty ()) gaps_.push_back ("left out: " + name + ", " + rated.fault);
+        return;
+    }
     if (r.source ()->label () == nullptr) {
         gaps_.push_back ("left out: " + name + ", its source has no label");
     } else if (!is_stated (r)) {
         gaps_.push_back ("left out: " + name + ", nothing catalyses it");
+    } else if (has_rates_ && r.label () == nullptr) {
+        gaps_.push_back ("left out: " + name + ", it has no rate");
     } else {
         for (const Arque* a : network_.arcs_to (r)) {
             // As the import draws a reaction that nothing catalyses.
@@ -153,10 +163,17 @@ void GapFinder::concentration (const Node& n) {
     }
 }
 
+/// A source or a sink of a reaction whose rate tells all.
+bool is_end_of_rated (const Node& n) {
+    if (n.arcs ().size () + n.incoming ().size () != 1) return false;
+    const Arque& a = n.arcs ().empty () ? *n.incoming ().front () : *n.arcs ().front ();
+    return is_rated (a);
+}
+
 void GapFinder::node (const Node& n) {
     concentration (n);
     if (n.label () == nullptr) {
-        gaps_.push_back ("left out: " + name_of (&n));
+        if (!is_end_of_rated (n)) gaps_.push_back ("left out: " + name_of (&n));
     } else if (const Network* nested = n.nested ()) {
         gaps_.push_back (format_text ("left out: the network inside the node at (%s, %s), %d nodes",
                                       format_g (n.x ()).c_str (), format_g (n.y ()).c_str (),

@@ -2,6 +2,7 @@
 #include "files/model_write.h"
 
 #include "files/label_text.h"
+#include "files/rates.h"
 #include "sim/lexer.h"
 
 #include "base/report.h"
@@ -229,16 +230,31 @@ void write_concentration (std::string& out, std::string_view species, std::strin
 
 std::string write_model (const Network& network, int duration, std::string_view multi_name) {
     std::string out;
-    write_concentrations (out, network, multi_name);
-    write_display (out, network);
-    if (duration > 0) out += format_text ("duration = %d;\n\n", duration);
+    std::string reactions;
+    std::string more_concentrations;
+    int number = 0;
+    const bool has_rates = is_any_rated (network);
     for (const auto& n : network.nodes ()) {
-        if (n->label () == nullptr) continue;
         for (const auto& a : n->arcs ()) {
-            if (document::is_reaction (a->type ())) write_reaction (out, collect (network, *a));
+            if (!document::is_reaction (a->type ())) continue;
+            if (is_rated (*a)) {
+                RatedText rated = rated_text (network, *a, ++number);
+                if (!rated.fault.empty ()) continue;
+                more_concentrations += rated.concentrations;
+                reactions += rated.statements;
+            } else if (n->label () != nullptr) {
+                const Reaction reaction = collect (network, *a);
+                // Beside known rates the simulator should run: it refuses a statement without any.
+                if (has_rates && reaction.kinetics.empty ()) continue;
+                write_reaction (reactions, reaction);
+            }
         }
     }
-    return out;
+    write_concentrations (out, network, multi_name);
+    out += more_concentrations;
+    write_display (out, network);
+    if (duration > 0) out += format_text ("duration = %d;\n\n", duration);
+    return out + reactions;
 }
 
 bool check_field (const document::Line& field, bool concentration) {

@@ -4,7 +4,7 @@
 #include "base/disk.h"
 #include "base/report.h"
 #include "base/text.h"
-#include "files/species_names.h"
+#include "names/species_names.h"
 #include "files/xml_scan.h"
 #include "sim/lexer.h"
 
@@ -80,7 +80,7 @@ class SbmlReader {
     std::vector<std::unique_ptr<Species>> all_species_;
     std::map<std::string, Species*, std::less<>> by_id_;
     std::map<std::string, Species*, std::less<>> by_name_;
-    ModelNames names_;
+    names::ModelNames names_;
     std::set<std::string, std::less<>> marked_inhibitors_; // of this reaction, by its annotation
     int without_reactants_ = 0;
     int without_products_ = 0;
@@ -178,7 +178,7 @@ bool SbmlReader::species (const XmlTag& tag) {
     if (tag.attribute ("id") == nullptr) {
         s.id = s.display;
     }
-    s.name = names_.take (model_name (s.display, by_number), s.display, s.id);
+    s.name = names_.take (names::model_name (s.display, by_number), s.display, s.id);
     if (!by_id_.try_emplace (s.id, &s).second) {
         report_message ("SBML, line %d: species '%s' stands twice, the first is taken.", tag.line,
                         s.id.c_str ());

@@ -1,6 +1,9 @@
 // ostrand-tool convert: a document from one format to another, or to a drawing.
+#include "base/disk.h"
+#include "base/path.h"
 #include "document/document_state.h"
 #include "export/export.h"
+#include "sbml_out/standard_write.h"
 #include "tool/commands.h"
 #include "tool/open_input.h"
 
@@ -11,16 +14,26 @@ namespace ostrand::tool {
 namespace {
 
 constexpr std::array options{
+    ToolOption{"--arrange", nullptr, "arrange the network, whatever places it has"},
     ToolOption{"--dark", nullptr, "paint on a dark ground"},
     ToolOption{"--duration", "S", "seconds of a simulation, for .ssa"},
     ToolOption{"--kinetics", nullptr, "lay out and paint kinetic labels (so from the start)"},
     ToolOption{"--no-annotation", nullptr, "lay SBML out afresh, whatever drawing it has"},
     ToolOption{"--no-kinetics", nullptr, "leave kinetic labels out"},
+    ToolOption{"--standard", nullptr, "write .xml as SBML Level 3 Version 2 for other tools"},
     ToolOption{"--stoichiometry", nullptr, "lay out and paint stoichiometries"},
 };
 
 /// Writes by the extension; drawings have their own.
-bool write (files::Document& document, const std::string& path, std::string& error) {
+bool write (files::Document& document, const std::string& path, bool standard, std::string& error) {
+    if (standard) {
+        const std::string text = sbml_out::write_standard (*document.network, base_name (path));
+        if (text.empty ()) {
+            error = "the network could not be said in SBML";
+            return false;
+        }
+        return write_file (path, text, error);
+    }
     if (path.ends_with (".svg")) return drawing::export_svg (*document.network, path, error);
     if (path.ends_with (".pdf")) return drawing::export_pdf (*document.network, path, error);
     return files::save_document (document, path, error);
@@ -34,12 +47,21 @@ int run (const Arguments& arguments) {
     state.show_kinetics = !arguments.has ("--no-kinetics");
     state.show_stoichiometry = arguments.has ("--stoichiometry");
     files::Document document;
-    const files::OpenOptions how{.use_annotation = !arguments.has ("--no-annotation")};
+    const bool standard = arguments.has ("--standard");
+    const std::string& target = arguments.words[1];
+    if (standard && std::string_view (files::writing_format (target).name) != "SBML") {
+        std::fprintf (stderr, "ostrand-tool convert: --standard writes .xml, not '%s'\n",
+                      target.c_str ());
+        return status_usage;
+    }
+    const files::OpenOptions how{.use_annotation = !arguments.has ("--no-annotation"),
+                                 .arranging = arguments.has ("--arrange")
+                                                  ? files::Arranging::always
+                                                  : files::Arranging::without_places};
     if (!open_input ("convert", arguments.words[0], document, how)) return status_failure;
     if (arguments.has ("--duration")) document.duration = *duration;
     std::string error;
-    const std::string& target = arguments.words[1];
-    if (write (document, target, error)) return status_success;
+    if (write (document, target, standard, error)) return status_success;
     std::fprintf (stderr, "ostrand-tool convert: cannot write '%s'%s%s\n", target.c_str (),
                   error.empty () ? "" : ": ", error.c_str ());
     return status_failure;
@@ -56,7 +78,12 @@ extern const ToolCommand convert_command{
     .details =
         "The extension of each name tells its format: .ssa is model text, .xml is SBML, .svg and\n"
         ".pdf are drawings, every other name is native text (.net, .mto), which is told by its\n"
-        "first line when it is read. Model text, and SBML without a drawing, is laid out.\n",
+        "first line when it is read. Model text, and SBML without a drawing, is laid out.\n"
+        "SBML of other tools (.xml or .sbml, also packed by gzip) is read with its "
+        "stoichiometries,\n"
+        "roles and kinetics, and arranged when it tells no places; what it says beyond that is "
+        "named\n"
+        "on standard error, line by line.\n",
     .options = options,
     .run = run,
 };

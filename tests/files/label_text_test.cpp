@@ -4,13 +4,13 @@
 
 #include "document/line.h"
 #include "files/document_io.h"
-#include "files/name_markup.h"
 #include "files/native.h"
 #include "files/sbml_to_model.h"
 #include "files/sbml_write.h"
-#include "files/species_names.h"
 #include "files/xml.h"
 #include "files/xml_scan.h"
+#include "names/name_markup.h"
+#include "names/species_names.h"
 #include "sim/lexer.h"
 #include "support/random_document.h"
 #include "support/support.h"
@@ -23,6 +23,9 @@
 
 namespace ostrand::files {
 namespace {
+
+using names::model_name;
+using names::name_markup;
 
 using document::Char;
 using document::Line;

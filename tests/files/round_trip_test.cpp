@@ -217,11 +217,16 @@ TEST (SbmlRoundTrip, without_the_annotation_it_is_laid_out_afresh) {
                (std::multiset<std::string>{"e : a c -> b -> - 0", "f : b -> d -> - 0"}));
 }
 
-TEST (DocumentFormats, files_are_chosen_by_their_last_four_letters) {
+TEST (DocumentFormats, files_are_chosen_by_their_last_letters_in_any_case) {
     EXPECT_STREQ (reading_format ("a.xml").name, "SBML");
     EXPECT_STREQ (reading_format ("a.ssa").name, "model text");
     EXPECT_STREQ (reading_format (".xml").name, "native text"); // the name must be longer
-    EXPECT_STREQ (reading_format ("a.XML").name, "native text");
+    EXPECT_STREQ (reading_format ("a.XML").name, "SBML");
+    EXPECT_STREQ (reading_format ("a.Sbml").name, "SBML");
+    EXPECT_STREQ (reading_format ("a.xml.gz").name, "SBML");
+    EXPECT_STREQ (reading_format ("a.SSA.GZ").name, "model text");
+    EXPECT_STREQ (reading_format ("a.net", "\n<?xml version='1.0'?>").name, "SBML");
+    EXPECT_STREQ (reading_format ("a.xml", "# Lattrix: 1.2\n").name, "native text");
     EXPECT_STREQ (writing_format ("a.b.xml").name, "SBML");
     EXPECT_STREQ (writing_format ("a.ssa").name, "model text");
     EXPECT_STREQ (writing_format ("a.sbml").name, "native text");

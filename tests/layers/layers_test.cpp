@@ -37,6 +37,8 @@ std::string library_of (const std::string& header) {
     if (header == "png.h") return "png";
     if (header.starts_with ("jpeglib") || header.starts_with ("jerror")) return "jpeg";
     if (header.starts_with ("hpdf")) return "haru";
+    if (header.starts_with ("graphviz/")) return "graphviz";
+    if (header.starts_with ("sbml/")) return "sbml";
     return {};
 }
 

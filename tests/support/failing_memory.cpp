@@ -41,7 +41,6 @@ void* operator new (std::size_t size, std::align_val_t alignment) {
     if (memory == nullptr) throw std::bad_alloc ();
     return memory;
 }
-/// What sorting asks for, which does without when there is none.
 void* operator new (std::size_t size, const std::nothrow_t&) noexcept {
     return ostrand::testing::take (size, 1);
 }

@@ -1,9 +1,9 @@
 // How does a name stand in a label? Ordinary names as they are.
-#include "files/name_markup.h"
+#include "names/name_markup.h"
 
 #include "document/markup.h"
 
-namespace ostrand::files {
+namespace ostrand::names {
 namespace {
 
 /// Scripts inside scripts go no deeper; what is deeper stands as letters. A label's own line and
@@ -97,4 +97,4 @@ std::string markup_to_depth (std::string_view name, int depth) {
 
 std::string name_markup (std::string_view name) { return markup_to_depth (name, 0); }
 
-} // namespace ostrand::files
+} // namespace ostrand::names

@@ -1,5 +1,5 @@
 // Names of species from other tools as names of a model text.
-// Layer: files.
+// Layer: names.
 #pragma once
 #include <functional>
 #include <map>
@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-namespace ostrand::files {
+namespace ostrand::names {
 
 /// A name that a model text can hold between quotes and a label shows again. Ordinary names stay as
 /// they are; line ends and other control characters become spaces, a backslash that escapes nothing
@@ -29,4 +29,4 @@ class ModelNames {
     std::map<std::string, std::string, std::less<>> original_; // by the name in the text
 };
 
-} // namespace ostrand::files
+} // namespace ostrand::names

@@ -1,12 +1,12 @@
 // What may a name hold? Letters that labels have: Latin-1, written as UTF-8.
-#include "files/species_names.h"
+#include "names/species_names.h"
 
 #include "base/text.h"
 #include "sim/lexer.h"
 
 #include <array>
 
-namespace ostrand::files {
+namespace ostrand::names {
 namespace {
 
 constexpr std::array<const char*, 25> small_greek{
@@ -138,4 +138,4 @@ std::string ModelNames::take (std::string wanted, const std::string& name, std::
     }
 }
 
-} // namespace ostrand::files
+} // namespace ostrand::names

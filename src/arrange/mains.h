@@ -1,0 +1,23 @@
+// Which substrate and which product of a reaction are the main ones, when the model does not say?
+// Layer: arrange.
+#pragma once
+#include "arrange/graph.h"
+
+namespace ostrand::arrange {
+
+/// Indexes into the substrates and products of a reaction; -1 where a side is empty.
+struct MainReactants {
+    int substrate = -1;
+    int product = -1;
+};
+
+/// The main reactants of each reaction: cofactors seldom are, by name and by the number of
+/// reactions that a species takes part in; names that share a part point to each other; else the
+/// first of a side is taken.
+std::vector<MainReactants> main_reactants (const Graph& graph);
+
+/// Moves the main reactants of each reaction to the front of their sides; the others keep their
+/// order. Gives back where they stood.
+std::vector<MainReactants> put_main_reactants_first (Graph& graph);
+
+} // namespace ostrand::arrange

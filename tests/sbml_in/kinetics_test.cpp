@@ -1,0 +1,287 @@
+// Kinetics: what the deterministic simulator makes of a model against its differential equations.
+#include "sbml_in/builders.h"
+#include "sbml_in/plain_ode.h"
+#include "support/support.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <cstdlib>
+#include <sstream>
+
+namespace ostrand::sbml_in {
+namespace {
+
+using namespace ostrand::testing;
+
+/// The last recorded counts of a simulation, by displayed name, in uM.
+std::map<std::string, double> last_counts (const std::string& text) {
+    std::istringstream lines (text);
+    int simulations = 0;
+    int species = 0;
+    int points = 0;
+    lines >> simulations >> species >> points;
+    std::string line;
+    std::getline (lines, line);
+    std::vector<std::string> names;
+    for (int i = 0; i < species; ++i) {
+        std::getline (lines, line);
+        names.push_back (line);
+        std::getline (lines, line); // its colour
+    }
+    std::vector<double> numbers;
+    while (std::getline (lines, line)) numbers.push_back (std::atof (line.c_str ()));
+    const std::size_t all = static_cast<std::size_t> (species) * static_cast<std::size_t> (points);
+    std::map<std::string, double> last;
+    for (int i = 0; i < species && numbers.size () >= all; ++i) {
+        const std::size_t end = numbers.size () - all + static_cast<std::size_t> ((i + 1) * points);
+        last[names[static_cast<std::size_t> (i)]] = numbers[end - 1] / 602.252;
+    }
+    return last;
+}
+
+struct Compared {
+    std::string error; // of the conversion
+    std::string model;
+    std::map<std::string, double> simulated;
+};
+
+/// Converts a model, lets the deterministic engine run it, and gives what it ends with.
+Compared simulate (const std::string& xml, const std::vector<std::string>& species, int seconds) {
+    const TemporaryFolder folder;
+    folder.write ("m.xml", xml);
+    Compared out;
+    const auto converted = run_program (
+        {"ostrand-tool", "convert", "m.xml", "m.ssa", "--duration", std::to_string (seconds)},
+        folder.path ());
+    EXPECT_EQ (converted.status, 0) << converted.error;
+    out.error = converted.error;
+    out.model = file_text (folder / "m.ssa");
+    std::string display = "display (";
+    for (std::size_t i = 0; i < species.size (); ++i) {
+        display += (i > 0 ? ", \"" : "\"") + species[i] + "\"";
+    }
+    folder.write ("m.ssa", out.model + display + ");\n");
+    const auto run = run_program ({"ostrand", "-a", "m.ssa", "-d", "-o", "m.gz"}, folder.path ());
+    EXPECT_EQ (run.status, 0) << run.error << out.model;
+    out.simulated = last_counts (unzipped_file (folder / "m.gz"));
+    return out;
+}
+
+/// Every species ends within 2 % of what the equations say, of its own largest value at least.
+void expect_follows_equations (const std::string& xml, const std::vector<std::string>& species,
+                               int seconds, double step = 1e-3) {
+    const Compared c = simulate (xml, species, seconds);
+    EXPECT_THAT (c.error, ::testing::Not (::testing::HasSubstr ("rate law")));
+    PlainOde ode (xml);
+    std::map<std::string, double> largest;
+    for (const std::string& s : species) largest[s] = std::fabs (ode.concentration (s));
+    // Simulations record the start of each second.
+    ode.run_to (seconds - 1, step);
+    for (const std::string& s : species) {
+        const double expected = ode.concentration (s);
+        const double scale = std::max (expected, 0.05 * largest[s]);
+        ASSERT_TRUE (c.simulated.contains (s)) << s << "\n" << c.model;
+        EXPECT_NEAR (c.simulated.at (s), expected, 0.02 * scale + 0.01) << s << "\n" << c.model;
+    }
+}
+
+TEST (Kinetics, decay_runs_as_its_equation) {
+    expect_follows_equations (sbml_lists (sbml_species ("A", "10") + sbml_species ("B"),
+                                          sbml_reaction ({.id = "r",
+                                                          .reactants = "A",
+                                                          .products = "B",
+                                                          .math = mathml_of ("(* cell k A)"),
+                                                          .parameters = sbml_local ("k", "0.3")})),
+                              {"A", "B"}, 6);
+}
+
+TEST (Kinetics, reversible_binding_runs_as_its_equation) {
+    expect_follows_equations (
+        sbml_lists (
+            sbml_species ("A", "10") + sbml_species ("B", "4") + sbml_species ("AB", "1"),
+            sbml_reaction ({.id = "r",
+                            .reactants = "A B",
+                            .products = "AB",
+                            .math = mathml_of ("(* cell (- (* k1 A B) (* k2 AB)))"),
+                            .parameters = sbml_local ("k1", "0.05") + sbml_local ("k2", "0.1"),
+                            .reversible = true})),
+        {"A", "B", "AB"}, 8);
+}
+
+TEST (Kinetics, dimers_take_two_and_splitting_gives_two) {
+    expect_follows_equations (
+        sbml_lists (
+            sbml_species ("A", "10") + sbml_species ("D", "2"),
+            sbml_reaction ({.id = "r",
+                            .reactants = "2*A",
+                            .products = "D",
+                            .math = mathml_of ("(- (* k1 (^ A 2)) (* k2 D))"),
+                            .parameters = sbml_local ("k1", "0.02") + sbml_local ("k2", "0.1"),
+                            .reversible = true})),
+        {"A", "D"}, 8);
+}
+
+TEST (Kinetics, what_makes_more_of_itself_grows) {
+    expect_follows_equations (sbml_lists (sbml_species ("V", "1"),
+                                          sbml_reaction ({.id = "r",
+                                                          .reactants = "V",
+                                                          .products = "2*V",
+                                                          .math = mathml_of ("(* k V)"),
+                                                          .parameters = sbml_local ("k", "0.4")})),
+                              {"V"}, 6);
+}
+
+TEST (Kinetics, sources_sinks_and_catalysts_run_as_their_equations) {
+    expect_follows_equations (
+        sbml_lists (sbml_species ("G", "0.5") + sbml_species ("R") + sbml_species ("P"),
+                    sbml_reaction ({.id = "r1",
+                                    .products = "R",
+                                    .modifiers = sbml_modifier ("G"),
+                                    .math = mathml_of ("(* k G)"),
+                                    .parameters = sbml_local ("k", "4")}) +
+                        sbml_reaction ({.id = "r2",
+                                        .reactants = "R",
+                                        .math = mathml_of ("(* d R)"),
+                                        .parameters = sbml_local ("d", "0.2")}) +
+                        sbml_reaction ({.id = "r3",
+                                        .products = "P",
+                                        .math = mathml_of ("v"),
+                                        .parameters = sbml_local ("v", "1.5")}) +
+                        sbml_reaction ({.id = "r4",
+                                        .reactants = "P R",
+                                        .products = "R",
+                                        .math = mathml_of ("(* q P R)"),
+                                        .parameters = sbml_local ("q", "0.03")})),
+        {"G", "R", "P"}, 8);
+}
+
+TEST (Kinetics, what_is_held_stays_and_feeds) {
+    expect_follows_equations (
+        sbml_lists (sbml_species ("S", "5", " boundaryCondition=\"true\"") + sbml_species ("A"),
+                    sbml_reaction ({.id = "r",
+                                    .reactants = "S",
+                                    .products = "A",
+                                    .math = mathml_of ("(* k S)"),
+                                    .parameters = sbml_local ("k", "0.2")}) +
+                        sbml_reaction ({.id = "q",
+                                        .reactants = "A",
+                                        .products = "S",
+                                        .math = mathml_of ("(* k A)"),
+                                        .parameters = sbml_local ("k", "0.1")})),
+        {"S", "A"}, 8);
+}
+
+TEST (Kinetics, a_maximal_velocity_runs_as_its_equation) {
+    expect_follows_equations (
+        sbml_lists (
+            sbml_species ("S", "300") + sbml_species ("P"),
+            sbml_reaction ({.id = "r",
+                            .reactants = "S",
+                            .products = "P",
+                            .math = mathml_of ("(/ (* cell V S) (+ Km S))"),
+                            .parameters = sbml_local ("V", "30") + sbml_local ("Km", "150")})),
+        {"S", "P"}, 11);
+}
+
+TEST (Kinetics, an_enzyme_with_a_function_of_its_own_runs_as_its_equation) {
+    const std::string function =
+        "<listOfFunctionDefinitions><functionDefinition id=\"mm\"><math "
+        "xmlns=\"http://www.w3.org/1998/Math/MathML\"><lambda><bvar><ci>s</ci></bvar><bvar><ci>k"
+        "</ci></bvar><apply><divide/><ci>s</ci><apply><plus/><ci>k</ci><ci>s</ci></apply></apply>"
+        "</lambda></math></functionDefinition></listOfFunctionDefinitions>\n";
+    std::string xml = sbml_lists (
+        sbml_species ("S", "400") + sbml_species ("P") + sbml_species ("E", "0.5"),
+        sbml_reaction ({.id = "r",
+                        .reactants = "S",
+                        .products = "P",
+                        .modifiers = sbml_modifier ("E"),
+                        .math = mathml_of ("(* cell kcat E (mm S Km))"),
+                        .parameters = sbml_local ("kcat", "60") + sbml_local ("Km", "200")}));
+    xml.insert (xml.find ("<listOfUnitDefinitions>"), function);
+    expect_follows_equations (xml, {"S", "P"}, 11);
+}
+
+TEST (Kinetics, a_competitive_inhibitor_slows_its_reaction) {
+    const std::string xml = sbml_lists (
+        sbml_species ("S", "300") + sbml_species ("P") + sbml_species ("I", "100"),
+        sbml_reaction ({.id = "r",
+                        .reactants = "S",
+                        .products = "P",
+                        .modifiers = sbml_modifier ("I"),
+                        .math = mathml_of ("(/ (* V S) (+ (* Km (+ 1 (/ I Ki))) S))"),
+                        .parameters = sbml_local ("V", "30") + sbml_local ("Km", "150") +
+                                      sbml_local ("Ki", "50")}));
+    expect_follows_equations (xml, {"S", "P"}, 9);
+}
+
+TEST (Kinetics, units_of_the_model_become_micromoles_litres_and_seconds) {
+    std::string xml =
+        sbml_lists (sbml_species ("A", "0.01") + sbml_species ("B", "0.004") + sbml_species ("C"),
+                    sbml_reaction ({.id = "r",
+                                    .reactants = "A B",
+                                    .products = "C",
+                                    .math = mathml_of ("(* k A B)"),
+                                    .parameters = sbml_local ("k", "300")}));
+    // Millimoles and minutes: 10 uM, 300 / mM / min = 0.005 / uM / s.
+    xml.replace (xml.find ("scale=\"-6\""), 10, "scale=\"-3\"");
+    xml.replace (xml.find ("timeUnits=\"second\""), 18, "timeUnits=\"minute\"");
+    xml.insert (xml.find ("</listOfUnitDefinitions>"),
+                "<unitDefinition id=\"minute\"><listOfUnits><unit kind=\"second\" exponent=\"1\" "
+                "scale=\"0\" multiplier=\"60\"/></listOfUnits></unitDefinition>");
+    const Compared c = simulate (xml, {"A"}, 10);
+    EXPECT_THAT (c.model, ::testing::HasSubstr ("[\"A\"] = 10 uM;\n[\"B\"] = 4 uM;\n"));
+    PlainOde ode (xml);
+    ode.run_to (9 / 60.0, 1e-4);
+    EXPECT_NEAR (c.simulated.at ("A"), ode.concentration ("A") * 1000, 0.2);
+}
+
+TEST (Kinetics, a_law_of_another_form_is_named_and_left_out) {
+    const Compared c = simulate (
+        sbml_lists (
+            sbml_species ("A", "3") + sbml_species ("B"),
+            sbml_reaction ({.id = "hill",
+                            .reactants = "A",
+                            .products = "B",
+                            .math = mathml_of ("(/ (^ A 2) (+ 4 (^ A 2)))")}) +
+                sbml_reaction ({.id = "good",
+                                .reactants = "A",
+                                .products = "B",
+                                .math = mathml_of ("(* 2 A)")}) +
+                sbml_reaction ({.id = "odd",
+                                .reactants = "A",
+                                .products = "B",
+                                .math = mathml_of ("(* 2 B)")}) +
+                sbml_reaction ({.id = "unsaturated",
+                                .reactants = "A",
+                                .products = "B",
+                                .modifiers = sbml_modifier ("B"),
+                                .math = mathml_of ("(/ (* 3 A) (+ 1 (/ B 2)))")}) +
+                sbml_reaction (
+                    {.id = "zero", .reactants = "A", .products = "B", .math = mathml_of ("2")})),
+        {"A"}, 2);
+    for (const char* id : {"'hill'", "'odd'", "'unsaturated'", "'zero'"}) {
+        EXPECT_THAT (c.error, ::testing::HasSubstr (std::string ("the rate law of reaction ") + id +
+                                                    " is not taken over"));
+    }
+    EXPECT_THAT (c.model, ::testing::Not (::testing::HasSubstr (" : ")));
+}
+
+TEST (RealKinetics, models_whose_laws_are_all_understood_follow_their_equations) {
+    const auto folder = models_folder ();
+    if (!folder) GTEST_SKIP () << "the folder of models is not there";
+    struct Case {
+        const char* file;
+        std::vector<std::string> species;
+        int seconds;
+    };
+    for (const Case& one :
+         {Case{"biomodels/BIOMD0000000060.xml", {"Pc1", "Po1", "Po2", "Pc2"}, 3}}) {
+        SCOPED_TRACE (one.file);
+        expect_follows_equations (file_text (*folder / one.file), one.species, one.seconds, 1e-4);
+    }
+}
+
+} // namespace
+} // namespace ostrand::sbml_in
