@@ -23,9 +23,16 @@ const std::string mpi_program = std::string (OSTRAND_BUILD_DIR) + "/ostrand-mpi"
 const std::string tool = std::string (OSTRAND_BUILD_DIR) + "/ostrand-tool";
 
 constexpr std::string_view model =
-    "duration = 40; [a] = 1 uM -> 8 uM : 1 uM; [b] = 1 uM, 5 uM, 9 uM, 20 uM; [e] = 0.1 uM;"
+    "duration = 6; [a] = 1 uM -> 8 uM : 1 uM; [b] = 1 uM, 5 uM, 9 uM, 20 uM; [e] = 0.1 uM;"
     "[f] = 0.1 uM; e : a -> c | 5 uM - 30; f : c + b -> g | 5 uM, 1 uM - 20; a + b -> d | 0.5;"
     "d -> a | 0.0001; display (a #ff0000, c, d, g);";
+
+/// Seconds to simulate, so that there is time for a signal; under sanitizers everything takes longer.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr const char* long_enough = "duration = 12;";
+#else
+constexpr const char* long_enough = "duration = 200;";
+#endif
 
 /// mpirun with more ranks than processors, as root too, on this machine alone.
 std::vector<std::string> on_ranks (int ranks, const std::vector<std::string>& words) {
@@ -161,7 +168,7 @@ EndedRun signal_a_rank (const TemporaryFolder& folder, int ranks, std::size_t wh
 }
 
 TEST_F (ranks_program, a_rank_that_dies_ends_the_run_with_a_message_and_another_number_goes_on) {
-    folder.write ("m.ssa", std::string (model) + "duration = 200;");
+    folder.write ("m.ssa", std::string (model) + long_enough);
     const std::string file = expected ({"m.ssa", "--replicates", "5"});
     const EndedRun died = signal_a_rank (folder, 3, 2, SIGKILL, false);
     EXPECT_NE (died.status, 0);
@@ -178,7 +185,7 @@ TEST_F (ranks_program, a_rank_that_dies_ends_the_run_with_a_message_and_another_
 }
 
 TEST_F (ranks_program, a_rank_that_is_interrupted_ends_all_and_threads_go_on) {
-    folder.write ("m.ssa", std::string (model) + "duration = 200;");
+    folder.write ("m.ssa", std::string (model) + long_enough);
     const std::string file = expected ({"m.ssa", "--replicates", "5"});
     const EndedRun ended = signal_a_rank (folder, 3, 1, SIGTERM, false);
     EXPECT_NE (ended.status, 0);

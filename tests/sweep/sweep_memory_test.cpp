@@ -14,8 +14,8 @@ using testing::TemporaryFolder;
 
 TEST (sweep_memory, wherever_it_ends_the_sweep_fails_and_can_go_on) {
     const TemporaryFolder folder;
-    folder.write ("m.ssa", small_model);
-    const SweepChoice choice{.replicates = 3};
+    folder.write ("m.ssa", std::string (small_model) + "duration = 2;");
+    const SweepChoice choice{.replicates = 2};
     const std::string expected = bytes_of (request_in (folder, choice));
     int failures = 0;
     bool failed = true;
