@@ -1,4 +1,4 @@
-// The engines beside the plain second simulator on the same model, and the reader's speed.
+// The plain engines beside the plain second simulator on the same model, and the reader's speed.
 // Times are for one application of one elementary step ("items"); the ratio to the plain simulator
 // of the same run is in the counter `plain_ratio` (how many times faster than it).
 #include "sim/engine.h"
@@ -63,12 +63,14 @@ void engine (benchmark::State& state, bool stochastic) {
     }
     const EngineModel view{tables.steps, tables.n_species (), tables.nb_gen, grid.n_points,
                            nullptr};
-    const RandomState seed = grid.simulations[0].random;
+    std::vector<std::uint32_t> points (std::size_t{tables.n_species ()} * grid.n_points);
+    std::vector<std::uint32_t> counts (tables.n_species () + 1);
+    grid.plan.write_counts (0, counts);
     double seconds = 0;
     for (auto _ : state) {
-        grid.simulations[0].random = seed;
+        Simulation simulation{points, counts, grid.seed (0)};
         const auto start = std::chrono::steady_clock::now ();
-        (stochastic ? run_stochastic : run_deterministic) (view, grid.simulations[0]);
+        (stochastic ? run_stochastic : run_deterministic) (view, simulation);
         const std::chrono::duration<double> elapsed = std::chrono::steady_clock::now () - start;
         seconds += elapsed.count ();
     }

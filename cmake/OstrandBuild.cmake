@@ -52,14 +52,27 @@ target_link_libraries (external_graphviz INTERFACE "${GRAPHVIZ_DOT_LIBRARY}"
 add_library (external_sbml INTERFACE)
 target_include_directories (external_sbml SYSTEM INTERFACE "${SBML_INCLUDE_DIR}")
 target_link_libraries (external_sbml INTERFACE "${SBML_LIBRARY}")
+add_library (external_hwy INTERFACE)
+target_include_directories (external_hwy SYSTEM INTERFACE "${HWY_INCLUDE_DIR}")
+target_link_libraries (external_hwy INTERFACE "${HWY_LIBRARY}")
+if (MPI_CXX_FOUND)
+    add_library (external_mpi INTERFACE)
+    target_compile_definitions (external_mpi INTERFACE OMPI_SKIP_MPICXX MPICH_SKIP_MPICXX)
+    target_link_libraries (external_mpi INTERFACE MPI::MPI_CXX)
+endif ()
 add_library (external_opengl INTERFACE)
 target_link_libraries (external_opengl INTERFACE OpenGL::GL OpenGL::GLU)
 add_library (external_fltk INTERFACE)
 target_link_libraries (external_fltk INTERFACE fltk::gl fltk::images fltk::fltk)
 
 # ostrand_layer (folder uses...): the static library of one folder of src. The libraries named
-# here are all that its files may include; tests/layers holds every #include against that.
+# here are all that its files may include; tests/layers holds every #include against that. Without
+# MPI the folders that need it are left out.
 function (ostrand_layer name)
+    if ("mpi" IN_LIST ARGN AND NOT TARGET external_mpi)
+        message (STATUS "MPI was not found: ${name} is not built")
+        return ()
+    endif ()
     file (GLOB sources CONFIGURE_DEPENDS "${CMAKE_CURRENT_SOURCE_DIR}/${name}/*.cpp")
     if (NOT sources)
         return ()

@@ -20,7 +20,8 @@ for source in fuzz/fuzz_*.cpp; do
     targets+=("$target")
 done
 [ ${#targets[@]} -gt 0 ] || { echo "no fuzz target of these names"; exit 1; }
-nice cmake --build $build -j "$(nproc)" --target "${targets[@]}" -- --quiet
+nice cmake --build $build -j "$(nproc)" --target "${targets[@]}" -- --quiet 2>&1 | grep -v '^\[' ||
+    [ "${PIPESTATUS[0]}" = 0 ]
 
 # The options of one run: an input may take 10 seconds and 2 GiB, more is a fault too.
 fuzz_one () {            # $1: the target

@@ -36,6 +36,9 @@ inc:jpeglib.h                   libjpeg-dev             libjpeg-turbo-devel   li
 inc:hpdf.h                      libhpdf-dev             libharu-devel         libharu
 inc:graphviz/gvc.h              libgraphviz-dev         graphviz-devel        graphviz
 inc:sbml/SBMLTypes.h            libsbml5-dev            libsbml-devel         libsbml
+inc:hwy/highway.h               libhwy-dev              highway-devel         highway
+cmd:mpicxx                      libopenmpi-dev          openmpi-devel         openmpi
+cmd:mpirun                      openmpi-bin             openmpi               openmpi
 inc:GL/gl.h                     libgl-dev               mesa-libGL-devel      mesa
 inc:GL/glu.h                    libglu1-mesa-dev        mesa-libGLU-devel     glu
 inc:X11/Xlib.h                  libx11-dev              libX11-devel          libx11

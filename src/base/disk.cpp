@@ -25,17 +25,6 @@ constexpr int name_tries = 100;
 /// Bytes between two looks for a stop: a few milliseconds of writing.
 constexpr std::size_t most_at_once = std::size_t{1} << 20;
 
-/// The file that a chain of symbolic links ends at, also when it does not exist yet.
-fs::path end_of_links (fs::path path) {
-    std::error_code error;
-    for (int depth = 0; depth < 40 && fs::is_symlink (path, error); ++depth) {
-        const fs::path next = fs::read_symlink (path, error);
-        if (error) break;
-        path = next.is_absolute () ? next : path.parent_path () / next;
-    }
-    return path;
-}
-
 /// Opens a new file beside `target`, named after it with a dot in front.
 int open_beside (const fs::path& target, fs::path& chosen) {
     static std::atomic<unsigned> counter{0};
@@ -52,6 +41,16 @@ int open_beside (const fs::path& target, fs::path& chosen) {
 }
 
 } // namespace
+
+fs::path end_of_links (fs::path path) {
+    std::error_code error;
+    for (int depth = 0; depth < 40 && fs::is_symlink (path, error); ++depth) {
+        const fs::path next = fs::read_symlink (path, error);
+        if (error) break;
+        path = next.is_absolute () ? next : path.parent_path () / next;
+    }
+    return path;
+}
 
 // Built up from an object that is whole, so that what fails halfway, for want of memory, is taken
 // back by the destructor.

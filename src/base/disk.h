@@ -70,6 +70,10 @@ struct TextFile {
     std::vector<std::string> left;   // likewise
 };
 
+/// Where a path leads when its last name is a symbolic link, or a chain of them; the end need not
+/// exist.
+std::filesystem::path end_of_links (std::filesystem::path path);
+
 /// A file that is being written. A regular file is written beside its target, under a name that
 /// begins with a dot, and takes the target's place in `commit`; until then, and after any failure,
 /// the old file is whole. What a symbolic link points to is replaced, the link stays; the old
@@ -94,6 +98,8 @@ class OutputFile {
     const std::string& error () const { return error_; }
     /// True when a stop that was asked for ended the writing.
     bool stopped () const { return stopped_; }
+    /// Where the unfinished file lies; empty when it is written directly.
+    const std::filesystem::path& unfinished () const { return temporary_; }
     /// The open file, for libraries that write by themselves; -1 when not open.
     int descriptor () const { return descriptor_; }
 

@@ -165,6 +165,12 @@ void Canvas::finish_edit (const Edit& edit) {
             edit.object->kind () == CharKind::node && network ().update_shared_nodes ();
         if (shared || needs_snapshot (*edit.object)) what = Edit::Kind::structure;
     }
+    if (gesture.changed) {
+        // Something is dragged meanwhile: one snapshot tells of both.
+        gesture.forget_drag ();
+        set_fuse_shown (nullptr);
+        what = Edit::Kind::structure;
+    }
     set_modified (true);
     network ().layout ();
     switch (what) {
@@ -183,6 +189,13 @@ void Canvas::finish_edit (const Edit& edit) {
         push (labels_record (origin (), edit.object->id (), labels_text (*edit.object)));
         break;
     }
+    redraw ();
+}
+
+void Canvas::edit_labels (GraphBase& owner, const std::function<void ()>& edit) {
+    const std::string before = labels_text (owner);
+    edit ();
+    if (labels_text (owner) != before) finish_edit (Edit::labels (owner));
     redraw ();
 }
 

@@ -102,18 +102,30 @@ struct Gesture {
     int moved_dy = 0;
     bool others_moved = false; // beside the selection, or by fractions: no move record tells that
     bool changed = false;      // what is dragged differs from what it was at the press
+    /// Where the selected objects stood before the drag moved them; none while it has not. All of a
+    /// drag is added to these at once, as the replay of its record does, for rounding's sake.
+    std::vector<document::Point> starts;
     document::Edge edge = document::Edge::none; // of the compartment that is dragged
     document::Line* label = nullptr;            // text of an arc that is dragged
+    document::Point label_start;                // its offset at the press
+    bool was_modified = false;                  // the document, when a text was taken hold of
     document::Node* fuse_target = nullptr;
-    bool on_grid = false; // free_x, free_y say where the first node would stand without the grid
-    float free_x = 0;
-    float free_y = 0;
+    int free_dx = 0; // whole units since the button went down, were there no grid
+    int free_dy = 0;
     float band_x = 0; // rubber band, pixels; no band while band_w + band_h is 0
     float band_y = 0;
     float band_w = 0;
     float band_h = 0;
 
     bool has_band () const { return band_w + band_h > 0; }
+    /// Nothing was dragged so far.
+    void forget_drag () {
+        moved_dx = moved_dy = 0;
+        free_dx = free_dy = 0;
+        others_moved = changed = false;
+        starts.clear ();
+        fuse_target = nullptr;
+    }
 };
 
 class Canvas final : private document::NetworkListener {
@@ -205,6 +217,8 @@ class Canvas final : private document::NetworkListener {
 
     // The end of every edit: modified, layout, record, redraw.
     void finish_edit (const Edit& edit);
+    /// Edits a text of an object and ends that with a label record, if it changed what is written.
+    void edit_labels (document::GraphBase& owner, const std::function<void ()>& edit);
     /// A selection that is a step of its own.
     void finish_selection ();
     /// The selection's size, when it is another than was told last.
@@ -232,6 +246,10 @@ class Canvas final : private document::NetworkListener {
     void keep_history () { keep_history_ = true; }
     /// The native text of the present network, without its place in the window.
     std::string text_without_view () const;
+
+    /// What a drag did so far gets its record, as if the button had come up: for whatever else is
+    /// done while a button is down.
+    void end_drag ();
 
   private:
     friend struct PressTable;
@@ -263,11 +281,13 @@ class Canvas final : private document::NetworkListener {
     void drag_lift (const Pointer& to, Axis axis);
     void drag_band (const Pointer& to);
     void drag_selection (const Pointer& to);
-    void drag_on_grid (document::Node& first, int units_x, int units_y);
+    /// The selected objects go to where they stood before the drag, plus (by_x, by_y).
+    void move_dragged (float by_x, float by_y);
     void drag_text (const Pointer& to);
     void drag_label (const Pointer& to);
     void drag_view (const Pointer& to);
     void release_selection ();
+    void release_label ();
 
     // canvas_motion.cpp
     void show_pointer_for (const document::Hit& hit);

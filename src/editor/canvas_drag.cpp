@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace ostrand::editor {
 
@@ -70,16 +71,6 @@ void Canvas::drag_band (const Pointer& to) {
     redraw ();
 }
 
-namespace {
-
-/// Moves all selected objects by (dx, dy).
-void move_objects (const Selection& selection, float dx, float dy) {
-    for (GraphBase* const object : selection.objects ())
-        object->set_position (object->x () + dx, object->y () + dy);
-}
-
-} // namespace
-
 void Canvas::drag_selection (const Pointer& to) {
     if (selection.objects ().empty ()) return;
     GraphBase& first = *selection.objects ().front ();
@@ -92,29 +83,40 @@ void Canvas::drag_selection (const Pointer& to) {
     const auto go = [&] {
         gesture.anchor_x += static_cast<float> (units_x) * view.zoom ();
         gesture.anchor_y += static_cast<float> (units_y) * view.zoom ();
-        gesture.moved_dx += units_x;
-        gesture.moved_dy += units_y;
+        gesture.free_dx += units_x;
+        gesture.free_dy += units_y;
     };
+    if (gesture.starts.size () != selection.objects ().size ()) {
+        gesture.forget_drag ();
+        for (const GraphBase* const object : selection.objects ())
+            gesture.starts.push_back ({object->x (), object->y ()});
+    }
+    const document::Point start = gesture.starts.front ();
     if (first.kind () == CharKind::compart) {
         auto& compart = static_cast<Compart&> (first);
         if (!compart.drag (gesture.edge, static_cast<float> (units_x),
                            static_cast<float> (units_y)))
             return;
         go ();
+        gesture.moved_dx = gesture.free_dx;
+        gesture.moved_dy = gesture.free_dy;
+        if (gesture.edge == document::Edge::none)
+            compart.set_position (start.x + static_cast<float> (gesture.moved_dx),
+                                  start.y + static_cast<float> (gesture.moved_dy));
         gesture.changed = true;
     } else if (first.kind () == CharKind::node) {
+        go ();
+        auto by_x = static_cast<float> (gesture.free_dx);
+        auto by_y = static_cast<float> (gesture.free_dy);
         if (show_grid) {
-            drag_on_grid (static_cast<Node&> (first), units_x, units_y);
-            gesture.anchor_x += static_cast<float> (units_x) * view.zoom ();
-            gesture.anchor_y += static_cast<float> (units_y) * view.zoom ();
-        } else {
-            move_objects (selection, static_cast<float> (units_x), static_cast<float> (units_y));
-            go ();
-            gesture.changed = true;
+            by_x = nearest_grid_line (start.x + by_x) - start.x;
+            by_y = nearest_grid_line (start.y + by_y) - start.y;
         }
+        move_dragged (by_x, by_y);
         if (Node* const alone = selection.only_node ()) {
             fuse_test (*this, *alone);
-            if (smart_move && editor::smart_move (*this, *alone)) gesture.others_moved = true;
+            if (smart_move && editor::smart_move (*this, *alone))
+                gesture.others_moved = gesture.changed = true;
         }
         MouseHelpSlots slots{};
         slots[0] = gesture.fuse_target != nullptr ? word::fuse_node : word::move_selection;
@@ -126,22 +128,17 @@ void Canvas::drag_selection (const Pointer& to) {
     redraw ();
 }
 
-void Canvas::drag_on_grid (Node& first, int units_x, int units_y) {
-    if (!gesture.on_grid) {
-        gesture.on_grid = true;
-        gesture.free_x = first.x ();
-        gesture.free_y = first.y ();
+void Canvas::move_dragged (float by_x, float by_y) {
+    bool moved = false;
+    for (std::size_t i = 0; i < gesture.starts.size (); ++i) {
+        const document::Point start = gesture.starts[i];
+        moved = selection.objects ()[i]->set_position (start.x + by_x, start.y + by_y) || moved;
     }
-    gesture.free_x += static_cast<float> (units_x);
-    gesture.free_y += static_cast<float> (units_y);
-    const float dx = nearest_grid_line (gesture.free_x) - first.x ();
-    const float dy = nearest_grid_line (gesture.free_y) - first.y ();
-    if (dx == 0 && dy == 0) return;
-    move_objects (selection, dx, dy);
-    gesture.changed = true;
-    if (std::trunc (dx) != dx || std::trunc (dy) != dy) gesture.others_moved = true;
-    gesture.moved_dx += document::to_int (dx);
-    gesture.moved_dy += document::to_int (dy);
+    if (moved) gesture.changed = true;
+    // No move record tells of fractions.
+    if (std::trunc (by_x) != by_x || std::trunc (by_y) != by_y) gesture.others_moved = true;
+    gesture.moved_dx = document::to_int (by_x);
+    gesture.moved_dy = document::to_int (by_y);
 }
 
 void Canvas::drag_text (const Pointer& to) {
@@ -159,9 +156,10 @@ void Canvas::drag_label (const Pointer& to) {
     const float x = std::trunc ((to.x - gesture.press_x) / view.zoom ());
     const float y = std::trunc ((to.y - gesture.press_y) / view.zoom ());
     if (!move_label (*arc, *gesture.label, x, y)) return;
-    gesture.changed = true;
+    gesture.changed = gesture.label->x () != gesture.label_start.x ||
+                      gesture.label->y () != gesture.label_start.y;
     network ().layout ();
-    set_modified (true);
+    set_modified (gesture.changed || gesture.was_modified);
     redraw ();
 }
 
@@ -182,14 +180,10 @@ void Canvas::release (int button, const Pointer& at) {
     if (!was_pressed) return;
     if (button == 3) {
         gesture.press_valid = false;
-        if (gesture.label != nullptr) {
-            GraphBase* const owner = gesture.label->find_object ();
-            gesture.label = nullptr;
-            if (gesture.changed && owner != nullptr) finish_edit (Edit::labels (*owner));
-        } else {
+        if (gesture.label != nullptr)
+            release_label ();
+        else
             world_.show_pointer (PointerShape::arrow);
-        }
-        gesture.changed = false;
         return;
     }
     if (button != 1) return;
@@ -214,14 +208,26 @@ void Canvas::release (int button, const Pointer& at) {
     gesture.press_valid = false;
 }
 
+void Canvas::release_label () {
+    GraphBase* const owner = gesture.label->find_object ();
+    gesture.label = nullptr;
+    const bool changed = std::exchange (gesture.changed, false);
+    if (changed && owner != nullptr) finish_edit (Edit::labels (*owner));
+}
+
+void Canvas::end_drag () {
+    if (!gesture.changed) return;
+    if (gesture.label != nullptr) {
+        release_label ();
+        return;
+    }
+    gesture.fuse_target = nullptr; // that is what the button's release would be for
+    release_selection ();
+}
+
 void Canvas::release_selection () {
     const Gesture done = gesture;
-    gesture.moved_dx = 0;
-    gesture.moved_dy = 0;
-    gesture.others_moved = false;
-    gesture.changed = false;
-    gesture.on_grid = false;
-    gesture.fuse_target = nullptr;
+    gesture.forget_drag ();
     set_fuse_shown (nullptr);
     if (done.fuse_target != nullptr) {
         if (Node* const dragged = selection.only_node ())

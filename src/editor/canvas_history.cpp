@@ -7,6 +7,7 @@
 #include "base/report.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ostrand::editor {
 
@@ -148,6 +149,19 @@ void Canvas::apply_labels (GraphBase& object, std::string_view text) {
     arc.take_stoech_dest (filled (read_field (reader), false));
 }
 
+namespace {
+
+/// A state that a node gets has the colour of labels to come. Where that was another one than
+/// black, a snapshot tells it; so a record means black, whatever the colour is by now.
+void replay_kind (GraphBase& object, int value) {
+    unsigned& colour = document::document_state ().default_color;
+    const unsigned present = std::exchange (colour, 0U);
+    object.set_kind (value);
+    colour = present;
+}
+
+} // namespace
+
 void Canvas::restore_selection (const std::vector<std::int32_t>& ids) {
     std::vector<GraphBase*> objects;
     for (const std::int32_t id : ids)
@@ -172,7 +186,7 @@ void Canvas::apply_record (const Record& record) {
         settle_after_move ();
         break;
     case RecordType::kind:
-        if (object != nullptr) object->set_kind (static_cast<int> (record.value));
+        if (object != nullptr) replay_kind (*object, static_cast<int> (record.value));
         break;
     case RecordType::colour:
         if (object != nullptr) object->set_color (record.value);
@@ -230,6 +244,7 @@ bool Canvas::restore_last_state () {
 }
 
 void Canvas::undo () {
+    end_drag ();
     const std::optional<UndoPlan> plan = history_.plan_undo ();
     if (!plan) return;
     if (plan->to_empty) {
@@ -251,6 +266,7 @@ void Canvas::undo () {
 }
 
 void Canvas::redo () {
+    end_drag ();
     if (!history_.can_redo ()) return;
     const std::int32_t at = history_.position ();
     const std::unique_ptr<HistoryEntry> entry = history_.read (at);
@@ -258,10 +274,10 @@ void Canvas::redo () {
     if (entry->record.header.type == RecordType::snapshot) {
         if (!load_state (*entry, at)) return;
     } else {
-        if (mode == Mode::text) {
-            selection.set ({});
-            mode = Mode::selection;
-        }
+        // Records follow the selection that was recorded, whatever is selected by now.
+        if (selection.edit_line () != nullptr || selection.ids () != recorded_selection_)
+            restore_selection (std::vector<std::int32_t> (recorded_selection_));
+        if (mode == Mode::text) mode = Mode::selection;
         apply_record (entry->record);
     }
     history_.redone (entry->record);

@@ -92,6 +92,7 @@ void Canvas::key_up (const KeyEvent& event) {
 }
 
 bool Canvas::canvas_key (int key, Modifiers modifiers) {
+    if (!is_modifier (key)) end_drag ();
     if (selection.is_empty () && selected_field_ != nullptr && field_key (key, modifiers))
         return true;
     if (is_modifier (key)) return false;
@@ -254,20 +255,22 @@ bool Canvas::text_key (int key, Modifiers modifiers) {
     Line& line = *selection.edit_line ();
     // Letters come without Ctrl; what Ctrl makes of them are codes below 32.
     if (modifiers.ctrl && key >= first_printable && key < keys::backspace) return false;
-    const document::TextPlace place =
-        line.key ({.key = key, .shift = modifiers.shift}, line.cursor);
-    const document::KeyStatus status = line.status;
-    if (status == document::KeyStatus::not_handled) return false;
-    GraphBase* const owner = line.find_object ();
-    selection.move_cursor (place);
+    bool handled = false; // the line itself may be gone at the end of the edit
+    const auto press = [&] {
+        const document::TextPlace place =
+            line.key ({.key = key, .shift = modifiers.shift}, line.cursor);
+        handled = line.status != document::KeyStatus::not_handled;
+        if (handled) selection.move_cursor (place);
+    };
+    if (GraphBase* const owner = line.find_object ())
+        edit_labels (*owner, press);
+    else
+        press ();
+    if (!handled) return false;
     if (const Line* const now = selection.edit_line ()) {
         const document::StdChar& letter = now->chars ()[static_cast<std::size_t> (now->cursor)];
         tell_style (letter.font, letter.color);
     }
-    const bool changed =
-        status == document::KeyStatus::changed || status == document::KeyStatus::layout_needed;
-    if (changed && owner != nullptr) finish_edit (Edit::labels (*owner));
-    redraw ();
     return true;
 }
 

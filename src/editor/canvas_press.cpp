@@ -137,10 +137,7 @@ bool Canvas::press_lift (const Pointer& at, Axis axis) {
 
 void Canvas::press_object (int button, const Pointer& at) {
     if (button == 1 && (press_lift (at, Axis::y) || press_lift (at, Axis::x))) return;
-    gesture.moved_dx = 0;
-    gesture.moved_dy = 0;
-    gesture.others_moved = false;
-    gesture.changed = false;
+    gesture.forget_drag ();
     Press press{.x = at.x,
                 .y = at.y,
                 .hit = find_at (at.x, at.y),
@@ -293,6 +290,8 @@ void Canvas::start_label_move (const Press& press) {
     document::Line* line = press.hit.line;
     while (line->holder ().line != nullptr) line = line->holder ().line;
     gesture.label = line;
+    gesture.label_start = {line->x (), line->y ()};
+    gesture.was_modified = modified ();
     gesture.press_valid = true;
     gesture.press_x = press.x - line->x () * view.zoom ();
     gesture.press_y = press.y - line->y () * view.zoom ();

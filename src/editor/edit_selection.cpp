@@ -112,10 +112,14 @@ void paste_text (Canvas& canvas, std::string_view text) {
     if (line == nullptr) return;
     // What was copied from a label is markup; any other text means its letters.
     const bool own = !text.empty () && text == canvas.shared ().copied_markup;
-    const bool changed =
-        own ? line->paste_markup (text) : line->paste_letters (utf8_to_latin1 (text));
     GraphBase* const owner = line->find_object ();
-    if (changed && owner != nullptr) canvas.finish_edit (Edit::labels (*owner));
+    if (owner == nullptr) return;
+    canvas.edit_labels (*owner, [&] {
+        if (own)
+            line->paste_markup (text);
+        else
+            line->paste_letters (utf8_to_latin1 (text));
+    });
 }
 
 } // namespace ostrand::editor

@@ -6,6 +6,7 @@
 
 namespace ostrand::editor {
 
+using document::GraphBase;
 using document::Line;
 
 namespace {
@@ -21,7 +22,9 @@ void finish (Canvas& canvas, const Line& line) {
 
 void apply_style (Canvas& canvas, unsigned font_word, unsigned colour) {
     Line* const line = canvas.selection.edit_line ();
-    if (line != nullptr && line->set_style (font_word, colour)) finish (canvas, *line);
+    GraphBase* const owner = line == nullptr ? nullptr : line->find_object ();
+    if (owner == nullptr) return;
+    canvas.edit_labels (*owner, [&] { line->set_style (font_word, colour); });
 }
 
 bool can_insert_picture (const Canvas& canvas) {

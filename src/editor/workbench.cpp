@@ -88,6 +88,7 @@ void Workbench::attach (Canvas& canvas) {
 
 void Workbench::run (Command command) {
     if (!has_tab () || !entry (command).active) return;
+    current ().end_drag ();
     if (const auto run = command_row (command).run) run (*this);
 }
 

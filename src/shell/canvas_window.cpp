@@ -3,6 +3,7 @@
 
 #include "document/document_state.h"
 #include "editor/edit_selection.h"
+#include "glpaint/coarse_device.h"
 
 #include <FL/Fl.H>
 #include <FL/gl.h>
@@ -67,9 +68,17 @@ void CanvasWindow::draw () {
     const glpaint::GlView plain{.height = h (), .pixel_ratio = pixels_per_unit ()};
     glpaint::GlView scaled = plain;
     scaled.zoom = canvas_->view.zoom ();
-    glpaint::GlDevice pixels (content_, plain);
-    glpaint::GlDevice network (content_, scaled);
+    if (scaled.zoom > glpaint::CoarseDevice::largest_zoom) {
+        glpaint::GlDevice pixels (content_, plain);
+        glpaint::GlDevice network (content_, scaled);
+        canvas_->paint (pixels, network, background);
+        return;
+    }
+    glpaint::TriangleBatch batch;
+    glpaint::CoarseDevice pixels (batch, content_, plain);
+    glpaint::CoarseDevice network (batch, content_, scaled);
     canvas_->paint (pixels, network, background);
+    batch.flush ();
 }
 
 editor::Pointer CanvasWindow::pointer () const {

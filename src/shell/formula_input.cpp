@@ -26,6 +26,19 @@ struct Sign {
 };
 constexpr Sign signs[] = {{"+", "OR"}, {".", "AND"}, {"!", "NOT"}, {"(", nullptr}, {")", nullptr}};
 
+/// A chooser whose label shows its shortcut, which gives it the keys.
+class NamedChoice : public Fl_Input_Choice {
+  public:
+    NamedChoice (int x, int y, const char* label)
+        : Fl_Input_Choice (x, y, chooser_width, field_height, label) {
+        set_flag (SHORTCUT_LABEL);
+    }
+    int handle (int event) override {
+        if (event == FL_SHORTCUT && test_shortcut (label (), true)) return input ()->take_focus ();
+        return Fl_Input_Choice::handle (event);
+    }
+};
+
 void fill (Fl_Input_Choice& chooser, const std::vector<std::string>& names) {
     chooser.clear ();
     // Slashes would make submenus: such names are added as they are.
@@ -42,9 +55,9 @@ void fill (Fl_Input_Choice& chooser, const std::vector<std::string>& names) {
 } // namespace
 
 FormulaInput::FormulaInput () : Fl_Double_Window (window_width, window_height, "Enter Formula") {
-    output_ = new Fl_Input_Choice (80, 8, chooser_width, field_height, "&Output: ");
+    output_ = new NamedChoice (80, 8, "&Output: ");
     output_->tooltip ("Output metabolites");
-    input_ = new Fl_Input_Choice (350, 8, chooser_width, field_height, "&Input: ");
+    input_ = new NamedChoice (350, 8, "&Input: ");
     input_->tooltip ("Input metabolites");
     // A chosen input goes into the formula.
     input_->callback (

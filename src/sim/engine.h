@@ -51,6 +51,13 @@ constexpr std::uint32_t to_count (Float value) {
 /// computed from the counts of its reactants, whose fraction fires by chance.
 void run_stochastic (const EngineModel& model, Simulation& simulation);
 
+/// The same for some time steps of a simulation that is somewhere on its way, from an even time
+/// step.
+/// counts      molecules by species, with the spare slot behind them
+/// time_steps  an even number
+void sweep_stochastic (std::span<const ElemStep> steps, std::span<std::uint32_t> counts,
+                       RandomState& random, std::uint32_t time_steps);
+
 /// Its mean-value twin: the same sweeps over real-valued counts, without chance.
 void run_deterministic (const EngineModel& model, Simulation& simulation);
 

@@ -2,127 +2,120 @@
 #include "sim/result_writer.h"
 
 #include "base/disk.h"
-#include "base/text.h"
+#include "base/platform.h"
+#include "base/workers.h"
+#include "sim/result_head.h"
+#include "sim/result_units.h"
 
-#include <array>
-#include <cerrno>
-#include <charconv>
-#include <cstring>
-#include <fcntl.h>
-#include <unistd.h>
-#include <utility>
-#include <zlib.h>
+#include <atomic>
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <span>
+#include <string_view>
+#include <vector>
 
 namespace ostrand::sim {
 namespace {
 
-constexpr std::size_t piece_size = 1 << 18;
-constexpr std::size_t longest_line = 12; // a count and its line end
+/// A part of the result that one thread compresses.
+struct Piece {
+    std::span<const std::uint32_t> counts; // of the whole unit
+    std::size_t index = 0;                 // among those of the unit
+    std::size_t count = 1;
+    std::string_view front;
+};
 
-std::string format_head (const ModelTables& tables, const Grid& grid) {
-    std::uint32_t n_displayed = 0;
-    for (const auto& species : tables.species) n_displayed += species->displayed ? 1U : 0U;
-    std::string head = format_text ("%u %u %u\n", grid.n_simul, n_displayed, grid.n_points);
-    for (const auto& species : tables.species) {
-        if (species->displayed) {
-            head += species->name;
-            head += format_text ("\n%x\n", species->colour);
+std::vector<Piece> cut_pieces (const Grid& grid, std::string_view head) {
+    const std::uint64_t lines_each = std::uint64_t{grid.recorded.size ()} * grid.n_points;
+    const ResultUnits units (grid.n_simul, lines_each);
+    std::vector<Piece> pieces;
+    for (std::uint64_t i = 0; i < units.count (); ++i) {
+        const ResultUnit unit = units.unit (i);
+        // Simulations lie behind each other, as the file has them.
+        const std::span<const std::uint32_t> counts (
+            grid.series_block.get () + unit.first_simulation * lines_each + unit.first_line,
+            unit.size ());
+        const std::size_t count = piece_count (counts);
+        for (std::size_t p = 0; p < count; ++p) {
+            pieces.push_back ({counts, p, count, i == 0 && p == 0 ? head : std::string_view ()});
         }
     }
-    head += format_text ("%u\n", grid.n_var_conc);
-    for (const auto& species : tables.species) {
-        if (species->nb == 1) continue;
-        head += species->name;
-        head += format_text ("\n%d\n", species->nb);
-        for (std::int32_t v = 0; v < species->nb; ++v) {
-            append_decimal (head, species->conc[static_cast<std::size_t> (v)]);
-            head += '\n';
-        }
-    }
-    return head;
+    if (pieces.empty ()) pieces.push_back ({{}, 0, 1, head});
+    return pieces;
 }
 
-/// A gzip stream on a copy of an open file's descriptor, which is closed with it and, like the
-/// file's own, by any program that this process starts.
-class GzipStream {
+/// Threads compress pieces side by side and write them in their order, each when its turn comes.
+class PieceWriter {
   public:
-    explicit GzipStream (int descriptor) {
-        const int copy = fcntl (descriptor, F_DUPFD_CLOEXEC, 0);
-        if (copy < 0) return;
-        stream_ = gzdopen (copy, "wb");
-        if (stream_ == nullptr) {
-            ::close (copy);
-        } else {
-            gzbuffer (stream_, piece_size);
+    PieceWriter (const std::vector<Piece>& pieces, OutputFile& file, const std::stop_token& stop)
+        : pieces_ (pieces), stop_ (stop),
+          member_ ([&file] (std::string_view bytes) { return file.write (bytes); }) {}
+
+    /// What every thread does.
+    void work () {
+        try {
+            for (std::size_t i = next_.fetch_add (1); i < pieces_.size () && !ended_;
+                 i = next_.fetch_add (1)) {
+                const Piece& piece = pieces_[i];
+                append (i, deflate_piece (piece.counts, piece.index, piece.count, piece.front));
+            }
+        } catch (...) {
+            const std::lock_guard guard (lock_);
+            ended_ = true;
+            turn_.notify_all ();
+            throw;
         }
     }
-    ~GzipStream () { close (); }
-    GzipStream (const GzipStream&) = delete;
-    GzipStream& operator= (const GzipStream&) = delete;
 
-    bool write (std::string_view piece) {
-        errno = 0;
-        if (stream_ == nullptr) return false;
-        const auto length = static_cast<unsigned> (piece.size ());
-        return length == 0 || gzwrite (stream_, piece.data (), length) == static_cast<int> (length);
-    }
-    bool close () {
-        if (stream_ == nullptr) return true;
-        errno = 0;
-        return gzclose (std::exchange (stream_, nullptr)) == Z_OK;
-    }
+    /// True when all was written. To be called when the threads have ended.
+    bool finish () { return !ended_ && written_ == pieces_.size () && member_.finish (); }
 
   private:
-    gzFile stream_ = nullptr;
+    void append (std::size_t index, const DeflatedText& text) {
+        std::unique_lock guard (lock_);
+        turn_.wait (guard, [&] { return written_ == index || ended_; });
+        if (!ended_) ended_ = stop_.stop_requested () || !member_.append (text);
+        ++written_;
+        turn_.notify_all ();
+    }
+
+    const std::vector<Piece>& pieces_;
+    const std::stop_token& stop_;
+    std::atomic<std::size_t> next_{0};
+    std::mutex lock_;
+    std::condition_variable turn_;
+    GzipMember member_;
+    std::size_t written_ = 0;
+    std::atomic<bool> ended_{false};
 };
 
 } // namespace
 
-bool format_result (const ModelTables& tables, const Grid& grid,
-                    const std::function<bool (std::string_view piece)>& take) {
-    if (!take (format_head (tables, grid))) return false;
-    std::string piece (piece_size + 2 * longest_line, '\0');
-    char* const begin = piece.data ();
-    char* end = begin;
-    for (const Simulation& simulation : grid.simulations) {
-        for (std::size_t i = 0; i < tables.species.size (); ++i) {
-            if (!tables.species[i]->displayed) continue;
-            for (const std::uint32_t count :
-                 simulation.all_pt.subspan (i * grid.n_points, grid.n_points)) {
-                end = std::to_chars (end, end + longest_line, count).ptr;
-                *end++ = '\n';
-                if (end - begin < static_cast<std::ptrdiff_t> (piece_size)) continue;
-                if (!take ({begin, end})) return false;
-                end = begin;
-            }
-        }
-    }
-    return take ({begin, end});
-}
-
 ResultStatus write_result (const std::string& out, const ModelTables& tables, const Grid& grid,
-                           std::string& error, const std::stop_token& stop) {
+                           bool sequential, std::string& error, const std::stop_token& stop) {
     OutputFile file = out == "-" ? OutputFile::standard_output () : OutputFile (out, stop);
     if (!file.ok ()) {
         error = file.error ();
         // Standard output that is closed is a result lost, not a name that cannot be created.
         return out == "-" ? ResultStatus::lost : ResultStatus::not_created;
     }
-    GzipStream stream (file.descriptor ());
-    const bool written = format_result (tables, grid,
-                                        [&] (std::string_view piece) {
-                                            return !stop.stop_requested () && stream.write (piece);
-                                        }) &&
-                         stream.close ();
-    if (!written) {
-        error = std::strerror (errno != 0 ? errno : EIO);
-        return stop.stop_requested () ? ResultStatus::stopped : ResultStatus::lost;
+    const std::string head = format_head (
+        tables,
+        {.n_simul = grid.n_simul, .n_points = grid.n_points, .n_var_conc = grid.n_var_conc});
+    const std::vector<Piece> pieces = cut_pieces (grid, head);
+    PieceWriter writer (pieces, file, stop);
+    WorkerThreads helpers;
+    const std::size_t threads =
+        sequential ? 1 : std::min (pieces.size (), static_cast<std::size_t> (processor_count ()));
+    for (std::size_t started = 1; started < threads; ++started) {
+        if (!helpers.start ([&writer] { writer.work (); })) break;
     }
-    if (!file.commit ()) {
-        error = file.error ();
-        return file.stopped () ? ResultStatus::stopped : ResultStatus::lost;
-    }
-    return ResultStatus::written;
+    writer.work ();
+    helpers.join ();
+    if (writer.finish () && file.commit ()) return ResultStatus::written;
+    error = file.error ();
+    return file.stopped () || stop.stop_requested () ? ResultStatus::stopped : ResultStatus::lost;
 }
 
 } // namespace ostrand::sim

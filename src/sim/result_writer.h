@@ -4,19 +4,10 @@
 #include "sim/grid.h"
 #include "sim/model.h"
 
-#include <functional>
 #include <stop_token>
 #include <string>
-#include <string_view>
 
 namespace ostrand::sim {
-
-/// Gives the result's text in pieces, in order; stops when a piece is not taken. True when all
-/// were. Head: number of simulations, displayed species and points; name and colour of each
-/// displayed species; the varying concentrations; then every count on a line of its own, simulation
-/// by simulation, species by species, point by point.
-bool format_result (const ModelTables& tables, const Grid& grid,
-                    const std::function<bool (std::string_view piece)>& take);
 
 enum class ResultStatus {
     written,
@@ -25,8 +16,13 @@ enum class ResultStatus {
     stopped,     // likewise nothing
 };
 
-/// Compresses the text into a file, "-" standard output. `error` tells why it was lost.
+/// Writes the result of a grid that has the displayed species' points, "-" to standard output: its
+/// head, then every count on a line of its own, simulation by simulation, species by species, point
+/// by point. Pieces of it are compressed on as many threads as there are processors; the file does
+/// not depend on that.
+/// sequential  all on the calling thread
+/// error       why it was lost
 ResultStatus write_result (const std::string& out, const ModelTables& tables, const Grid& grid,
-                           std::string& error, const std::stop_token& stop = {});
+                           bool sequential, std::string& error, const std::stop_token& stop = {});
 
 } // namespace ostrand::sim

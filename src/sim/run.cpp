@@ -105,14 +105,13 @@ void SimulationRun::simulate (const std::stop_token& stop) {
     const ProgressWatch watch (request_.show_progress && !talkative, [this] (double seconds) {
         return progress_text (progress_.amount_done (), progress_.amount_expected (), seconds);
     });
-    const EngineModel model{tables_.steps,  tables_.n_species (), tables_.nb_gen,
-                            grid_.n_points, &progress_,           stop};
-    run_simulations (model, grid_.simulations, request_.sequential, request_.stochastic);
+    const LaneModel model{tables_.steps, tables_.n_species (), request_.stochastic};
+    run_simulations (model, grid_, request_.sequential, &progress_, stop);
 }
 
 Outcome SimulationRun::write (const std::stop_token& stop) {
     std::string error;
-    switch (write_result (request_.out, tables_, grid_, error, stop)) {
+    switch (write_result (request_.out, tables_, grid_, request_.sequential, error, stop)) {
     case ResultStatus::written:
     case ResultStatus::not_created: return Outcome::success ();
     case ResultStatus::stopped: return Outcome::stop ();

@@ -4,6 +4,7 @@
 #include "base/disk.h"
 #include "base/long_work.h"
 #include "sim/grid.h"
+#include "sim/lane_group.h"
 #include "sim/model.h"
 
 #include <atomic>
@@ -75,12 +76,17 @@ class SimulationRun : public LongWork {
 bool run_model (const char* model, const char* out, bool sequential, bool report, bool verbose,
                 bool stochastic);
 
-/// Runs all simulations with one engine, on at most as many threads as there are processors; where
-/// a thread cannot be started its work is done on the calling one. Counts do not depend on any of
-/// it. Returns early when the model's stop is asked for. Throws what an engine throws, on whatever
+/// Runs all simulations of a grid, in the lanes of this machine and on at most as many threads as
+/// there are processors; where a thread cannot be started its work is done on the calling one.
+/// Counts do not depend on any of it: they are those of the plain engines of engine.h. Returns
+/// early, with points missing, when a stop is asked for. Throws what went wrong, on whatever
 /// thread, when all of them have ended.
-void run_simulations (const EngineModel& model, std::vector<Simulation>& simulations,
-                      bool sequential, bool stochastic);
+/// progress    told of each recorded point of each simulation; may be null
+/// sequential  all on the calling thread
+/// kernels     what to simulate with; at least one
+void run_simulations (const LaneModel& model, Grid& grid, bool sequential,
+                      Progress* progress = nullptr, const std::stop_token& stop = {},
+                      std::span<const LaneKernel> kernels = lane_kernels ());
 
 /// The verbose dump: initial counts of each species, then each step.
 std::string dump_tables (const ModelTables& tables);

@@ -49,6 +49,18 @@ inline void apply_step (const ElemStep& e, std::uint32_t* r, std::uint32_t spare
 
 } // namespace
 
+void sweep_stochastic (std::span<const ElemStep> steps, std::span<std::uint32_t> counts,
+                       RandomState& random, std::uint32_t time_steps) {
+    const auto spare = static_cast<std::uint32_t> (counts.size () - 1);
+    std::uint32_t* r = counts.data ();
+    for (std::uint32_t it = 0; it < time_steps; it += 2) {
+        for (const ElemStep& step : steps) apply_step (step, r, spare, random);
+        for (auto step = steps.rbegin (); step != steps.rend (); ++step) {
+            apply_step (*step, r, spare, random);
+        }
+    }
+}
+
 void run_stochastic (const EngineModel& model, Simulation& simulation) {
     if (model.nb_gen == 0) return;
     // The last entry is the spare slot: empty products are written there and nobody reads them.

@@ -39,7 +39,8 @@ std::string fit_words (const ToolCommand& command, std::span<char*> words, Argum
     bool options_end = false;
     for (std::size_t i = 0; i < words.size (); ++i) {
         const std::string_view word = words[i];
-        if (options_end || !word.starts_with ("--")) {
+        const bool is_short = !word.starts_with ("--") && find_option (command, word) != nullptr;
+        if (options_end || (!word.starts_with ("--") && !is_short)) {
             arguments.words.emplace_back (word);
             continue;
         }

@@ -13,9 +13,11 @@ extern const ToolCommand gates_command;
 extern const ToolCommand import_command;
 extern const ToolCommand layout_command;
 extern const ToolCommand man_command;
+extern const ToolCommand merge_command;
 extern const ToolCommand metabolites_command;
 extern const ToolCommand model_command;
 extern const ToolCommand sbml_to_model_command;
+extern const ToolCommand sweep_command;
 extern const ToolCommand variants_command;
 
 } // namespace ostrand::tool

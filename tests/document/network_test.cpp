@@ -272,10 +272,13 @@ TEST (Compartments, inside_in_opposite_senses_is_an_overlap) {
 TEST (Compartments, touching_rectangles_are_disjoint) {
     Network network;
     box (network, 8, 0, 0, 50, 50);
-    box (network, 8, 50, 0, 50, 50);
+    box (network, 8, 50, 0, 50, 50);   // right of it
+    box (network, 8, -50, 0, 50, 50);  // left
+    box (network, 8, 0, 50, 100, 50);  // below
+    box (network, 8, 0, -50, 100, 50); // above
     const testing::CaughtMessages messages;
     network.check_compartments ();
-    EXPECT_TRUE (messages.all.empty ());
+    EXPECT_EQ (messages.joined (), "");
 }
 
 TEST (Compartments, the_larger_comes_first_and_takes_the_nodes) {

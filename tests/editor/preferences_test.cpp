@@ -62,9 +62,10 @@ TEST (preferences, a_boolean_that_is_neither_true_nor_false_stays) {
 }
 
 TEST (preferences, unknown_keys_and_what_follows_the_end_are_ignored) {
-    const Preferences preferences = preferences_from_text (
-        "<?xml version=\"1.0\"?>\n<lattrixprefs date=\"1\">\n<pref future=\"1\">\n<pref zoom=\"60\">\n"
-        "</lattrixprefs>\n<pref zoom=\"90\">\n");
+    const Preferences preferences =
+        preferences_from_text ("<?xml version=\"1.0\"?>\n<lattrixprefs date=\"1\">\n<pref "
+                               "future=\"1\">\n<pref zoom=\"60\">\n"
+                               "</lattrixprefs>\n<pref zoom=\"90\">\n");
     EXPECT_EQ (preferences.zoom, 60U);
 }
 

@@ -46,6 +46,13 @@ TEST (ModelText, two_catalysts_state_the_reaction_twice) {
                "\"e\" : \"s\" -> \"p\" | 0.1 - 2 ;\n\"f\" : \"s\" -> \"p\" | 0.1 - 2 ;\n");
 }
 
+TEST (ModelText, a_product_may_catalyse_its_reaction_and_a_source_may_not) {
+    const std::string two = "[N2 0 2 8 8[S1 0 0 0 0 3 13{s}-][S2 0 0 0 0 3 13{p}-]"
+                            "[A3 0 272 2 1 2{0.1}{2}]";
+    EXPECT_EQ (model_of (two + "[A4 0 32 2 2 3]]"), "\"p\" : \"s\" -> \"p\" | 0.1 - 2 ;\n");
+    EXPECT_EQ (model_of (two + "[A4 0 32 2 1 3]]"), "");
+}
+
 TEST (ModelText, a_reaction_without_enzyme_writes_nothing) {
     EXPECT_EQ (model_of ("[N2 0 2 8 8[S1 0 0 0 0 3 13{s}-][S2 0 0 0 0 3 13{p}-]"
                          "[A3 0 272 2 1 2{0.1}{2}]]"),

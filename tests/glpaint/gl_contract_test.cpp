@@ -1,5 +1,6 @@
 // The contract of paint devices, kept by the OpenGL device in a buffer that no screen shows.
 #include "contract/paint_device_contract.h"
+#include "glpaint/coarse_device.h"
 #include "glpaint/gl_device.h"
 #include "support/off_screen.h"
 
@@ -36,6 +37,10 @@ struct GlPage {
     }
     static std::optional<Raster> paint (const std::function<void (document::PaintDevice&)>& scene,
                                         float zoom = 1) {
+        return painted (scene, zoom, false);
+    }
+    static std::optional<Raster> painted (const std::function<void (document::PaintDevice&)>& scene,
+                                          float zoom, bool coarse) {
         static const OffScreen screen (100, 100);
         if (!screen.good ()) return std::nullopt;
         glViewport (0, 0, 100, 100);
@@ -48,8 +53,15 @@ struct GlPage {
         glClearColor (1, 1, 1, 1);
         glClear (GL_COLOR_BUFFER_BIT);
         const glpaint::GlView view{.height = 100, .zoom = zoom};
-        glpaint::GlDevice device (blocks (), view);
-        scene (device);
+        if (coarse) {
+            glpaint::TriangleBatch batch;
+            glpaint::CoarseDevice device (batch, blocks (), view);
+            scene (device);
+            batch.flush ();
+        } else {
+            glpaint::GlDevice device (blocks (), view);
+            scene (device);
+        }
         glFinish ();
         EXPECT_EQ (glGetError (), static_cast<GLenum> (GL_NO_ERROR));
         std::vector<std::uint8_t> bottom_up (std::size_t{3} * 100 * 100);
@@ -63,6 +75,16 @@ struct GlPage {
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P (Gl, PaintDeviceContract, GlPage);
+
+/// The same page by the device of small networks.
+struct CoarsePage {
+    static std::optional<Raster> paint (const std::function<void (document::PaintDevice&)>& scene,
+                                        float zoom = 1) {
+        return GlPage::painted (scene, zoom, true);
+    }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P (Coarse, PaintDeviceContract, CoarsePage);
 
 #define OSTRAND_PAINT(name, ...)                                                                   \
     const std::optional<Raster> name = GlPage::paint (__VA_ARGS__);                                \

@@ -32,6 +32,8 @@ std::string library_of (const std::string& header) {
     if (header.starts_with ("FL/") || header.starts_with ("X11/")) return "fltk";
     if (header.starts_with ("GL/")) return "opengl";
     if (header == "zlib.h") return "zlib";
+    if (header.starts_with ("hwy/")) return "hwy";
+    if (header == "mpi.h") return "mpi";
     if (header == "png.h") return "png";
     if (header.starts_with ("jpeglib") || header.starts_with ("jerror")) return "jpeg";
     if (header.starts_with ("hpdf")) return "haru";

@@ -174,9 +174,9 @@ TEST (run_stop, engines_end_within_a_simulated_second) {
         ASSERT_TRUE (prepare_run (tables, seeds, std::uint64_t{1} << 30, grid));
         Progress progress;
         std::stop_source stop;
-        const EngineModel model{tables.steps,  tables.n_species (), tables.nb_gen,
-                                grid.n_points, &progress,           stop.get_token ()};
-        std::thread runner ([&] { run_simulations (model, grid.simulations, false, stochastic); });
+        const LaneModel model{tables.steps, tables.n_species (), stochastic};
+        std::thread runner (
+            [&] { run_simulations (model, grid, false, &progress, stop.get_token ()); });
         while (progress.amount_done () == 0) std::this_thread::yield ();
         stop.request_stop ();
         runner.join ();
@@ -215,8 +215,9 @@ TEST (run_stop, reading_preparing_and_writing_end_with_a_stop_and_report_nothing
     ASSERT_TRUE (prepare_run (tables, seeds, 1 << 20, grid));
     const TemporaryFolder folder;
     std::string error;
-    EXPECT_EQ (write_result ((folder / "r").string (), tables, grid, error, stopped.get_token ()),
-               ResultStatus::stopped);
+    EXPECT_EQ (
+        write_result ((folder / "r").string (), tables, grid, false, error, stopped.get_token ()),
+        ResultStatus::stopped);
     EXPECT_TRUE (folder.names ().empty ());
     EXPECT_TRUE (messages.all.empty ());
 }

@@ -62,7 +62,7 @@ TEST (engine, no_duration_records_nothing) {
     for (const bool stochastic : {true, false}) {
         const FinishedRun run (start ("a", 70) + "a -> b | 1;", stochastic);
         EXPECT_EQ (run.grid.n_points, 0U);
-        EXPECT_TRUE (run.grid.simulations[0].all_pt.empty ());
+        EXPECT_TRUE (run.grid.series (0).empty ());
     }
 }
 
@@ -210,10 +210,8 @@ TEST (engine, results_do_not_depend_on_the_threads) {
             ASSERT_TRUE (read_model (text, copy));
             SeedSequence seeds;
             Grid grid;
-            ASSERT_TRUE (prepare_run (copy, seeds, 1 << 30, grid));
-            const EngineModel model{copy.steps, copy.n_species (), copy.nb_gen, grid.n_points,
-                                    nullptr};
-            run_simulations (model, grid.simulations, sequential, stochastic);
+            ASSERT_TRUE (prepare_run (copy, seeds, 1 << 30, grid, {}, Recording::all));
+            run_simulations ({copy.steps, copy.n_species (), stochastic}, grid, sequential);
             const std::size_t size = std::size_t{grid.n_simul} * copy.n_species () * grid.n_points;
             all.emplace_back (grid.series_block.get (), grid.series_block.get () + size);
         }

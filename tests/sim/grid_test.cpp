@@ -22,8 +22,10 @@ struct Prepared {
         std::vector<int> all;
         for (std::size_t i = 0; i < model.tables.species.size (); ++i) {
             if (model.tables.species[i]->name != name) continue;
-            for (const Simulation& simulation : grid.simulations) {
-                all.push_back (static_cast<int> ((simulation.copy_num[i] + 300) / 602));
+            std::vector<std::uint32_t> counts (model.tables.species.size ());
+            for (std::size_t s = 0; s < grid.n_simul; ++s) {
+                grid.plan.write_counts (s, counts);
+                all.push_back (static_cast<int> ((counts[i] + 300) / 602));
             }
         }
         return all;
@@ -103,18 +105,27 @@ TEST (grid, a_second_run_in_the_same_process_has_different_random_numbers) {
     Grid second;
     ASSERT_TRUE (prepare_run (model.tables, seeds, 1 << 20, first));
     ASSERT_TRUE (prepare_run (model.tables, seeds, 1 << 20, second));
-    EXPECT_NE (first.simulations[0].random.rd_state0, second.simulations[0].random.rd_state0);
+    EXPECT_NE (first.seed (0).rd_state0, second.seed (0).rd_state0);
 }
 
 TEST (grid, a_grid_too_large_for_memory_is_told_before_anything_is_allocated) {
     const Prepared run ("[a] = 0 mM -> 127 mM : 1 mM; [b] = 0 mM -> 127 mM : 1 mM; a -> b | 1; "
-                        "duration = 400000;");
+                        "display (a, b); duration = 400000;");
     EXPECT_FALSE (run.ok);
-    EXPECT_EQ (run.grid.copy_block, nullptr);
-    const std::uint64_t bytes = 16384ULL * (4 * (2 * 400000ULL + 3) + sizeof (Simulation));
+    EXPECT_EQ (run.grid.series_block, nullptr);
+    const std::uint64_t bytes = 16384ULL * 4 * 2 * 400000ULL;
     EXPECT_EQ (run.reported, "too many simulations for the memory: 16384 simulations of 2 species "
                              "at 400000 points need " +
                                  std::to_string (bytes) + " bytes, 268435456 can be had\n");
+}
+
+TEST (grid, only_displayed_species_take_memory) {
+    const Prepared run ("[a] = 0 mM -> 127 mM : 1 mM; [b] = 0 mM -> 127 mM : 1 mM; a -> b | 1; "
+                        "duration = 400000;");
+    EXPECT_TRUE (run.ok);
+    EXPECT_TRUE (run.grid.recorded.empty ());
+    const Prepared shown ("[a] = 1 mM; b + c -> a | 1; display (a, c); duration = 5;");
+    EXPECT_THAT (shown.grid.recorded, ElementsAre (0, 2));
 }
 
 TEST (grid, a_grid_beyond_all_numbers_is_told_too) {
@@ -125,7 +136,7 @@ TEST (grid, a_grid_beyond_all_numbers_is_told_too) {
     const Prepared run (text);
     EXPECT_FALSE (run.ok);
     EXPECT_THAT (run.reported,
-                 ::testing::HasSubstr ("over 18446744073709551615 simulations of 12 species at 0"));
+                 ::testing::HasSubstr ("over 18446744073709551615 simulations of 0 species at 0"));
 }
 
 } // namespace

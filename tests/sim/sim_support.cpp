@@ -6,19 +6,17 @@ namespace ostrand::sim {
 FinishedRun::FinishedRun (std::string_view text, bool stochastic) {
     SeedSequence seeds;
     if (!read_model (text, tables)) throw std::runtime_error ("model does not read");
-    if (!prepare_run (tables, seeds, std::uint64_t{1} << 30, grid)) {
+    if (!prepare_run (tables, seeds, std::uint64_t{1} << 30, grid, {}, Recording::all)) {
         throw std::runtime_error ("grid does not fit");
     }
-    const EngineModel model{tables.steps, tables.n_species (), tables.nb_gen, grid.n_points,
-                            nullptr};
-    run_simulations (model, grid.simulations, true, stochastic);
+    run_simulations ({tables.steps, tables.n_species (), stochastic}, grid, true);
 }
 
 std::uint32_t FinishedRun::count (std::size_t simulation, std::string_view name,
                                   std::uint32_t point) const {
     for (std::size_t i = 0; i < tables.species.size (); ++i) {
         if (tables.species[i]->name == name) {
-            return grid.simulations.at (simulation).all_pt[i * grid.n_points + point];
+            return grid.series (simulation)[i * grid.n_points + point];
         }
     }
     throw std::runtime_error ("no species " + std::string (name));

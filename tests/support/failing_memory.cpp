@@ -41,7 +41,11 @@ void* operator new (std::size_t size, std::align_val_t alignment) {
     if (memory == nullptr) throw std::bad_alloc ();
     return memory;
 }
+void* operator new (std::size_t size, const std::nothrow_t&) noexcept {
+    return ostrand::testing::take (size, 1);
+}
 void operator delete (void* memory) noexcept { std::free (memory); }
+void operator delete (void* memory, const std::nothrow_t&) noexcept { std::free (memory); }
 void operator delete (void* memory, std::size_t) noexcept { std::free (memory); }
 void operator delete (void* memory, std::align_val_t) noexcept { std::free (memory); }
 void operator delete (void* memory, std::size_t, std::align_val_t) noexcept { std::free (memory); }
