@@ -51,7 +51,7 @@ void load_file (Workbench& bench) {
         switch (bench.add_tab (path)) {
         case AddTab::full: report_message ("no more than 32 tabs"); break;
         case AddTab::unreadable: report_message ("Cannot load %s", path.c_str ()); break;
-        case AddTab::added: bench.recent ().add (path); break;
+        case AddTab::added: break;
         }
     }
 }

@@ -115,7 +115,10 @@ void Workbench::open_command_line (const std::vector<std::string>& names) {
             const std::string path = absolute_path ("", names[i]);
             set_current_directory (path);
             // A name that cannot be read stays: a later save makes the file.
-            if (!open_file (current (), path)) current ().set_file_name (path);
+            if (open_file (current (), path))
+                recent_.add (path);
+            else
+                current ().set_file_name (path);
             continue;
         }
         switch (add_tab (names[i])) {
@@ -139,7 +142,10 @@ AddTab Workbench::add_tab (const std::optional<std::string>& path) {
     if (!path) return AddTab::added;
     const std::string absolute = absolute_path ("", *path);
     const bool read = open_file (*canvas, absolute);
-    if (read) set_current_directory (absolute);
+    if (read) {
+        set_current_directory (absolute);
+        recent_.add (absolute);
+    }
     world_.refresh ();
     return read ? AddTab::added : AddTab::unreadable;
 }

@@ -115,7 +115,12 @@ int CanvasWindow::handle (int event) {
         canvas_->enter ();
         return 1;
     case FL_LEAVE: canvas_->leave (); return 1;
-    case FL_FOCUS: canvas_->focus (true); return 1;
+    case FL_FOCUS:
+        canvas_->focus (true);
+        // A key that came up in another window was not told here.
+        if (canvas_->callbacks.on_mouse_help)
+            canvas_->callbacks.on_mouse_help (*canvas_, nullptr, event_modifiers ().row ());
+        return 1;
     case FL_UNFOCUS: canvas_->focus (false); return 1;
     case FL_MOUSEWHEEL:
         canvas_->wheel (static_cast<float> (Fl::event_dx ()), static_cast<float> (Fl::event_dy ()),

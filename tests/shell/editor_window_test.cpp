@@ -30,6 +30,7 @@ TEST (editor_window, a_file_of_the_command_line_is_shown_under_its_name) {
     const std::string file = copied (editor, "hexokinase.net", "hexo.net");
     editor.start ({file}, "hexo.net");
     EXPECT_TRUE (editor.shows_colour (2, canvas_y, 1000, 550, 0xFFFF00, 500)); // its molecules
+    EXPECT_EQ (file_text (editor.home () / ".ostrand_recent"), file + "\n");
 }
 
 TEST (editor_window, several_files_open_in_tabs_and_the_last_is_on_top) {
