@@ -4,11 +4,14 @@
 // file. On its way it keeps the style that is running in the text, as the writer has it and as the
 // reader understands it, since letters without a style of their own, and the end marks of lines,
 // which are never written, take what is running.
+#include "document/settle.h"
+
 #include "document/markup.h"
 #include "document/network.h"
 
 #include "base/text.h"
 
+#include <algorithm>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -43,8 +46,10 @@ unsigned settled_type (unsigned type) { return to_word (static_cast<float> (type
 
 class Settler {
   public:
-    explicit Settler (Network& root) : root_ (root) {}
+    explicit Settler (Network& root) : root_ (&root) {}
     void run ();
+    /// The texts of one object, as a reader of them alone gets them.
+    static void texts_of (GraphBase& g);
 
   private:
     void network (Network& n, bool fog, bool joins);
@@ -62,7 +67,8 @@ class Settler {
         l.set_offset (settled_number (l.x ()), settled_number (l.y ()));
     }
 
-    Network& root_;
+    Settler () = default;
+    Network* root_ = nullptr;
     RunningStyle style_;
     Numbering numbering_;
     std::vector<NumberedArc> arcs_; // of the record that is being walked
@@ -259,13 +265,44 @@ void Settler::network (Network& n, bool fog, bool joins) {
 }
 
 void Settler::run () {
-    root_.set_origin (static_cast<float> (to_int (root_.x ())),
-                      static_cast<float> (to_int (root_.y ())));
-    network (root_, false, false);
-    root_.multi_name_ = multi_name_;
-    root_.find_masters ();
-    root_.layout ();
+    root_->set_origin (static_cast<float> (to_int (root_->x ())),
+                       static_cast<float> (to_int (root_->y ())));
+    network (*root_, false, false);
+    root_->multi_name_ = multi_name_;
+    root_->find_masters ();
+    root_->layout ();
 }
+
+namespace {
+
+/// A network in a line is settled with its document only: its numbers depend on what is before it.
+bool holds_network (const Line& line) {
+    return std::ranges::any_of (line.chars (), [] (const StdChar& entry) {
+        if (!entry.parts) return false;
+        if (const Char* const item = entry.item ()) {
+            if (item->kind () == CharKind::network) return true;
+            return item->kind () == CharKind::line &&
+                   holds_network (static_cast<const Line&> (*item));
+        }
+        return (entry.sub () != nullptr && holds_network (*entry.sub ())) ||
+               (entry.sup () != nullptr && holds_network (*entry.sup ()));
+    });
+}
+
+} // namespace
+
+void Settler::texts_of (GraphBase& g) {
+    Settler settler;
+    for (Char* const text : g.texts ()) {
+        if (text == nullptr || text->kind () != CharKind::line) continue;
+        auto& one = static_cast<Line&> (*text);
+        if (holds_network (one)) return;
+        settler.line (one, g.foggy ());
+        offset (one);
+    }
+}
+
+void settle_texts (GraphBase& g) { Settler::texts_of (g); }
 
 void Network::settle () { Settler (*this).run (); }
 

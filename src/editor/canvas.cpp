@@ -2,6 +2,7 @@
 #include "editor/canvas.h"
 
 #include "document/line.h"
+#include "document/settle.h"
 
 #include <algorithm>
 
@@ -127,6 +128,10 @@ document::Hit Canvas::find_at (float px, float py, const document::Node* skip) {
     return network ().find_at (px / view.zoom (), py / view.zoom (), query);
 }
 
+void Canvas::assign_nodes () {
+    for (const auto& n : network ().nodes ()) network ().assign_compart (*n);
+}
+
 bool Canvas::settle_after_move () {
     bool comparts_moved = false;
     for (GraphBase* const object : selection.objects ()) {
@@ -157,6 +162,17 @@ bool needs_snapshot (const GraphBase& object) {
 
 } // namespace
 
+/// The texts of an object become what the replay of its label record makes of them. A text that is
+/// edited and empty keeps its style for the letters to come.
+void Canvas::settle_texts (GraphBase& object) {
+    document::Line* const edited = selection.edit_line ();
+    const bool is_empty = edited != nullptr && edited->is_empty ();
+    const unsigned font = is_empty ? edited->chars ().front ().font : document::no_font;
+    const unsigned color = is_empty ? edited->chars ().front ().color : document::no_color;
+    document::settle_texts (object);
+    if (is_empty) edited->set_style (font, color);
+}
+
 void Canvas::finish_edit (const Edit& edit) {
     Edit::Kind what = edit.what;
     if (what == Edit::Kind::labels) {
@@ -172,7 +188,9 @@ void Canvas::finish_edit (const Edit& edit) {
         what = Edit::Kind::structure;
     }
     set_modified (true);
+    if (what == Edit::Kind::labels) settle_texts (*edit.object);
     network ().layout ();
+    if (edit.object != nullptr && edit.object->kind () == CharKind::compart) assign_nodes ();
     switch (what) {
     case Edit::Kind::structure: push_snapshot (); break;
     case Edit::Kind::move:

@@ -214,6 +214,8 @@ class Canvas final : private document::NetworkListener {
     /// Selected objects were moved: nodes and compartments find each other anew. True when the
     /// order of the compartments changed, which no move record tells.
     bool settle_after_move ();
+    /// All nodes find their compartments anew.
+    void assign_nodes ();
 
     // The end of every edit: modified, layout, record, redraw.
     void finish_edit (const Edit& edit);
@@ -308,6 +310,9 @@ class Canvas final : private document::NetworkListener {
     bool text_key (int key, Modifiers modifiers);
     bool move_by_key (int dx, int dy);
     void scroll (ScrollKey key);
+
+    // canvas.cpp
+    void settle_texts (document::GraphBase& object);
 
     // canvas_history.cpp
     void push (const std::string& record);

@@ -109,22 +109,28 @@ std::string Canvas::labels_text (const GraphBase& object) const {
 
 namespace {
 
-/// One field of a label record: a line, or nothing for "{}".
+/// "(x y)" behind a field, if it is there.
+std::optional<document::Point> read_offset (MarkupReader& reader) {
+    if (reader.peek () != '(') return std::nullopt;
+    reader.skip ();
+    const float x = document::read_number (reader);
+    reader.skip_blanks ();
+    const float y = document::read_number (reader);
+    if (reader.peek () == ')') reader.skip ();
+    return document::Point{x, y};
+}
+
+/// One field of a label record: a line, or nothing for "{}", which may have an offset too.
 std::unique_ptr<Line> read_field (MarkupReader& reader) {
     if (reader.rest ().starts_with ("{}")) {
         reader.skip (2);
+        read_offset (reader);
         return nullptr;
     }
     if (reader.peek () != '{') return nullptr;
     std::unique_ptr<Line> line = document::read_braced_line (reader);
-    if (reader.peek () == '(') {
-        reader.skip ();
-        const float x = document::read_number (reader);
-        reader.skip_blanks ();
-        const float y = document::read_number (reader);
-        if (reader.peek () == ')') reader.skip ();
-        line->set_offset (x, y);
-    }
+    if (const std::optional<document::Point> offset = read_offset (reader))
+        line->set_offset (offset->x, offset->y);
     return line;
 }
 
@@ -211,14 +217,15 @@ bool Canvas::load_state (const HistoryEntry& entry, std::int32_t at) {
     file_name_ = history_.name_at (at, text->file_name);
     modified_ = text->modified;
     replace_network (std::move (read));
-    network ().find_masters ();
     network ().set_origin (entry.record.header.origin.x, entry.record.header.origin.y);
     restore_selection (entry.record.ids);
     return true;
 }
 
 void Canvas::finish_replay () {
+    network ().find_masters ();
     network ().layout ();
+    assign_nodes (); // a text may have made a compartment wider
     // A text that is edited ends with it.
     if (mode == Mode::text) mode = Mode::selection;
     // The flag of the records says whether something was done; the file may hold another state.

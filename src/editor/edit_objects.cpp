@@ -105,7 +105,7 @@ void add_reactant (Canvas& canvas, std::string_view name, unsigned arc_type) {
 void new_compartment (Canvas& canvas, int shape) {
     const auto [x, y] = start_position (canvas.network ());
     canvas.network ().add_compart (shape, x, y, 0, 0);
-    for (const auto& n : canvas.network ().nodes ()) canvas.network ().assign_compart (*n);
+    canvas.assign_nodes ();
     canvas.finish_edit (Edit::structure ());
 }
 
@@ -144,8 +144,7 @@ bool kind_needs_snapshot (const GraphBase& object, int value) {
 bool set_one_type (Canvas& canvas, GraphBase& object, int value) {
     if (!object.set_kind (value)) return false;
     if (object.kind () == CharKind::node) canvas.network ().find_masters ();
-    if (object.kind () == CharKind::compart)
-        for (const auto& n : canvas.network ().nodes ()) canvas.network ().assign_compart (*n);
+    if (object.kind () == CharKind::compart) canvas.assign_nodes ();
     canvas.finish_edit (kind_needs_snapshot (object, value) ? Edit::structure ()
                                                             : Edit::kind (object, value));
     return true;

@@ -53,6 +53,30 @@ std::string native_text (const Network& network) {
     return std::move (state.out);
 }
 
+/// Sizes, places and marks that follow from a document and are not written.
+std::string look_of (const Network& network) {
+    std::string look =
+        format_text ("%g %d\n", static_cast<double> (network.get_width ()), network.get_height ());
+    std::vector<GraphBase*> all;
+    collect (network, all);
+    for (const GraphBase* const object : all) {
+        const document::Extent box = object->extent ();
+        look +=
+            format_text ("%d %d: %g %g %g %g fog %d, %d pixels", static_cast<int> (object->kind ()),
+                         object->id (), static_cast<double> (box.x), static_cast<double> (box.y),
+                         static_cast<double> (box.right), static_cast<double> (box.bottom),
+                         object->foggy () ? 1 : 0, static_cast<int> (object->thickness ()));
+        if (object->kind () == CharKind::node) {
+            const auto& node = static_cast<const Node&> (*object);
+            look += format_text (" in %d of %d",
+                                 node.compart () == nullptr ? -1 : node.compart ()->id (),
+                                 node.master () == nullptr ? -1 : node.master ()->id ());
+        }
+        look += '\n';
+    }
+    return look;
+}
+
 /// Where two texts part.
 std::string difference (const std::string& a, const std::string& b) {
     const auto [at, unused] = std::mismatch (a.begin (), a.end (), b.begin (), b.end ());
@@ -569,6 +593,11 @@ std::string EditorWalk::check_history (bool replayed) {
     const std::int32_t position = on.history ().position ();
     const std::int32_t end = on.history ().end ();
     std::string text = on.text_without_view ();
+    on.network ().layout ();
+    // An empty text that is edited has the style of the letters to come.
+    const document::Line* const edited = on.selection.edit_line ();
+    std::string look =
+        edited != nullptr && edited->is_empty () ? std::string () : look_of (on.network ());
     std::string fault;
     if (mixed_) {
         known = Known ();
@@ -579,6 +608,9 @@ std::string EditorWalk::check_history (bool replayed) {
         if (!is_new && before->second != text)
             fault =
                 format_text ("another text at %d", position) + difference (before->second, text);
+        const auto [seen, unseen] = known.looks.emplace (position, look);
+        if (fault.empty () && !unseen && !seen->second.empty () && seen->second != look)
+            fault = format_text ("another look at %d", position) + difference (seen->second, look);
         const auto [selected, first_time] =
             known.selections.emplace (position, on.selection.ids ());
         if (!first_time && selected->second != on.selection.ids ())
@@ -589,9 +621,11 @@ std::string EditorWalk::check_history (bool replayed) {
         if (position != end) fault = "something can be redone behind a new record";
         const auto later = [&known] (const auto& one) { return one.first > known.position; };
         std::erase_if (known.texts, later);
+        std::erase_if (known.looks, later);
         std::erase_if (known.selections, later);
         known.texts[known.position] = known.text;
         known.texts[position] = text;
+        known.looks[position] = look;
         for (std::int32_t at = known.position; at < position;) {
             const auto entry = on.history ().read (at);
             if (!entry) return "a record cannot be read";
@@ -614,6 +648,7 @@ std::string EditorWalk::check_history (bool replayed) {
     known.position = position;
     known.end = end;
     known.text = std::move (text);
+    known.look = std::move (look);
     return fault;
 }
 

@@ -73,10 +73,12 @@ class EditorWalk {
     /// What is known of one canvas: the text at each place of its history.
     struct Known {
         std::map<std::int32_t, std::string> texts;
+        std::map<std::int32_t, std::string> looks; // sizes and places that are in no text
         std::map<std::int32_t, std::vector<std::int32_t>> selections; // as undo and redo give them
         std::int32_t position = 0;
         std::int32_t end = 0;
         std::string text;
+        std::string look;
     };
 
     editor::Canvas& canvas () { return bench_->current (); }

@@ -291,6 +291,19 @@ TEST (keys, arrows_move_the_field_under_the_pointer_by_one_and_with_shift_by_eig
     EXPECT_EQ (b.undo_and_redo (), "");
 }
 
+TEST (keys, a_moved_text_that_is_emptied_leaves_the_others_in_the_record) {
+    Bench b;
+    b.open_text ("[N2 0 2 8 8\n[S1 1 90 60 0 3 13{a}-]\n[S2 0 390 60 0 3 13{b}-]\n"
+                 "[A3 0 272 2 1 2{x}(20 3){yz}]\n]");
+    const document::Line& text = *b.arc ("a").label_line ();
+    b.click (b.on_text (b.arc ("a"), text));
+    ASSERT_EQ (b.canvas ().mode, Mode::text);
+    b.key (document::keys::delete_key);
+    EXPECT_EQ (b.records ().back (), "labels 3 {}(20 3){yz}{}{}");
+    EXPECT_EQ (b.undo_and_redo (), "");
+    EXPECT_NE (b.arc ("a").residu (), nullptr);
+}
+
 TEST (keys, delete_takes_the_field_under_the_pointer_away) {
     Rich b;
     b.over_field ();
