@@ -5,6 +5,8 @@
 
 #include "base/report.h"
 
+#include <cmath>
+
 namespace ostrand::editor {
 
 using document::document_state;
@@ -52,7 +54,7 @@ Preferences Workbench::present_preferences () const {
     now.grid = canvas.show_grid;
     now.smart_move = canvas.smart_move;
     now.use_annotation = canvas.use_annotation;
-    now.zoom = static_cast<unsigned> (canvas.view.zoom () * 100 + 0.5F);
+    now.zoom = static_cast<unsigned> (std::lround (canvas.view.zoom () * 100));
     now.lift_always_visible = canvas.view.lift_always_visible;
     now.lift_background = canvas.view.lift_background;
     return now;

@@ -1,4 +1,5 @@
 // The order of tabs.
+#include "editor/canvas.h"
 #include "editor/tab_list.h"
 
 #include <array>
@@ -10,7 +11,10 @@ namespace {
 
 /// Canvases that nobody looks into.
 struct Tabs {
-    std::array<char, 8> places{};
+    struct alignas (Canvas) Place {
+        char nothing;
+    };
+    std::array<Place, 8> places{};
     TabList list;
 
     Canvas& canvas (int i) {

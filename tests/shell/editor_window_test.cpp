@@ -222,6 +222,8 @@ TEST (editor_window, without_opengl_it_says_so) {
 TEST (editor_window, goes_on_behind_a_broken_command) {
     Editor editor;
     editor.start ({}, "Ostrand");
+    // Once it waits for events: a command that breaks holds no lock of the display either.
+    std::this_thread::sleep_for (std::chrono::seconds (1));
     editor.signal (SIGSEGV);
     std::this_thread::sleep_for (std::chrono::milliseconds (200));
     editor.click (new_protein_x, tool_bar_y);
