@@ -58,6 +58,8 @@ add_library (external_graphviz INTERFACE)
 target_include_directories (external_graphviz SYSTEM INTERFACE "${GRAPHVIZ_INCLUDE_DIR}")
 target_link_libraries (external_graphviz INTERFACE "${GRAPHVIZ_DOT_LIBRARY}"
     "${GRAPHVIZ_NEATO_LIBRARY}" "${GRAPHVIZ_GVC_LIBRARY}" "${GRAPHVIZ_CGRAPH_LIBRARY}")
+add_library (external_rsvg INTERFACE)
+target_link_libraries (external_rsvg INTERFACE PkgConfig::RSVG)
 add_library (external_sbml INTERFACE)
 target_include_directories (external_sbml SYSTEM INTERFACE "${SBML_INCLUDE_DIR}")
 target_link_libraries (external_sbml INTERFACE "${SBML_LIBRARY}")
