@@ -172,7 +172,7 @@ TEST (lanes, the_narrowest_kernel_that_holds_all_is_chosen_or_the_widest) {
 }
 
 TEST (lanes, random_models_equal_the_plain_engine) {
-    for (unsigned seed = 1; seed <= 1500; ++seed) {
+    for (unsigned seed = 1; seed <= (testing::sanitized ? 150U : 1500U); ++seed) {
         const std::string text = plain::random_model (seed).text ();
         const LaneCase c = read_case (text, 1 + seed % 37);
         ASSERT_NO_FATAL_FAILURE (expect_equal (c, true, {2, 30, 8}, text)) << "seed " << seed;
@@ -226,7 +226,7 @@ LaneCase wild_case (unsigned seed) {
 }
 
 TEST (lanes, counts_that_wrap_and_saturate_equal_the_plain_engine) {
-    for (unsigned seed = 1; seed <= 3000; ++seed) {
+    for (unsigned seed = 1; seed <= (testing::sanitized ? 300U : 3000U); ++seed) {
         const LaneCase c = wild_case (seed);
         ASSERT_NO_FATAL_FAILURE (expect_equal (c, true, {2, 12, 6}, "")) << "seed " << seed;
         ASSERT_NO_FATAL_FAILURE (expect_equal (c, false, {2, 12, 6}, "")) << "seed " << seed;
