@@ -143,6 +143,14 @@ TEST (manual_folder, holds_the_text_with_its_pictures_beside_it) {
     EXPECT_TRUE (write_manual_folder (all_images (), folder / "manual", error)) << error;
 }
 
+TEST (manual_folder, of_the_docs_is_what_the_program_would_write) {
+    const std::filesystem::path docs = testing::source_path ("docs/manual");
+    EXPECT_EQ (file_text (docs / suggested_manual_name), generate_manual ({}))
+        << "cmake --build build --target manual_folder writes it again";
+    for (const std::string_view name : manual_image_names ())
+        EXPECT_TRUE (file_text (docs / name).starts_with ("\x89PNG")) << name;
+}
+
 TEST (manual_folder, that_cannot_be_made_is_told) {
     const TemporaryFolder folder;
     const std::string no_folder = folder.write ("file", "");
