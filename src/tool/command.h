@@ -45,6 +45,7 @@ struct ToolCommand {
     const char* details; // what --help adds, whole lines; may be empty
     std::span<const ToolOption> options;
     int (*run) (const Arguments& arguments); // gives the exit status
+    const char* choices = nullptr; // what its only word may be, with blanks between; else a file
 };
 
 /// All sub-commands, in the order in which help lists them.
@@ -63,6 +64,8 @@ int tool_main (int argc, char** argv, const char* commit);
 std::string general_help ();
 std::string command_help (const ToolCommand& command);
 std::string bash_completion ();
+std::string zsh_completion ();
+std::string fish_completion ();
 std::string man_page_tool ();
 std::string man_page_ostrand ();
 
