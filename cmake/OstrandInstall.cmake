@@ -3,9 +3,6 @@
 include (GNUInstallDirs)
 set (CMAKE_SKIP_INSTALL_ALL_DEPENDENCY ON) # tests need not be built for it
 
-# Folders that the installation makes have the same rights whatever the umask is.
-set (CMAKE_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
-     OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
 set (packaging "${CMAKE_SOURCE_DIR}/packaging")
 set (made "${CMAKE_BINARY_DIR}/desktop")
 

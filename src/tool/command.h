@@ -60,6 +60,9 @@ int print_result (std::string_view text);
 /// commit  that it was built from, for --version
 int tool_main (int argc, char** argv, const char* commit);
 
+/// The commit that tool_main was given; "unknown" before.
+const char* tool_commit ();
+
 /// The texts made from the rows.
 std::string general_help ();
 std::string command_help (const ToolCommand& command);
