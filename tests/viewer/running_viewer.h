@@ -8,7 +8,6 @@
 
 #include <chrono>
 #include <cmath>
-#include <cstdlib>
 #include <thread>
 
 namespace ostrand::viewer {
@@ -56,12 +55,7 @@ class Viewer {
         planes = sizes.empty () ? 1 : sizes.back ();
         file = folder.write ("data", text);
         words.insert (words.begin (), {"ostrand", "-v", file});
-        // A home of its own, so that the window opens at no place of an earlier one.
-        const char* const told = std::getenv ("HOME");
-        const std::string before = told != nullptr ? told : "/";
-        setenv ("HOME", home.path ().c_str (), 1);
         program = std::make_unique<RunningProgram> (words);
-        setenv ("HOME", before.c_str (), 1);
         unsetenv ("FLTK_SCALING_FACTOR");
         display.place_window ("Stochora");
         wait_until ([this] { return sees (state, {red, 0, red_count (0)}); });
@@ -139,7 +133,6 @@ class Viewer {
     }
 
     TemporaryFolder folder;
-    TemporaryFolder home;
     VirtualDisplay display;
     int width; // of the view, device pixels
     int height;
