@@ -56,6 +56,8 @@ lib:libEGL_mesa.so.0            libegl-mesa0            mesa-libEGL           me
 font:LiberationSans-Regular.ttf fonts-liberation        liberation-sans-fonts ttf-liberation
 font:DejaVuSans.ttf             fonts-dejavu-core       dejavu-sans-fonts     ttf-dejavu
 TABLE
+    # What only Debian needs, for its packages.
+    [ ! -e /etc/debian_version ] || echo 'cmd:dpkg-shlibdeps dpkg-dev - -'
     [ $with_checks = no ] || cat <<'TABLE'
 cmd:clang-tidy                  clang-tidy              clang-tools-extra     clang
 cmd:clang++                     clang                   clang                 clang
@@ -70,7 +72,6 @@ cmd:zsh                         zsh                     zsh                   zs
 TABLE
     [ $with_checks = no ] || [ ! -e /etc/debian_version ] || cat <<'TABLE'
 cmd:lintian                     lintian                 -                     -
-cmd:dpkg-shlibdeps              dpkg-dev                -                     -
 TABLE
 }
 

@@ -31,19 +31,21 @@ std::string text_of (const fs::path& file) {
 
 /// What gsettings says of a key of the interface; empty when it does not say it at once.
 std::string asked (const std::string& key) {
-    const std::string file =
-        (temporary_directory () / format_text ("ostrand-settings-%d", process_id ())).string ();
+    const fs::path folder = make_private_folder ("ostrand-settings");
+    if (folder.empty ()) return {};
+    const fs::path file = folder / "answer";
     std::string answer;
     {
-        const ChildProcess child ({"gsettings", "get", "org.gnome.desktop.interface", key}, file,
-                                  "/dev/null");
+        const ChildProcess child ({"gsettings", "get", "org.gnome.desktop.interface", key},
+                                  file.string (), "/dev/null");
         const auto limit = std::chrono::steady_clock::now () + patience;
         while (child.is_running () && std::chrono::steady_clock::now () < limit)
             std::this_thread::sleep_for (std::chrono::milliseconds (5));
         child.kill ();
         if (child.wait () == 0) answer = text_of (file);
     }
-    remove_file (file);
+    std::error_code ignored;
+    fs::remove_all (folder, ignored);
     return answer;
 }
 

@@ -39,22 +39,23 @@ std::string find_program (const std::string& name) {
     return {};
 }
 
-/// Files for the answer of another program, gone with their scope.
-struct AnswerFiles {
-    std::string out;
-    std::string error;
-    AnswerFiles () {
-        const fs::path folder = temporary_directory ();
-        const std::string name = format_text ("ostrand-doctor-%d", process_id ());
-        out = (folder / (name + ".out")).string ();
-        error = (folder / (name + ".err")).string ();
+/// A folder for the answer of another program, gone with its scope.
+class AnswerFolder {
+  public:
+    AnswerFolder () : path_ (make_private_folder ("ostrand-doctor")) {}
+    ~AnswerFolder () {
+        std::error_code ignored;
+        if (made ()) fs::remove_all (path_, ignored);
     }
-    ~AnswerFiles () {
-        remove_file (out);
-        remove_file (error);
-    }
-    AnswerFiles (const AnswerFiles&) = delete;
-    AnswerFiles& operator= (const AnswerFiles&) = delete;
+    AnswerFolder (const AnswerFolder&) = delete;
+    AnswerFolder& operator= (const AnswerFolder&) = delete;
+
+    bool made () const { return !path_.empty (); }
+    std::string out () const { return (path_ / "out").string (); }
+    std::string error () const { return (path_ / "error").string (); }
+
+  private:
+    fs::path path_;
 };
 
 /// Asks another program by one word. It is a process of its own, so that a driver that breaks, or
@@ -63,8 +64,13 @@ Answer ask (const std::string& program, const std::string& word) {
     Answer answer;
     const std::string path = find_program (program);
     if (path.empty ()) return answer;
-    const AnswerFiles files;
-    const ChildProcess child ({path, word}, files.out, files.error);
+    const AnswerFolder folder;
+    if (!folder.made ()) {
+        answer.end = Answer::End::not_asked;
+        answer.error = "no folder can be made in " + temporary_directory ().string ();
+        return answer;
+    }
+    const ChildProcess child ({path, word}, folder.out (), folder.error ());
     if (!child.started ()) {
         answer.end = Answer::End::not_asked;
         answer.error = child.error ();
@@ -76,8 +82,8 @@ Answer ask (const std::string& program, const std::string& word) {
     answer.end = child.is_running () ? Answer::End::no_answer : Answer::End::ended;
     child.kill ();
     answer.status = child.wait ();
-    answer.out = read_file (files.out).value_or ("");
-    answer.error = read_file (files.error).value_or ("");
+    answer.out = read_file (folder.out ()).value_or ("");
+    answer.error = read_file (folder.error ()).value_or ("");
     return answer;
 }
 

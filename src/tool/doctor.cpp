@@ -20,7 +20,7 @@ struct LibraryPackage {
     std::string_view library; // the beginning of its file's name
     const char* package;
 };
-constexpr std::array<LibraryPackage, 19> library_packages{{
+constexpr std::array<LibraryPackage, 25> library_packages{{
     {"libGL.so", "libgl1"},
     {"libGLU.so", "libglu1-mesa"},
     {"libX11.so", "libx11-6"},
@@ -29,8 +29,13 @@ constexpr std::array<LibraryPackage, 19> library_packages{{
     {"libXft.so", "libxft2"},
     {"libXinerama.so", "libxinerama1"},
     {"libXrender.so", "libxrender1"},
+    {"libcairo.so", "libcairo2"},
     {"libcgraph.so", "libcgraph6"},
     {"libfontconfig.so", "libfontconfig1"},
+    {"libgdk_pixbuf", "libgdk-pixbuf-2.0-0"},
+    {"libgio-2.0.so", "libglib2.0-0"},
+    {"libglib-2.0.so", "libglib2.0-0"},
+    {"libgobject-2.0.so", "libglib2.0-0"},
     {"libgvc.so", "libgvc6"},
     {"libgvplugin_", "libgvc6"},
     {"libhpdf", "libhpdf-2.3.0"},
@@ -38,6 +43,7 @@ constexpr std::array<LibraryPackage, 19> library_packages{{
     {"libjpeg.so", "libjpeg62-turbo"},
     {"libmpi.so", "libopenmpi3"},
     {"libpng16.so", "libpng16-16"},
+    {"librsvg-2.so", "librsvg2-2"},
     {"libsbml.so", "libsbml5"},
     {"libz.so", "zlib1g"},
 }};

@@ -74,6 +74,22 @@ TEST (desktop, every_screenshot_has_a_caption) {
     EXPECT_GE (count, 2);
 }
 
+/// What a pattern catches in a file of the tree.
+std::string caught (const std::string& file, const std::string& pattern) {
+    const std::string text = source_file (file);
+    std::smatch match;
+    return std::regex_search (text, match, std::regex (pattern)) ? match[1].str () : "nothing";
+}
+
+TEST (desktop, version_and_date_are_the_same_wherever_they_stand) {
+    const std::string version = caught ("CMakeLists.txt", "project \\(ostrand VERSION ([0-9.]+)");
+    EXPECT_EQ (caught ("CITATION.cff", "\nversion: ([0-9.]+)\n"), version);
+    EXPECT_EQ (caught ("packaging/changelog", "^ostrand \\(([0-9.]+)\\)"), version);
+    EXPECT_EQ (caught ("CITATION.cff", "\ndate-released: ([0-9-]+)\n"),
+               caught ("packaging/example.ostrand.Ostrand.metainfo.xml.in",
+                       "@PROJECT_VERSION@\" date=\"([0-9-]+)\""));
+}
+
 /// A folder of data with our kinds of files in it, beside the machine's own.
 class Kinds {
   public:
@@ -167,6 +183,10 @@ TEST_F (KindsOfFiles, results_are_told_by_their_names) {
                0);
     EXPECT_EQ (kinds.of (result), "application/x-ostrand-result");
     fs::copy (result, kinds.folder () / "a.result.gz");
+    for (const char* const name : {"_data_.gz", "_data_2.gz"}) { // of the editor
+        fs::copy (result, kinds.folder () / name);
+        EXPECT_EQ (kinds.of (kinds.folder () / name), "application/x-ostrand-result");
+    }
     fs::copy (result, kinds.folder () / "other.gz");
     EXPECT_EQ (kinds.of (kinds.folder () / "a.result.gz"), "application/x-ostrand-result");
     EXPECT_EQ (kinds.of (kinds.folder () / "other.gz"), "application/gzip");
