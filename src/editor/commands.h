@@ -62,6 +62,7 @@ enum class Command {
     deterministic,
     start_simulation,
     set_duration,
+    show_left_out,
     // Formula
     reactions_per_gate,
     extract_gates,
