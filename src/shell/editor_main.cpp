@@ -61,10 +61,12 @@ int editor_main (const std::vector<std::string>& words, const std::string& start
     std::error_code ignored;
     const bool first_start = !std::filesystem::exists (editor::preferences_path (), ignored);
     editor::Preferences preferences = editor::read_preferences ();
-    if (first_start)
-        preferences.dark_mode =
-            desktop::first_look (desktop::read_desktop_facts (home_directory ())).dark;
-    toolkit::follow_text_scale (toolkit::remembered_scale (first_start));
+    desktop::FirstLook look;
+    if (first_start) {
+        look = desktop::first_look (desktop::read_desktop_facts (home_directory ()));
+        preferences.dark_mode = look.dark;
+    }
+    toolkit::follow_text_scale (toolkit::remembered_scale ().value_or (look.text_scale));
     toolkit::interface_queue ();
     fl_register_images ();
     set_window_icons ();

@@ -53,9 +53,10 @@ std::vector<Place> screens (bool in_pixels) {
 
 } // namespace
 
-float remembered_scale (bool first_start) {
-    if (const auto scale = desktop::read_window_places ().scale ()) return *scale;
-    if (!first_start) return 1;
+std::optional<float> remembered_scale () { return desktop::read_window_places ().scale (); }
+
+float remembered_or_desktop_scale () {
+    if (const auto scale = remembered_scale ()) return *scale;
     return desktop::first_look (desktop::read_desktop_facts (home_directory ())).text_scale;
 }
 
@@ -75,7 +76,6 @@ void restore_place (Fl_Window& window, const char* name) {
 }
 
 void remember_place (Fl_Window& window, const char* name) {
-    if (window.shown () == 0 || window.visible () == 0) return;
     desktop::WindowPlaces places = desktop::read_window_places ();
     places.note (desktop::screens_name (screens (true)), name,
                  {window.x (), window.y (), window.w (), window.h ()});

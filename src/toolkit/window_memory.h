@@ -1,6 +1,7 @@
 // Windows that open where they stood, and the scale of everything in them.
 // Layer: toolkit.
 #pragma once
+#include <optional>
 
 class Fl_Window;
 
@@ -12,16 +13,18 @@ namespace ostrand::toolkit {
 /// wanted  the scale, 1 for none of its own
 void follow_text_scale (float wanted);
 
-/// The scale that the windows had when the program was last used; else that of the desktop's own
-/// settings when nothing was saved yet (`first_start`), else 1.
-float remembered_scale (bool first_start);
+/// The scale that the windows had when the program was last used; nothing before the first time.
+std::optional<float> remembered_scale ();
+
+/// That scale, or at the first time the one that the desktop's own settings tell.
+float remembered_or_desktop_scale ();
 
 /// Puts a window where it stood on these screens, as far as they have room. Before it is shown.
 /// name  of the window in the file, one word
 void restore_place (Fl_Window& window, const char* name);
 
 /// Notes where a window stands, and the scale, in the file. What cannot be written is told on
-/// standard error. Nothing is noted of a window that is not shown.
+/// standard error.
 void remember_place (Fl_Window& window, const char* name);
 
 } // namespace ostrand::toolkit

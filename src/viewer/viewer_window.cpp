@@ -54,7 +54,7 @@ bool run_viewer_window (ResultData& data, bool reverse_video) {
         return false;
     }
     const char* picture = std::getenv ("OSTRAND_PICTURE");
-    if (picture == nullptr) toolkit::follow_text_scale (toolkit::remembered_scale (true));
+    if (picture == nullptr) toolkit::follow_text_scale (toolkit::remembered_or_desktop_scale ());
     viewer_state ().reverse_video = reverse_video;
     Fl::background (0, 75, 75);
     const int room = slider_room (data);
