@@ -14,6 +14,10 @@ endif ()
 if (OSTRAND_WARNINGS_AS_ERRORS)
     target_compile_options (ostrand_options INTERFACE -Werror -Wno-error=invalid-pch)
 endif ()
+if (OSTRAND_MAP_PATHS)
+    target_compile_options (ostrand_options INTERFACE
+        "-ffile-prefix-map=${CMAKE_SOURCE_DIR}=." "-ffile-prefix-map=${CMAKE_BINARY_DIR}=build")
+endif ()
 if (OSTRAND_FUZZ)
     # Libraries report their coverage to the fuzzer, which steers by it.
     target_compile_options (ostrand_options INTERFACE -fsanitize=fuzzer-no-link)

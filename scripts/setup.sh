@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Installs what Ostrand needs to build, test and run, and gets FLTK 1.4.
 # Safe to call again: when everything is there it answers in well under a second.
-#   scripts/setup.sh --checks   also what .ci/run needs beside: clang-tidy, and clang for the fuzz targets
+#   scripts/setup.sh --checks   also what .ci/run needs beside: clang-tidy, clang for the fuzz targets,
+#                               and what tries the packages
 set -euo pipefail
 
 say () { printf 'setup: %s\n' "$*" >&2; }
@@ -55,10 +56,22 @@ lib:libEGL_mesa.so.0            libegl-mesa0            mesa-libEGL           me
 font:LiberationSans-Regular.ttf fonts-liberation        liberation-sans-fonts ttf-liberation
 font:DejaVuSans.ttf             fonts-dejavu-core       dejavu-sans-fonts     ttf-dejavu
 TABLE
+    # What only Debian needs, for its packages.
+    [ ! -e /etc/debian_version ] || echo 'cmd:dpkg-shlibdeps dpkg-dev - -'
     [ $with_checks = no ] || cat <<'TABLE'
 cmd:clang-tidy                  clang-tidy              clang-tools-extra     clang
 cmd:clang++                     clang                   clang                 clang
 clang:libclang_rt.fuzzer        libclang-rt-dev         compiler-rt           compiler-rt
+cmd:desktop-file-validate       desktop-file-utils      desktop-file-utils    desktop-file-utils
+cmd:appstreamcli                appstream               appstream             appstream
+cmd:update-mime-database        shared-mime-info        shared-mime-info      shared-mime-info
+cmd:gio                         libglib2.0-bin          glib2                 glib2
+cmd:xdg-open                    xdg-utils               xdg-utils             xdg-utils
+cmd:fish                        fish                    fish                  fish
+cmd:zsh                         zsh                     zsh                   zsh
+TABLE
+    [ $with_checks = no ] || [ ! -e /etc/debian_version ] || cat <<'TABLE'
+cmd:lintian                     lintian                 -                     -
 TABLE
 }
 

@@ -16,6 +16,11 @@ std::filesystem::path home_directory ();
 /// The folder for files that are needed only while the process runs.
 std::filesystem::path temporary_directory ();
 
+/// Makes a folder of its own, which nobody else can enter or foresee, for files that are needed for a
+/// moment; the caller removes it. Empty when it cannot be made.
+/// name  that its name begins with
+std::filesystem::path make_private_folder (const std::string& name);
+
 /// Processors that this process may use; at least 1.
 int processor_count ();
 

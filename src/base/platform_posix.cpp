@@ -76,6 +76,12 @@ std::filesystem::path temporary_directory () {
     return error ? std::filesystem::path ("/tmp") : path;
 }
 
+std::filesystem::path make_private_folder (const std::string& name) {
+    std::string pattern = (temporary_directory () / (name + "-XXXXXX")).string ();
+    if (mkdtemp (pattern.data ()) == nullptr) return {};
+    return pattern;
+}
+
 int processor_count () {
     cpu_set_t allowed;
     CPU_ZERO (&allowed);

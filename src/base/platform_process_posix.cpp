@@ -13,6 +13,7 @@
 #include <mutex>
 #include <optional>
 #include <spawn.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -45,9 +46,12 @@ void close_other_files (posix_spawn_file_actions_t& files) {
 /// What a child is started with, beside its words.
 class SpawnSettings {
   public:
-    SpawnSettings () {
+    /// Names of files for the standard streams; empty where ours are inherited.
+    SpawnSettings (const std::string& output_file, const std::string& error_file) {
         posix_spawn_file_actions_init (&files_);
         posix_spawn_file_actions_addopen (&files_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
+        send_to (STDOUT_FILENO, output_file);
+        send_to (STDERR_FILENO, error_file);
         close_other_files (files_);
         posix_spawnattr_init (&attributes_);
         sigset_t signals;
@@ -68,14 +72,21 @@ class SpawnSettings {
     const posix_spawnattr_t* attributes () const { return &attributes_; }
 
   private:
+    void send_to (int stream, const std::string& file) {
+        if (file.empty ()) return;
+        posix_spawn_file_actions_addopen (&files_, stream, file.c_str (),
+                                          O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
+    }
+
     posix_spawn_file_actions_t files_{};
     posix_spawnattr_t attributes_{};
 };
 
 /// Starts a program. Gives 0 or the number of the system's error.
-int spawn (const std::vector<std::string>& arguments, pid_t& child) {
+int spawn (const std::vector<std::string>& arguments, const std::string& output_file,
+           const std::string& error_file, pid_t& child) {
     if (arguments.empty ()) return ENOENT;
-    const SpawnSettings settings;
+    const SpawnSettings settings (output_file, error_file);
     std::vector<char*> words;
     words.reserve (arguments.size () + 1);
     for (const std::string& argument : arguments) {
@@ -119,8 +130,18 @@ struct ChildProcess::State {
 };
 
 ChildProcess::ChildProcess (const std::vector<std::string>& arguments) {
+    start (arguments, "", "");
+}
+
+ChildProcess::ChildProcess (const std::vector<std::string>& arguments,
+                            const std::string& output_file, const std::string& error_file) {
+    start (arguments, output_file, error_file);
+}
+
+void ChildProcess::start (const std::vector<std::string>& arguments, const std::string& output_file,
+                          const std::string& error_file) {
     auto state = std::make_shared<State> ();
-    const int fault = spawn (arguments, state->child);
+    const int fault = spawn (arguments, output_file, error_file, state->child);
     if (fault != 0) {
         error_ = std::strerror (fault);
         return;
@@ -154,6 +175,10 @@ int ChildProcess::wait () const {
     if (!state_->watched && !state_->status) state_->status = wait_for (state_->child);
     state_->ended.wait (guard, [this] { return state_->status.has_value (); });
     return *state_->status;
+}
+
+void ChildProcess::kill () const {
+    if (is_running ()) ::kill (state_->child, SIGKILL);
 }
 
 int ChildProcess::id () const { return state_ ? state_->child : 0; }

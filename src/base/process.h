@@ -18,6 +18,9 @@ class ChildProcess {
     /// error, an empty standard input, no other open file, and no ignored or blocked signal.
     /// started() tells whether that worked.
     explicit ChildProcess (const std::vector<std::string>& arguments);
+    /// Likewise, with standard output and standard error going to files, which are made anew.
+    ChildProcess (const std::vector<std::string>& arguments, const std::string& output_file,
+                  const std::string& error_file);
 
     bool started () const { return state_ != nullptr; }
     /// Why it could not be started, as the system tells it; empty when it was.
@@ -27,11 +30,15 @@ class ChildProcess {
     /// Waits for its end. Gives its exit status, 128 + the signal's number when a signal ended it,
     /// or -1 when it was not started.
     int wait () const;
+    /// Ends it at once if it still runs; wait() tells of it as of a signal.
+    void kill () const;
     /// Its process id, 0 when it was not started. After its end the system may give it to another.
     int id () const;
 
   private:
     struct State;
+    void start (const std::vector<std::string>& arguments, const std::string& output_file,
+                const std::string& error_file);
     std::shared_ptr<State> state_; // shared with the thread that waits for the child's end
     std::string error_;
 };

@@ -8,6 +8,7 @@
 #include "shell/about_window.h"
 #include "shell/screen.h"
 #include "toolkit/text_fit.h"
+#include "toolkit/window_memory.h"
 
 #include <FL/Fl.H>
 #include <FL/Fl_Color_Chooser.H>
@@ -269,10 +270,12 @@ manual::Manual& Application::user_manual () {
 }
 
 void Application::show_manual () {
-    if (!manual_window_) manual_window_ = std::make_unique<ManualWindow> ();
+    const bool first = !manual_window_;
+    if (first) manual_window_ = std::make_unique<ManualWindow> ();
     manual::show_manual (user_manual (), &manual_window_->html (), nullptr,
                          document::document_state ().dark_mode, bench_.shortcuts ());
     fit_to_screen (*manual_window_);
+    if (first) toolkit::restore_place (*manual_window_, manual_window);
     manual_window_->show ();
 }
 
@@ -320,6 +323,8 @@ void Application::cancel (editor::TimerId timer) {
 }
 
 void Application::end () {
+    if (window_) toolkit::remember_place (*window_, editor_window);
+    if (manual_window_) toolkit::remember_place (*manual_window_, manual_window);
     bench_.close_all ();
     std::exit (0);
 }

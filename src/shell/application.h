@@ -13,6 +13,10 @@
 
 namespace ostrand::shell {
 
+/// Names of windows in the file of their places.
+inline constexpr const char* editor_window = "editor";
+inline constexpr const char* manual_window = "manual";
+
 class Application : public editor::World {
   public:
     explicit Application (const editor::Preferences& preferences, editor::BenchOptions options);

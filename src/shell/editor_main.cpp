@@ -1,6 +1,7 @@
 // Starting the editor and running its event loop.
 #include "shell/editor_main.h"
 
+#include "desktop/first_look.h"
 #include "document/font.h"
 #include "editor/recovery.h"
 #include "shell/application.h"
@@ -9,6 +10,7 @@
 #include "toolkit/display.h"
 #include "toolkit/font_metrics.h"
 #include "toolkit/interface_queue.h"
+#include "toolkit/window_memory.h"
 
 #include "base/platform.h"
 
@@ -17,6 +19,7 @@
 #include <csetjmp>
 #include <csignal>
 #include <cstdio>
+#include <filesystem>
 
 namespace ostrand::shell {
 namespace {
@@ -54,6 +57,16 @@ int editor_main (const std::vector<std::string>& words, const std::string& start
         std::fprintf (stderr, "The editor needs OpenGL, which this display does not have.\n");
         return 1;
     }
+    // What the desktop says counts until the user has saved preferences.
+    std::error_code ignored;
+    const bool first_start = !std::filesystem::exists (editor::preferences_path (), ignored);
+    editor::Preferences preferences = editor::read_preferences ();
+    desktop::FirstLook look;
+    if (first_start) {
+        look = desktop::first_look (desktop::read_desktop_facts (home_directory ()));
+        preferences.dark_mode = look.dark;
+    }
+    toolkit::follow_text_scale (toolkit::remembered_scale ().value_or (look.text_scale));
     toolkit::interface_queue ();
     fl_register_images ();
     set_window_icons ();
@@ -61,15 +74,16 @@ int editor_main (const std::vector<std::string>& words, const std::string& start
     static const toolkit::ToolkitMetrics metrics;
     document::set_metrics_provider (metrics);
 
-    Application application (editor::read_preferences (), {.start_directory = start_directory,
-                                                           .home = home_directory ().string (),
-                                                           .executable = executable});
+    Application application (preferences, {.start_directory = start_directory,
+                                           .home = home_directory ().string (),
+                                           .executable = executable});
     editor::Workbench& bench = application.bench ();
     if (!bench.open_first_tab ()) return 1;
     application.build ();
     bench.open_command_line (files);
     application.window ().refresh ();
     fit_to_screen (application.window ());
+    toolkit::restore_place (application.window (), editor_window);
     char name[] = "ostrand";
     char* argument[] = {name, nullptr};
     application.window ().show (1, argument);

@@ -8,9 +8,13 @@
 #include "base/version.h"
 #include "shell/editor_main.h"
 #include "sim/command_line.h"
+#include "toolkit/display.h"
+#include "toolkit/display_report.h"
+#include "viewer/choose_result.h"
 #include "viewer/viewer_main.h"
 
 #include <cstdio>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -21,6 +25,8 @@ RunMode choose_mode (std::span<const char* const> words) {
     const std::string_view first = words[0];
     if (first == "-v") return RunMode::viewer;
     if (first == "-a") return RunMode::simulator;
+    if (first == "--choose-result") return RunMode::choose_result;
+    if (first == "--show-display") return RunMode::show_display;
     for (const std::string_view word : words) {
         if (word.starts_with ("-h") || word == "--help") return RunMode::usage;
         if (word == "--version") return RunMode::version;
@@ -64,6 +70,25 @@ EditorStart prepare_editor (const char* program) {
     return start;
 }
 
+int show_chosen_result () {
+    bool asked = false;
+    std::optional<std::string> file = viewer::choose_result (asked);
+    if (!file) return asked ? 0 : 1;
+    // A name that begins with a dash would be a switch.
+    if (file->starts_with ('-')) file->insert (0, "./");
+    char name[] = "Trivex";
+    char* words[] = {name, file->data (), nullptr};
+    return viewer::viewer_main (2, words);
+}
+
+int print_display () {
+    if (!toolkit::display_is_there ()) {
+        std::fputs ("There is no display. Is DISPLAY set?\n", stderr);
+        return 1;
+    }
+    return write_standard_output (toolkit::display_report ()) ? 0 : 1;
+}
+
 int start (int argc, char** argv, const char* commit) {
     make_write_failures_errors ();
     const std::span<char*> words (argv, static_cast<std::size_t> (argc));
@@ -74,6 +99,8 @@ int start (int argc, char** argv, const char* commit) {
         argv[1] = name;
         return viewer::viewer_main (argc - 1, argv + 1);
     }
+    case RunMode::choose_result: return show_chosen_result ();
+    case RunMode::show_display: return print_display ();
     case RunMode::usage: std::fputs (general_usage (argv[0]).c_str (), stderr); return 0;
     case RunMode::version: return write_standard_output (version_line ("ostrand", commit)) ? 0 : 1;
     case RunMode::editor: break;

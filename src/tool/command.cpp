@@ -14,6 +14,12 @@
 namespace ostrand::tool {
 namespace {
 
+/// The process-wide state of the companion.
+struct ToolState {
+    const char* commit = "unknown";
+};
+ToolState tool_state;
+
 const ToolCommand* find_command (std::string_view name) {
     for (const ToolCommand* command : tool_commands ()) {
         if (name == command->name) return command;
@@ -93,7 +99,10 @@ std::optional<int> Arguments::number (std::string_view option, int fallback, int
     return number;
 }
 
+const char* tool_commit () { return tool_state.commit; }
+
 int tool_main (int argc, char** argv, const char* commit) {
+    tool_state.commit = commit;
     make_write_failures_errors ();
     const std::span<char*> words (argv + 1, argc > 1 ? static_cast<std::size_t> (argc - 1) : 0);
     if (words.empty ()) {

@@ -45,6 +45,7 @@ struct ToolCommand {
     const char* details; // what --help adds, whole lines; may be empty
     std::span<const ToolOption> options;
     int (*run) (const Arguments& arguments); // gives the exit status
+    const char* choices = nullptr; // what its only word may be, with blanks between; else a file
 };
 
 /// All sub-commands, in the order in which help lists them.
@@ -59,10 +60,15 @@ int print_result (std::string_view text);
 /// commit  that it was built from, for --version
 int tool_main (int argc, char** argv, const char* commit);
 
+/// The commit that tool_main was given; "unknown" before.
+const char* tool_commit ();
+
 /// The texts made from the rows.
 std::string general_help ();
 std::string command_help (const ToolCommand& command);
 std::string bash_completion ();
+std::string zsh_completion ();
+std::string fish_completion ();
 std::string man_page_tool ();
 std::string man_page_ostrand ();
 

@@ -27,6 +27,7 @@ extern const ToolCommand man_command{
     .details = "Read it with:  ostrand-tool man | man -l -\n",
     .options = {},
     .run = run,
+    .choices = "ostrand ostrand-tool",
 };
 
 } // namespace ostrand::tool

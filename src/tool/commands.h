@@ -8,6 +8,7 @@ namespace ostrand::tool {
 extern const ToolCommand check_command;
 extern const ToolCommand completion_command;
 extern const ToolCommand convert_command;
+extern const ToolCommand doctor_command;
 extern const ToolCommand formula_command;
 extern const ToolCommand gates_command;
 extern const ToolCommand import_command;

@@ -1,28 +1,10 @@
-// Help, bash completion and man pages, all made from the rows of the sub-commands.
-#include "base/text.h"
-#include "tool/command.h"
+// Help, the completion of bash and man pages, all made from the rows of the sub-commands.
+#include "tool/mode_switches.h"
 
 #include <algorithm>
 
 namespace ostrand::tool {
 namespace {
-
-/// The editor's executable takes two mode words; the switches behind each, for completion and
-/// manual.
-struct ModeSwitch {
-    const char* mode;
-    const char* name;
-    const char* help;
-};
-constexpr ModeSwitch mode_switches[] = {
-    {"-a", "-verbose", "print the model's tables and the time taken"},
-    {"-a", "-out", "the next word is the result file, - for standard output (data.gz)"},
-    {"-a", "-deterministic", "mean values instead of chance"},
-    {"-a", "-sequential", "one simulation after the other"},
-    {"-a", "-npt", "print the number of processors"},
-    {"-v", "-d", "delete the file when the window closes"},
-    {"-v", "-r", "light curves on a dark ground"},
-};
 
 std::string option_words (const ToolOption& option) {
     return option.value == nullptr ? std::string (option.name)
@@ -105,7 +87,13 @@ std::string bash_completion () {
             "}\n"
             "complete -o filenames -F _ostrand_tool ostrand-tool\n"
             "_ostrand () {\n"
-            "    local word=${COMP_WORDS[COMP_CWORD]} options='-a -v -h --help --version'\n"
+            "    local word=${COMP_WORDS[COMP_CWORD]} options='";
+    std::string_view between;
+    for (const FirstWord& word : first_words) {
+        text.append (between).append (word.name);
+        between = " ";
+    }
+    text += "'\n"
             "    if [ \"$COMP_CWORD\" -gt 1 ]; then\n"
             "        case ${COMP_WORDS[1]} in\n";
     for (const std::string_view mode : {"-a", "-v"}) {

@@ -3,6 +3,7 @@
 
 #include "toolkit/display.h"
 #include "toolkit/gl_picture.h"
+#include "toolkit/window_memory.h"
 #include "viewer/curve_widget.h"
 #include "viewer/slider_panel.h"
 
@@ -16,6 +17,7 @@
 namespace ostrand::viewer {
 namespace {
 
+constexpr const char* window_name = "curves"; // in the file of places
 constexpr int view_width = 900;
 constexpr int view_height = 600;
 
@@ -34,6 +36,12 @@ void take_picture (CurveWidget& view, Fl_Window& window, const std::string& path
     };
 }
 
+/// Closing notes where the window stood.
+void closing (Fl_Widget* window, void* /*data*/) {
+    toolkit::remember_place (*window->as_window (), window_name);
+    window->hide ();
+}
+
 } // namespace
 
 bool run_viewer_window (ResultData& data, bool reverse_video) {
@@ -45,6 +53,8 @@ bool run_viewer_window (ResultData& data, bool reverse_video) {
         std::fputs ("Cannot open a window: the display has no OpenGL\n", stderr);
         return false;
     }
+    const char* picture = std::getenv ("OSTRAND_PICTURE");
+    if (picture == nullptr) toolkit::follow_text_scale (toolkit::remembered_or_desktop_scale ());
     viewer_state ().reverse_video = reverse_video;
     Fl::background (0, 75, 75);
     const int room = slider_room (data);
@@ -60,9 +70,13 @@ bool run_viewer_window (ResultData& data, bool reverse_video) {
     window->end ();
     window->resizable (whole);
     window->size_range (300, 300 + room);
-    const char* picture = std::getenv ("OSTRAND_PICTURE");
     bool picture_written = true;
-    if (picture != nullptr) take_picture (*view, *window, picture, picture_written);
+    if (picture != nullptr) {
+        take_picture (*view, *window, picture, picture_written);
+    } else {
+        toolkit::restore_place (*window, window_name);
+        window->callback (closing);
+    }
     window->show ();
     view->take_focus ();
     Fl::run ();

@@ -110,5 +110,28 @@ TEST (process, takes_signals_as_if_nobody_here_ignored_or_blocked_them) {
     EXPECT_EQ (by_term, 128 + SIGTERM);
 }
 
+TEST (process, its_streams_go_to_files) {
+    testing::TemporaryFolder folder;
+    folder.write ("out", "what was there before, and is longer");
+    const ChildProcess child ({"sh", "-c", "echo said; echo told >&2"}, (folder / "out").string (),
+                              (folder / "error").string ());
+    EXPECT_EQ (child.wait (), 0);
+    EXPECT_EQ (testing::file_text (folder / "out"), "said\n");
+    EXPECT_EQ (testing::file_text (folder / "error"), "told\n");
+}
+
+TEST (process, without_a_place_for_its_streams_it_is_not_started) {
+    const ChildProcess child ({"true"}, "/nowhere/out", "/nowhere/error");
+    EXPECT_TRUE (!child.started () || child.wait () == 127);
+}
+
+TEST (process, that_never_ends_can_be_ended) {
+    const ChildProcess child ({"sleep", "1000"});
+    EXPECT_TRUE (child.is_running ());
+    child.kill ();
+    EXPECT_EQ (child.wait (), 128 + 9);
+    child.kill (); // nothing to end any more
+}
+
 } // namespace
 } // namespace ostrand

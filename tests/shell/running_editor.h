@@ -83,6 +83,11 @@ class Editor {
         program_ = std::make_unique<RunningProgram> (std::move (words));
     }
 
+    /// Starts a program whose words are all given as the editor of this display.
+    void run (std::vector<std::string> words) {
+        program_ = std::make_unique<RunningProgram> (std::move (words));
+    }
+
     const TemporaryFolder& home () const { return home_; }
     const VirtualDisplay& display () const { return display_; }
     RunningProgram& program () { return *program_; }

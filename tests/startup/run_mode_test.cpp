@@ -3,6 +3,7 @@
 #include "base/version.h"
 #include "startup/run_mode.h"
 #include "support/support.h"
+#include "support/virtual_display.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
@@ -21,6 +22,42 @@ TEST (run_mode, only_the_first_word_chooses_a_mode) {
     EXPECT_EQ (mode ({"-vx"}), RunMode::editor);
     EXPECT_EQ (mode ({"-ab"}), RunMode::editor);
     EXPECT_EQ (mode ({"-x", "file"}), RunMode::editor);
+}
+
+TEST (run_mode, a_first_word_asks_for_the_dialog_or_the_display) {
+    EXPECT_EQ (mode ({"--choose-result"}), RunMode::choose_result);
+    EXPECT_EQ (mode ({"--show-display"}), RunMode::show_display);
+    EXPECT_EQ (mode ({"file.net", "--choose-result"}), RunMode::editor);
+    EXPECT_EQ (mode ({"--show-displays"}), RunMode::editor);
+}
+
+TEST (run_mode, the_display_tells_its_size_who_draws_and_its_fonts) {
+    const testing::VirtualDisplay display;
+    const auto done = testing::run_program ({"ostrand", "--show-display"});
+    EXPECT_EQ (done.status, 0);
+    EXPECT_EQ (done.out.substr (0, 7), "screen ");
+    EXPECT_NE (done.out.find ("\nrenderer "), std::string::npos) << done.out;
+    EXPECT_NE (done.out.find ("\nopengl "), std::string::npos) << done.out;
+    EXPECT_NE (done.out.find ("\nfont "), std::string::npos) << done.out;
+}
+
+TEST (run_mode, without_a_display_there_is_a_word_and_status_1) {
+    const std::vector<std::string> nowhere{"env", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY"};
+    for (const char* const word : {"--choose-result", "--show-display"}) {
+        std::vector<std::string> words = nowhere;
+        words.push_back ((std::filesystem::path (OSTRAND_BUILD_DIR) / "ostrand").string ());
+        words.emplace_back (word);
+        const auto done = testing::run_program (words);
+        EXPECT_EQ (done.status, 1) << word;
+        EXPECT_NE (done.error.find ("no display"), std::string::npos) << done.error;
+    }
+}
+
+TEST (run_mode, a_chosen_result_is_asked_for_in_a_dialog) {
+    const testing::VirtualDisplay display;
+    testing::RunningProgram program ({"ostrand", "--choose-result"});
+    display.place_window ("Open a Result");
+    EXPECT_TRUE (program.running ());
 }
 
 TEST (run_mode, a_word_that_begins_with_h_asks_for_the_usage) {

@@ -1,6 +1,7 @@
 // The companion's command line and the texts made from its rows.
 #include "support/support.h"
 #include "tool/command.h"
+#include "tool/mode_switches.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -66,6 +67,86 @@ TEST (command, every_command_stands_in_completion_and_manual) {
         EXPECT_NE (completion.find (std::string (" ") + command->name), std::string::npos);
         EXPECT_NE (page.find (std::string (".SS ") + command->name), std::string::npos);
     }
+}
+
+TEST (command, every_command_stands_in_the_completion_of_each_shell) {
+    for (const std::string& script : {bash_completion (), zsh_completion (), fish_completion ()}) {
+        for (const ToolCommand* command : tool_commands ()) {
+            EXPECT_NE (script.find (command->name), std::string::npos) << command->name;
+            for (const ToolOption& option : command->options) {
+                const std::string_view name = option.name;
+                EXPECT_NE (script.find (name.substr (name.find_first_not_of ('-'))),
+                           std::string::npos)
+                    << name;
+            }
+        }
+    }
+}
+
+TEST (command, fish_completes_commands_options_and_words) {
+    if (run_program ({"sh", "-c", "command -v fish"}).status != 0)
+        GTEST_SKIP () << "there is no fish";
+    testing::TemporaryFolder folder;
+    const std::string script = folder.write ("completion.fish", fish_completion ());
+    const auto complete = [&] (const std::string& line) {
+        const auto done = run_program (
+            {"fish", "--no-config", "-c", "source " + script + "; complete -C '" + line + "'"},
+            folder.path ());
+        EXPECT_EQ (done.error, "");
+        return done.out;
+    };
+    EXPECT_EQ (complete ("ostrand-tool comp"),
+               "completion\tprint the completion script of a shell (bash), of both programs\n");
+    EXPECT_EQ (complete ("ostrand-tool convert --dar"), "--dark\tpaint on a dark ground\n");
+    EXPECT_EQ (complete ("ostrand-tool completion z"), "zsh\n");
+    EXPECT_EQ (complete ("ostrand --rest"), "--restore\tedit; what was left behind is opened\n");
+    EXPECT_THAT (complete ("ostrand -a -det"), ::testing::HasSubstr ("-deterministic\t"));
+}
+
+TEST (command, zsh_takes_its_script) {
+    if (run_program ({"sh", "-c", "command -v zsh"}).status != 0)
+        GTEST_SKIP () << "there is no zsh";
+    testing::TemporaryFolder folder;
+    const auto result = run_program ({"zsh", "-f", "-n", folder.write ("_x", zsh_completion ())});
+    EXPECT_EQ (result.status, 0);
+    EXPECT_EQ (result.error, "");
+}
+
+TEST (command, completion_prints_the_script_of_the_shell_that_is_named) {
+    EXPECT_EQ (run_program ({"ostrand-tool", "completion"}).out, bash_completion ());
+    EXPECT_EQ (run_program ({"ostrand-tool", "completion", "bash"}).out, bash_completion ());
+    EXPECT_EQ (run_program ({"ostrand-tool", "completion", "zsh"}).out, zsh_completion ());
+    EXPECT_EQ (run_program ({"ostrand-tool", "completion", "fish"}).out, fish_completion ());
+    const auto wrong = run_program ({"ostrand-tool", "completion", "other"});
+    EXPECT_EQ (wrong.status, 1);
+    EXPECT_EQ (wrong.error, "ostrand-tool completion: no script for 'other'\n");
+}
+
+/// A name as a man page writes it.
+std::string in_page (std::string_view name) {
+    std::string out;
+    for (const char c : name) {
+        if (c == '-') out += '\\';
+        out += c;
+    }
+    return out;
+}
+
+TEST (command, the_man_page_tells_every_command_and_option) {
+    const std::string page = testing::source_file ("packaging/man/ostrand-tool.1");
+    for (const ToolCommand* command : tool_commands ()) {
+        const std::size_t begin = page.find (".SS " + in_page (command->name) + ' ');
+        ASSERT_NE (begin, std::string::npos) << command->name;
+        const std::string part = page.substr (begin, page.find ("\n.S", begin) - begin);
+        for (const ToolOption& option : command->options)
+            EXPECT_NE (part.find (" " + in_page (option.name)), std::string::npos)
+                << command->name << ' ' << option.name;
+    }
+    const std::string other = testing::source_file ("packaging/man/ostrand.1");
+    for (const ModeSwitch& row : mode_switches)
+        EXPECT_NE (other.find (in_page (row.name)), std::string::npos) << row.name;
+    for (const FirstWord& word : first_words)
+        EXPECT_NE (other.find (in_page (word.name)), std::string::npos) << word.name;
 }
 
 TEST (command, completion_is_a_script_that_bash_takes) {
