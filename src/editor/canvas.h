@@ -116,6 +116,7 @@ struct Gesture {
     float band_y = 0;
     float band_w = 0;
     float band_h = 0;
+    bool border_left_alone = false; // no scroll at the border until the pointer has been inside
 
     bool has_band () const { return band_w + band_h > 0; }
     /// Nothing was dragged so far.
@@ -181,7 +182,8 @@ class Canvas final : private document::NetworkListener {
     document::Line* selected_field () const { return selected_field_; }
     void set_selected_field (document::Line* field);
 
-    // Events (canvas_press.cpp, canvas_drag.cpp, canvas_motion.cpp, canvas_keys.cpp).
+    // Events (canvas_press.cpp, canvas_drag.cpp, canvas_border.cpp, canvas_motion.cpp,
+    // canvas_keys.cpp).
     void press (int button, const Pointer& at);
     void drag (const Pointer& to);
     void release (int button, const Pointer& at);
@@ -291,6 +293,13 @@ class Canvas final : private document::NetworkListener {
     void release_selection ();
     void release_label ();
 
+    // canvas_border.cpp
+    /// What is dragged goes on with the view when the pointer waits near the border.
+    bool drag_scrolls () const;
+    void follow_border (const Pointer& to);
+    void border_tick ();
+    void stop_border_scroll ();
+
     // canvas_motion.cpp
     void show_pointer_for (const document::Hit& hit);
     void tell_mouse_help (const document::Hit& hit, int row);
@@ -341,6 +350,7 @@ class Canvas final : private document::NetworkListener {
     document::Node* fuse_shown_ = nullptr;
     document::Line* selected_field_ = nullptr;
     TimerId fade_timer_ = 0;
+    TimerId border_timer_ = 0;
 };
 
 } // namespace ostrand::editor

@@ -24,6 +24,7 @@ void Canvas::drag (const Pointer& to) {
     gesture.pointer_x = to.x;
     gesture.pointer_y = to.y;
     if (gesture.no_drag) return;
+    follow_border (to);
     if (gesture.button == 1) {
         if (view.lift_y.grabbed) return drag_lift (to, Axis::y);
         if (view.lift_x.grabbed) return drag_lift (to, Axis::x);
@@ -173,6 +174,8 @@ void Canvas::drag_view (const Pointer& to) {
 void Canvas::release (int button, const Pointer& at) {
     if (button == 1 && gesture.button == 2) button = 2; // Alt may be up before the button
     const bool was_pressed = button == gesture.button;
+    stop_border_scroll ();
+    gesture.border_left_alone = false;
     gesture.no_drag = false;
     gesture.word_drag = false;
     gesture.button = 0;
@@ -216,6 +219,8 @@ void Canvas::release_label () {
 }
 
 void Canvas::end_drag () {
+    stop_border_scroll ();
+    gesture.border_left_alone = true;
     if (!gesture.changed) return;
     if (gesture.label != nullptr) {
         release_label ();
