@@ -4,6 +4,8 @@
 #include "base/path.h"
 #include "base/text.h"
 #include "document/document_state.h"
+#include "editor/copied_drawing.h"
+#include "editor/edit_selection.h"
 #include "resources/resources.h"
 #include "shell/about_window.h"
 #include "shell/screen.h"
@@ -283,11 +285,27 @@ void Application::save_manual (const std::string& path) {
 }
 
 void Application::copy (editor::ClipboardContent content) {
+    clipboard_.withdraw ();
+    if (content.is_network && !content.text.empty ()) {
+        const auto text = std::make_shared<const std::string> (content.text);
+        const auto svg = [text] { return editor::copied_svg (*text); };
+        const auto png = [this, text] () -> std::string {
+            const std::unique_ptr<document::Network> network = editor::copied_network (*text);
+            CanvasWindow* const canvas =
+                bench_.has_tab () ? window_->window_of (bench_.current ()) : nullptr;
+            return network && canvas != nullptr ? canvas->png_of (*network) : std::string ();
+        };
+        if (clipboard_.offer (content.text, {{"image/svg+xml", svg}, {"image/png", png}})) return;
+    }
     Fl::copy (content.text.data (), static_cast<int> (content.text.size ()), 1,
               Fl::clipboard_plain_text);
 }
 
 void Application::request_paste (Canvas& canvas) {
+    if (const std::string* const own = clipboard_.text ()) {
+        editor::paste_text (canvas, std::string (*own));
+        return;
+    }
     if (CanvasWindow* const window = window_->window_of (canvas))
         Fl::paste (*window, 1, Fl::clipboard_plain_text);
 }

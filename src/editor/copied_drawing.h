@@ -1,0 +1,19 @@
+// A copied part of a network as a drawing, for programs that do not know networks.
+// Layer: editor (uses document, export).
+#pragma once
+#include "document/network.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ostrand::editor {
+
+/// The network of a copied text, laid out, with its upper left corner at the origin. Null for a
+/// text that is none.
+std::unique_ptr<document::Network> copied_network (std::string_view text);
+
+/// It as SVG, as an export has it. Empty for a text that is no network.
+std::string copied_svg (std::string_view text);
+
+} // namespace ostrand::editor
