@@ -8,6 +8,7 @@
 #include "editor/canvas_view.h"
 #include "editor/commands.h"
 #include "editor/editor_state.h"
+#include "editor/guides.h"
 #include "editor/history.h"
 #include "editor/mouse_help.h"
 #include "editor/selection.h"
@@ -105,6 +106,7 @@ struct Gesture {
     /// Where the selected objects stood before the drag moved them; none while it has not. All of a
     /// drag is added to these at once, as the replay of its record does, for rounding's sake.
     std::vector<document::Point> starts;
+    std::vector<Guide> guides; // lines that show what is dragged in line with its neighbours
     document::Edge edge = document::Edge::none; // of the compartment that is dragged
     document::Line* label = nullptr;            // text of an arc that is dragged
     document::Point label_start;                // its offset at the press
@@ -125,6 +127,7 @@ struct Gesture {
         free_dx = free_dy = 0;
         others_moved = changed = false;
         starts.clear ();
+        guides.clear ();
         fuse_target = nullptr;
     }
 };
@@ -287,6 +290,9 @@ class Canvas final : private document::NetworkListener {
     void drag_selection (const Pointer& to);
     /// The selected objects go to where they stood before the drag, plus (by_x, by_y).
     void move_dragged (float by_x, float by_y);
+    /// Shows where the selected nodes are in line with others; moves them there when that is wanted
+    /// and they are near.
+    void follow_guides (float by_x, float by_y);
     void drag_text (const Pointer& to);
     void drag_label (const Pointer& to);
     void drag_view (const Pointer& to);

@@ -55,6 +55,8 @@ void emacs_keys (Workbench& bench);
 void show_grid (Workbench& bench);
 void smart_move (Workbench& bench);
 void smart_dialog (Workbench& bench);
+void show_guides (Workbench& bench);
+void snap_to_guides (Workbench& bench);
 
 // command_simulation.cpp
 void stochastic (Workbench& bench);

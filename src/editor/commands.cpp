@@ -100,6 +100,8 @@ constexpr std::array<CommandRow, command_count> rows{{
              "<li>Emacs keys [no]</li>"
              "<li>Smart move [yes]</li>"
              "<li>Smart dialogbox [no]</li>"
+             "<li>Alignment guides [yes]</li>"
+             "<li>Snap to guides [no]</li>"
              "<li>Scroll bars always visible [no]</li>"
              "<li>Simulation engine [stochastic]</li>"
              "<li>Background of the window [light grey]</li></ul>",
@@ -395,6 +397,22 @@ constexpr std::array<CommandRow, command_count> rows{{
          "it or goes down into a folder, a click takes a name of the list, and Escape gives "
          "up.@file-selection-box.png@",
      .run = run::smart_dialog},
+    {.code = Command::show_guides,
+     .menu = Menu::view,
+     .label = "Show &alignment guides",
+     .name = "show-alignment-guides",
+     .form = CommandForm::toggle,
+     .help =
+         "Show/Hide lines while molecules are dragged: where their edges or centres are in line "
+         "with others, and where the gaps between them are equal.",
+     .run = run::show_guides},
+    {.code = Command::snap_to_guides,
+     .menu = Menu::view,
+     .label = "Sna&p to guides",
+     .name = "snap-to-guides",
+     .form = CommandForm::toggle,
+     .help = "Let dragged molecules go into line with others when they are within 3 pixels of it.",
+     .run = run::snap_to_guides},
 
     // Simulation
     {.code = Command::stochastic,

@@ -55,6 +55,8 @@ enum class Command {
     show_grid,
     smart_move,
     smart_dialog,
+    show_guides,
+    snap_to_guides,
     // Simulation
     stochastic,
     deterministic,
