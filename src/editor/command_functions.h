@@ -21,6 +21,8 @@ void save_settings (Workbench& bench);
 void save_user_manual (Workbench& bench);
 void export_pdf (Workbench& bench);
 void export_svg (Workbench& bench);
+void export_png (Workbench& bench);
+void export_all_tabs (Workbench& bench);
 void quit (Workbench& bench);
 void new_tab (Workbench& bench);
 

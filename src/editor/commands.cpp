@@ -139,6 +139,23 @@ constexpr std::array<CommandRow, command_count> rows{{
      .help = "Quit <b>Ostrand</b>. If the current bio-network is modified but not saved, the "
              "confirmation box is popped.",
      .run = run::quit},
+    {.code = Command::export_png,
+     .menu = Menu::file,
+     .label = "Export to P&NG...",
+     .name = "export-to-png",
+     .help = "Write the drawing of the current bio-network to a PNG file, a picture of pixels, for "
+             "slides and messages. You are asked how many pixels of the picture stand for one of "
+             "the drawing: 1 is the size on screen at 100%, 3 prints well.",
+     .run = run::export_png},
+    {.code = Command::export_all_tabs,
+     .menu = Menu::file,
+     .label = "Export all &tabs...",
+     .name = "export-all-tabs",
+     .help =
+         "Write the drawings of all open tabs, each to a file of its own. The ending of the name "
+         "that you give decides the format, .pdf, .svg or .png; the name of each tab is put "
+         "behind it.",
+     .run = run::export_all_tabs},
 
     // Edit
     {.code = Command::undo,

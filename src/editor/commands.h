@@ -25,6 +25,8 @@ enum class Command {
     export_pdf,
     export_svg,
     quit,
+    export_png,
+    export_all_tabs,
     // Edit
     undo,
     redo,
