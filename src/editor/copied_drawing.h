@@ -16,4 +16,8 @@ std::unique_ptr<document::Network> copied_network (std::string_view text);
 /// It as SVG, as an export has it. Empty for a text that is no network.
 std::string copied_svg (std::string_view text);
 
+/// It as PNG, twice as large as on the canvas at 100 %, and smaller when it would have more than 4096
+/// pixels on a side. Empty for a text that is no network.
+std::string copied_png (std::string_view text);
+
 } // namespace ostrand::editor

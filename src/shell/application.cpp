@@ -289,12 +289,7 @@ void Application::copy (editor::ClipboardContent content) {
     if (content.is_network && !content.text.empty ()) {
         const auto text = std::make_shared<const std::string> (content.text);
         const auto svg = [text] { return editor::copied_svg (*text); };
-        const auto png = [this, text] () -> std::string {
-            const std::unique_ptr<document::Network> network = editor::copied_network (*text);
-            CanvasWindow* const canvas =
-                bench_.has_tab () ? window_->window_of (bench_.current ()) : nullptr;
-            return network && canvas != nullptr ? canvas->png_of (*network) : std::string ();
-        };
+        const auto png = [text] { return editor::copied_png (*text); };
         if (clipboard_.offer (content.text, {{"image/svg+xml", svg}, {"image/png", png}})) return;
     }
     Fl::copy (content.text.data (), static_cast<int> (content.text.size ()), 1,

@@ -4,13 +4,10 @@
 #include "document/document_state.h"
 #include "editor/edit_selection.h"
 #include "glpaint/coarse_device.h"
-#include "toolkit/gl_picture.h"
 
 #include <FL/Fl.H>
 #include <FL/gl.h>
 #include <FL/glu.h>
-#include <algorithm>
-#include <cmath>
 #include <string>
 #include <utility>
 
@@ -82,67 +79,6 @@ void CanvasWindow::draw () {
     glpaint::CoarseDevice network (batch, content_, scaled);
     canvas_->paint (pixels, network, background);
     batch.flush ();
-}
-
-std::vector<unsigned char> CanvasWindow::paint_pixels (const document::Network& network,
-                                                       const drawing::DrawingPage& page,
-                                                       float scale, int w, int h) {
-    // The back buffer takes the picture in tiles of its size.
-    const int tile_w = pixel_w ();
-    const int tile_h = pixel_h ();
-    const float ground = document::document_state ().dark_mode ? 0 : 1;
-    const float ratio = std::exchange (content_.pixels_per_unit, 1.0F);
-    std::vector<unsigned char> pixels (3 * static_cast<std::size_t> (w) *
-                                       static_cast<std::size_t> (h));
-    for (int top = 0; top < h; top += tile_h) {
-        for (int left = 0; left < w; left += tile_w) {
-            glViewport (0, 0, tile_w, tile_h);
-            glMatrixMode (GL_PROJECTION);
-            glLoadIdentity ();
-            gluOrtho2D (left, left + tile_w, top + tile_h, top);
-            glMatrixMode (GL_MODELVIEW);
-            glLoadIdentity ();
-            glClearColor (ground, ground, ground, 1);
-            glClear (GL_COLOR_BUFFER_BIT);
-            const glpaint::GlView view{.height = tile_h,
-                                       .scroll_x = static_cast<float> (left) / scale,
-                                       .scroll_y = static_cast<float> (top) / scale,
-                                       .zoom = scale};
-            glpaint::GlDevice device (content_, view);
-            drawing::paint_export (network, device, page);
-            const std::vector<unsigned char> tile = toolkit::read_gl_pixels (tile_w, tile_h);
-            const auto length = 3 * static_cast<std::ptrdiff_t> (std::min (tile_w, w - left));
-            for (int y = 0; y < std::min (tile_h, h - top); ++y) {
-                const auto from = tile.begin () + std::ptrdiff_t{3} * tile_w * y;
-                std::copy (from, from + length,
-                           pixels.begin () + 3 * (std::ptrdiff_t{w} * (top + y) + left));
-            }
-        }
-    }
-    content_.pixels_per_unit = ratio;
-    return pixels;
-}
-
-std::string CanvasWindow::png_of (const document::Network& network) {
-    constexpr float wanted_scale = 2;
-    constexpr float longest_side = 4096;
-    if (!shown () || pixel_w () <= 0 || pixel_h () <= 0) return {};
-    const drawing::DrawingPage page = drawing::drawing_page (network);
-    const auto side = static_cast<float> (std::max (page.width, page.height));
-    if (side < 1) return {};
-    const float scale = std::min (wanted_scale, longest_side / side);
-    const auto length = [scale] (unsigned units) {
-        return std::max (1, static_cast<int> (std::lround (static_cast<float> (units) * scale)));
-    };
-    const int w = length (page.width);
-    const int h = length (page.height);
-    make_current ();
-    if (!context_valid ()) set_up_context ();
-    const std::vector<unsigned char> pixels = paint_pixels (network, page, scale, w, h);
-    valid (0); // the window's own projection is gone
-    redraw ();
-    std::string error;
-    return toolkit::png_bytes (pixels, w, h, error);
 }
 
 editor::Pointer CanvasWindow::pointer () const {

@@ -2,13 +2,10 @@
 // Layer: shell.
 #pragma once
 #include "editor/canvas.h"
-#include "export/export.h"
 #include "toolkit/document_content.h"
 
 #include <FL/Fl_Gl_Window.H>
 #include <functional>
-#include <string>
-#include <vector>
 
 namespace ostrand::shell {
 
@@ -27,11 +24,6 @@ class CanvasWindow : public Fl_Gl_Window {
     /// True while something else must keep the keys.
     std::function<bool ()> keys_are_elsewhere;
 
-    /// A network that is laid out, painted as an export is, as a PNG file's bytes: twice as large
-    /// as on the canvas, smaller when it would have more than 4096 pixels on a side. The window's
-    /// context paints it, so the window must be shown. Empty when that fails.
-    std::string png_of (const document::Network& network);
-
     int handle (int event) override;
     void resize (int x, int y, int w, int h) override;
 
@@ -40,9 +32,6 @@ class CanvasWindow : public Fl_Gl_Window {
 
   private:
     void set_up_context ();
-    std::vector<unsigned char> paint_pixels (const document::Network& network,
-                                             const drawing::DrawingPage& page, float scale, int w,
-                                             int h);
     editor::Pointer pointer () const;
     int key_event (bool down);
     void press (int button);

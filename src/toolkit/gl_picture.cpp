@@ -70,8 +70,8 @@ std::vector<unsigned char> read_gl_pixels (int width, int height) {
     return pixels;
 }
 
-std::string png_bytes (const std::vector<unsigned char>& pixels, int width, int height,
-                       std::string& error) {
+bool write_gl_picture (const std::string& path, int width, int height, std::string& error) {
+    const std::vector<unsigned char> pixels = read_gl_pixels (width, height);
     png_image image{};
     image.version = PNG_IMAGE_VERSION;
     image.width = static_cast<png_uint_32> (width);
@@ -84,13 +84,11 @@ std::string png_bytes (const std::vector<unsigned char>& pixels, int width, int 
         png_image_write_to_memory (&image, bytes.data (), &length, 0, pixels.data (), 0, nullptr);
         bytes.resize (length);
     }
-    if (bytes.empty ()) error = image.message;
-    return bytes;
-}
-
-bool write_gl_picture (const std::string& path, int width, int height, std::string& error) {
-    const std::string bytes = png_bytes (read_gl_pixels (width, height), width, height, error);
-    return !bytes.empty () && write_file (path, bytes, error);
+    if (bytes.empty ()) {
+        error = image.message;
+        return false;
+    }
+    return write_file (path, bytes, error);
 }
 
 } // namespace ostrand::toolkit

@@ -12,11 +12,7 @@ namespace ostrand::toolkit {
 /// width, height  device pixels
 std::vector<unsigned char> read_gl_pixels (int width, int height);
 
-/// Pixels like these as a PNG file's bytes. Empty with the reason in `error` when that fails.
-std::string png_bytes (const std::vector<unsigned char>& pixels, int width, int height,
-                       std::string& error);
-
-/// Writes the back buffer's pixels to a file. False with the reason in `error` when that fails.
+/// Writes these pixels to a file. False with the reason in `error` when that fails.
 bool write_gl_picture (const std::string& path, int width, int height, std::string& error);
 
 } // namespace ostrand::toolkit

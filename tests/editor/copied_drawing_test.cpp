@@ -41,6 +41,28 @@ TEST (copied_drawing, it_begins_at_the_corner_wherever_the_objects_stood) {
     EXPECT_LT (network->get_height (), 80);
 }
 
+/// Width and height, which stand at a fixed place of a PNG.
+std::pair<unsigned, unsigned> size_of_png (const std::string& png) {
+    const auto number = [&png] (std::size_t at) {
+        unsigned value = 0;
+        for (std::size_t i = at; i < at + 4; ++i)
+            value = value << 8 | static_cast<unsigned char> (png.at (i));
+        return value;
+    };
+    return {number (16), number (20)};
+}
+
+TEST (copied_drawing, the_picture_is_twice_as_large_as_the_drawing_unless_that_is_too_much) {
+    const Copied b ({"glc", "g6p"});
+    const auto [width, height] = size_of_png (copied_png (b.world.clipboard));
+    EXPECT_THAT (copied_svg (b.world.clipboard),
+                 HasSubstr ("width=\"" + std::to_string (width / 2) + "\" height=\"" +
+                            std::to_string (height / 2) + '"'));
+    const std::string wide = "[N2 0 2 0 0[S1 0 20 20 0 3 13{a}-][S2 0 9000 20 0 3 13{b}-]]";
+    EXPECT_NEAR (size_of_png (copied_png (wide)).first, 4096, 1);
+    EXPECT_EQ (copied_png ("glc"), "");
+}
+
 TEST (copied_drawing, a_text_that_is_no_network_has_no_drawing) {
     EXPECT_EQ (copied_network ("glc"), nullptr);
     EXPECT_EQ (copied_svg (""), "");
