@@ -20,6 +20,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace ostrand::editor {
 
@@ -186,7 +188,7 @@ class Canvas final : private document::NetworkListener {
     void set_selected_field (document::Line* field);
 
     // Events (canvas_press.cpp, canvas_drag.cpp, canvas_border.cpp, canvas_motion.cpp,
-    // canvas_keys.cpp).
+    // canvas_keys.cpp, canvas_target.cpp).
     void press (int button, const Pointer& at);
     void drag (const Pointer& to);
     void release (int button, const Pointer& at);
@@ -199,6 +201,14 @@ class Canvas final : private document::NetworkListener {
     /// True when the key did something here; otherwise it may be a menu's.
     bool key_down (const KeyEvent& event);
     void key_up (const KeyEvent& event);
+
+    /// Two fingers went apart, or together where `percent` is negative.
+    void pinch (float percent, const Pointer& at);
+    /// The pointer goes to the next object or text in rows from the upper left, or to the one
+    /// before, and the view goes along: for those who use no mouse.
+    void point_at_next (bool forward);
+    /// A press and its release where the pointer is.
+    void click_by_key (int button, Modifiers modifiers);
 
     /// Zooms with the point at pixel (cx, cy) staying where it is.
     void zoom_to (float zoom, float cx, float cy);
@@ -306,6 +316,14 @@ class Canvas final : private document::NetworkListener {
     void border_tick ();
     void stop_border_scroll ();
 
+    // canvas_target.cpp
+    /// What a key pointed at last. Only compared: it may be gone.
+    using TargetId = std::pair<const document::GraphBase*, const document::Line*>;
+    struct Target;
+    std::vector<Target> targets () const;
+    bool point_at (const Target& target);
+    bool pointer_key (int key, Modifiers modifiers);
+
     // canvas_motion.cpp
     void show_pointer_for (const document::Hit& hit);
     void tell_mouse_help (const document::Hit& hit, int row);
@@ -357,6 +375,7 @@ class Canvas final : private document::NetworkListener {
     document::Line* selected_field_ = nullptr;
     TimerId fade_timer_ = 0;
     TimerId border_timer_ = 0;
+    TargetId key_target_{};
 };
 
 } // namespace ostrand::editor

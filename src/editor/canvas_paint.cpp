@@ -26,7 +26,8 @@ constexpr unsigned grid_colour = 0xE0909000;
 constexpr unsigned dark_grid_colour = 0x80606000;
 constexpr unsigned guide_colour = 0xe0208000;
 constexpr unsigned dark_guide_colour = 0xff70b000;
-constexpr float gap_mark = 4;           // pixels of the strokes at the ends of a gap, to both sides
+constexpr float gap_mark = 4; // pixels of the strokes at the ends of a gap, to both sides
+constexpr unsigned hit_colour = 0xff900000;
 constexpr unsigned boundary_colour = 1; // red
 constexpr float out_of_window = 10;     // units beyond the window where an edge is not seen
 constexpr float smallest_letter = 5;    // pixels; smaller letters say nothing
@@ -102,6 +103,30 @@ void paint_guides (PaintDevice& pixels, const std::vector<Guide>& guides, const 
     }
 }
 
+/// Where the hits of a search lie in the whole network: a mark for each in the columns of the lifts,
+/// a thick one for the present hit.
+void paint_hits (PaintDevice& pixels, const CanvasView& view, const document::Network& network) {
+    if (network.find_hits ().empty ()) return;
+    for (const Axis axis : {Axis::x, Axis::y}) {
+        const LiftGeometry geometry = view.lift_geometry (network, axis);
+        if (geometry.hidden || geometry.size <= 0) continue;
+        const bool is_y = axis == Axis::y;
+        const auto column = static_cast<float> (is_y ? view.height : view.width);
+        const auto across = static_cast<float> (is_y ? view.width : view.height) - lift_width;
+        pixels.set_color (hit_colour);
+        for (std::size_t i = 0; i < network.find_hits ().size (); ++i) {
+            const document::Node& hit = *network.find_hits ()[i];
+            const float place = (is_y ? hit.y () : hit.x ()) / geometry.size * column;
+            const float thick = static_cast<int> (i) == network.find_index () ? 5.0F : 2.0F;
+            const float at = std::floor (std::clamp (place, 0.0F, column) - thick / 2);
+            if (is_y)
+                pixels.fill_rect (across, at, lift_width, thick);
+            else
+                pixels.fill_rect (at, across, thick, lift_width);
+        }
+    }
+}
+
 /// A rectangle that lies along an axis: `along` is the place and length on it, `across` beside it.
 void fill_along (PaintDevice& pixels, Axis axis, float at, float length, float across,
                  float width) {
@@ -174,6 +199,7 @@ void Canvas::paint (PaintDevice& pixels, PaintDevice& scaled, unsigned backgroun
         paint_guides (pixels, gesture.guides, view, network (), style.dark);
     paint_lift (pixels, view, network (), Axis::y);
     paint_lift (pixels, view, network (), Axis::x);
+    paint_hits (pixels, view, network ());
 }
 
 void Canvas::paint_boundary (PaintDevice& scaled) const {

@@ -24,6 +24,7 @@ void export_svg (Workbench& bench);
 void export_png (Workbench& bench);
 void export_all_tabs (Workbench& bench);
 void quit (Workbench& bench);
+void close_tab (Workbench& bench);
 void new_tab (Workbench& bench);
 
 // command_edit.cpp
@@ -65,6 +66,7 @@ void stochastic (Workbench& bench);
 void deterministic (Workbench& bench);
 void start_simulation (Workbench& bench);
 void set_duration (Workbench& bench);
+void stop_simulation (Workbench& bench);
 
 // command_formula.cpp
 void reactions_per_gate (Workbench& bench);

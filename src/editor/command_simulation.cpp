@@ -22,6 +22,8 @@ void deterministic (Workbench& bench) {
 
 void start_simulation (Workbench& bench) { bench.start_simulation (); }
 
+void stop_simulation (Workbench& bench) { bench.stop_simulation (); }
+
 void set_duration (Workbench& bench) {
     bench.world ().ask_value ({.prompt = "Duration: ",
                                .title = "Duration",

@@ -156,6 +156,13 @@ constexpr std::array<CommandRow, command_count> rows{{
          "that you give decides the format, .pdf, .svg or .png; the name of each tab is put "
          "behind it.",
      .run = run::export_all_tabs},
+    {.code = Command::close_tab,
+     .menu = Menu::file,
+     .label = "&Close tab",
+     .name = "close-tab",
+     .help = "Close the current tab, as its cross does: a modified bio-network is asked about, and "
+             "the last tab quits.",
+     .run = run::close_tab},
 
     // Edit
     {.code = Command::undo,
@@ -468,6 +475,12 @@ constexpr std::array<CommandRow, command_count> rows{{
      .emacs = ctrl ('d'),
      .help = "Set how many seconds a simulation lasts.",
      .run = run::set_duration},
+    {.code = Command::stop_simulation,
+     .menu = Menu::simulation,
+     .label = "Sto&p simulation",
+     .name = "stop-simulation",
+     .help = "Stop the simulation that is running, as a click on its bar does.",
+     .run = run::stop_simulation},
 
     // Formula
     {.code = Command::reactions_per_gate,

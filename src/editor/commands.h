@@ -27,6 +27,7 @@ enum class Command {
     quit,
     export_png,
     export_all_tabs,
+    close_tab,
     // Edit
     undo,
     redo,
@@ -64,6 +65,7 @@ enum class Command {
     deterministic,
     start_simulation,
     set_duration,
+    stop_simulation,
     // Formula
     reactions_per_gate,
     extract_gates,

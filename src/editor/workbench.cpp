@@ -123,6 +123,7 @@ EntryState Workbench::entry (Command command) const {
     case Command::deterministic: return checked (deterministic);
     case Command::bold: return checked (document::is_bold (style_.font_word));
     case Command::italic: return checked (document::is_italic (style_.font_word));
+    case Command::stop_simulation: return {simulations_.running (), false};
     case Command::start_simulation: return {!simulations_.running (), false};
     case Command::enter_formula: return {formulas_.gates_ready (), false};
     case Command::previous_implementation: return {formulas_.has_previous (), false};

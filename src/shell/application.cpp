@@ -226,7 +226,17 @@ std::optional<int> Application::popup (const std::vector<editor::PopupEntry>& en
         items[i].flags =
             (entries[i].active ? 0 : FL_MENU_INACTIVE) | (entries[i].divider ? FL_MENU_DIVIDER : 0);
     }
-    const Fl_Menu_Item* const picked = items.front ().popup (Fl::event_x (), Fl::event_y ());
+    int x = Fl::event_x ();
+    int y = Fl::event_y ();
+    CanvasWindow* const canvas =
+        bench_.has_tab () ? window_->window_of (bench_.current ()) : nullptr;
+    if (Fl::event () == FL_KEYBOARD && canvas != nullptr) {
+        // A key points elsewhere than the mouse. The toolkit counts from the event's window.
+        const editor::Gesture& at = bench_.current ().gesture;
+        x = canvas->x_root () + static_cast<int> (at.pointer_x) - (Fl::event_x_root () - x);
+        y = canvas->y_root () + static_cast<int> (at.pointer_y) - (Fl::event_y_root () - y);
+    }
+    const Fl_Menu_Item* const picked = items.front ().popup (x, y);
     if (picked == nullptr) return std::nullopt;
     return entries[static_cast<std::size_t> (picked - items.data ())].value;
 }
