@@ -106,7 +106,7 @@ void paint_guides (PaintDevice& pixels, const std::vector<Guide>& guides, const 
 /// Where the hits of a search lie in the whole network: a mark for each in the columns of the lifts,
 /// a thick one for the present hit.
 void paint_hits (PaintDevice& pixels, const CanvasView& view, const document::Network& network) {
-    if (network.find_hits ().empty ()) return;
+    if (network.find_index () < 0) return;
     for (const Axis axis : {Axis::x, Axis::y}) {
         const LiftGeometry geometry = view.lift_geometry (network, axis);
         if (geometry.hidden || geometry.size <= 0) continue;
