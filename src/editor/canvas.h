@@ -8,6 +8,7 @@
 #include "editor/canvas_view.h"
 #include "editor/commands.h"
 #include "editor/editor_state.h"
+#include "editor/gap_notice.h"
 #include "editor/guides.h"
 #include "editor/history.h"
 #include "editor/mouse_help.h"
@@ -171,6 +172,7 @@ class Canvas final : private document::NetworkListener {
     Gesture gesture;
     bool pointer_inside = false;
     bool has_focus = false;
+    GapNotice gaps;                       // what a run of it does without
     bool told_of_change = false;          // that another program wrote the file
     document::Node* asked_node = nullptr; // whose concentration is being asked for
     EditorState& shared () { return shared_; }

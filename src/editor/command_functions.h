@@ -67,6 +67,7 @@ void deterministic (Workbench& bench);
 void start_simulation (Workbench& bench);
 void set_duration (Workbench& bench);
 void stop_simulation (Workbench& bench);
+void show_left_out (Workbench& bench);
 
 // command_formula.cpp
 void reactions_per_gate (Workbench& bench);

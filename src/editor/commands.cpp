@@ -481,6 +481,15 @@ constexpr std::array<CommandRow, command_count> rows{{
      .name = "stop-simulation",
      .help = "Stop the simulation that is running, as a click on its bar does.",
      .run = run::stop_simulation},
+    {.code = Command::show_left_out,
+     .menu = Menu::simulation,
+     .label = "Show what is &left out",
+     .name = "show-left-out",
+     .help =
+         "Go to the next object that a simulation does without: a reaction that nothing "
+         "catalyses, a constant that is no number, a molecule without a name. When a simulation "
+         "starts, a line above the drawing tells of such objects.",
+     .run = run::show_left_out},
 
     // Formula
     {.code = Command::reactions_per_gate,

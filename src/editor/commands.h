@@ -66,6 +66,7 @@ enum class Command {
     start_simulation,
     set_duration,
     stop_simulation,
+    show_left_out,
     // Formula
     reactions_per_gate,
     extract_gates,
