@@ -24,6 +24,7 @@ cmd:pkg-config                  pkg-config              pkgconf-pkg-config    pk
 cmd:clang-format                clang-format            clang-tools-extra     clang
 cmd:Xvfb                        xvfb                    xorg-x11-server-Xvfb  xorg-server-xvfb
 cmd:xdotool                     xdotool                 xdotool               xdotool
+cmd:xclip                       xclip                   xclip                 xclip
 cmd:gzip                        gzip                    gzip                  gzip
 cmd:rsvg-convert                librsvg2-bin            librsvg2-tools        librsvg
 cmd:pdftoppm                    poppler-utils           poppler-utils         poppler

@@ -27,6 +27,7 @@ Canvas::Canvas (EditorState& shared, World& world, History history)
 
 Canvas::~Canvas () {
     if (fade_timer_ != 0) world_.cancel (fade_timer_);
+    stop_border_scroll ();
     selection.clear ();
     network ().set_listener (nullptr);
     if (!keep_history_) history_.file ().remove ();
@@ -47,6 +48,7 @@ void Canvas::replace_network (std::unique_ptr<Network> network) {
     set_selected_field (nullptr);
     hover_ = nullptr;
     fuse_shown_ = nullptr;
+    stop_border_scroll ();
     gesture = Gesture ();
     told_selection_count_ = 0;
     mode = Mode::selection;

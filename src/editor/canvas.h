@@ -9,6 +9,7 @@
 #include "editor/commands.h"
 #include "editor/editor_state.h"
 #include "editor/gap_notice.h"
+#include "editor/guides.h"
 #include "editor/history.h"
 #include "editor/mouse_help.h"
 #include "editor/selection.h"
@@ -20,6 +21,8 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace ostrand::editor {
 
@@ -106,6 +109,7 @@ struct Gesture {
     /// Where the selected objects stood before the drag moved them; none while it has not. All of a
     /// drag is added to these at once, as the replay of its record does, for rounding's sake.
     std::vector<document::Point> starts;
+    std::vector<Guide> guides; // lines that show what is dragged in line with its neighbours
     document::Edge edge = document::Edge::none; // of the compartment that is dragged
     document::Line* label = nullptr;            // text of an arc that is dragged
     document::Point label_start;                // its offset at the press
@@ -117,6 +121,7 @@ struct Gesture {
     float band_y = 0;
     float band_w = 0;
     float band_h = 0;
+    bool border_left_alone = false; // no scroll at the border until the pointer has been inside
 
     bool has_band () const { return band_w + band_h > 0; }
     /// Nothing was dragged so far.
@@ -125,6 +130,7 @@ struct Gesture {
         free_dx = free_dy = 0;
         others_moved = changed = false;
         starts.clear ();
+        guides.clear ();
         fuse_target = nullptr;
     }
 };
@@ -183,7 +189,8 @@ class Canvas final : private document::NetworkListener {
     document::Line* selected_field () const { return selected_field_; }
     void set_selected_field (document::Line* field);
 
-    // Events (canvas_press.cpp, canvas_drag.cpp, canvas_motion.cpp, canvas_keys.cpp).
+    // Events (canvas_press.cpp, canvas_drag.cpp, canvas_border.cpp, canvas_motion.cpp,
+    // canvas_keys.cpp, canvas_target.cpp).
     void press (int button, const Pointer& at);
     void drag (const Pointer& to);
     void release (int button, const Pointer& at);
@@ -196,6 +203,14 @@ class Canvas final : private document::NetworkListener {
     /// True when the key did something here; otherwise it may be a menu's.
     bool key_down (const KeyEvent& event);
     void key_up (const KeyEvent& event);
+
+    /// Two fingers went apart, or together where `percent` is negative.
+    void pinch (float percent, const Pointer& at);
+    /// The pointer goes to the next object or text in rows from the upper left, or to the one
+    /// before, and the view goes along: for those who use no mouse.
+    void point_at_next (bool forward);
+    /// A press and its release where the pointer is.
+    void click_by_key (int button, Modifiers modifiers);
 
     /// Zooms with the point at pixel (cx, cy) staying where it is.
     void zoom_to (float zoom, float cx, float cy);
@@ -287,11 +302,29 @@ class Canvas final : private document::NetworkListener {
     void drag_selection (const Pointer& to);
     /// The selected objects go to where they stood before the drag, plus (by_x, by_y).
     void move_dragged (float by_x, float by_y);
+    /// Shows where the selected nodes are in line with others; moves them there when that is wanted
+    /// and they are near.
+    void follow_guides (float by_x, float by_y);
     void drag_text (const Pointer& to);
     void drag_label (const Pointer& to);
     void drag_view (const Pointer& to);
     void release_selection ();
     void release_label ();
+
+    // canvas_border.cpp
+    /// What is dragged goes on with the view when the pointer waits near the border.
+    bool drag_scrolls () const;
+    void follow_border (const Pointer& to);
+    void border_tick ();
+    void stop_border_scroll ();
+
+    // canvas_target.cpp
+    /// What a key pointed at last. Only compared: it may be gone.
+    using TargetId = std::pair<const document::GraphBase*, const document::Line*>;
+    struct Target;
+    std::vector<Target> targets () const;
+    bool point_at (const Target& target);
+    bool pointer_key (int key, Modifiers modifiers);
 
     // canvas_motion.cpp
     void show_pointer_for (const document::Hit& hit);
@@ -343,6 +376,8 @@ class Canvas final : private document::NetworkListener {
     document::Node* fuse_shown_ = nullptr;
     document::Line* selected_field_ = nullptr;
     TimerId fade_timer_ = 0;
+    TimerId border_timer_ = 0;
+    TargetId key_target_{};
 };
 
 } // namespace ostrand::editor

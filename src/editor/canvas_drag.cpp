@@ -17,6 +17,7 @@ namespace ostrand::editor {
 using document::Arque;
 using document::CharKind;
 using document::Compart;
+using document::Extent;
 using document::GraphBase;
 using document::Node;
 
@@ -24,6 +25,7 @@ void Canvas::drag (const Pointer& to) {
     gesture.pointer_x = to.x;
     gesture.pointer_y = to.y;
     if (gesture.no_drag) return;
+    follow_border (to);
     if (gesture.button == 1) {
         if (view.lift_y.grabbed) return drag_lift (to, Axis::y);
         if (view.lift_x.grabbed) return drag_lift (to, Axis::x);
@@ -113,6 +115,7 @@ void Canvas::drag_selection (const Pointer& to) {
             by_y = nearest_grid_line (start.y + by_y) - start.y;
         }
         move_dragged (by_x, by_y);
+        if (shared_.show_guides || shared_.snap_to_guides) follow_guides (by_x, by_y);
         if (Node* const alone = selection.only_node ()) {
             fuse_test (*this, *alone);
             if (smart_move && editor::smart_move (*this, *alone))
@@ -139,6 +142,38 @@ void Canvas::move_dragged (float by_x, float by_y) {
     if (std::trunc (by_x) != by_x || std::trunc (by_y) != by_y) gesture.others_moved = true;
     gesture.moved_dx = document::to_int (by_x);
     gesture.moved_dy = document::to_int (by_y);
+}
+
+void Canvas::follow_guides (float by_x, float by_y) {
+    constexpr float reach = 3; // pixels
+    gesture.guides.clear ();
+    std::optional<Extent> box;
+    for (const GraphBase* const object : selection.objects ())
+        if (object->kind () == CharKind::node) {
+            if (!box) box = object->extent ();
+            box->join (object->extent ());
+        }
+    if (!box) return;
+    const Extent window{-network ().x (), -network ().y (), view.visible_width () - network ().x (),
+                        view.visible_height () - network ().y ()};
+    std::vector<Extent> neighbours;
+    for (const auto& n : network ().nodes ()) {
+        if (n->selected) continue;
+        const Extent one = n->extent ();
+        const bool is_seen = one.x < window.right && one.right > window.x &&
+                             one.y < window.bottom && one.bottom > window.y;
+        if (is_seen) neighbours.push_back (one);
+    }
+    // A move by fractions would be told by no move record.
+    Guides found = find_guides (*box, neighbours, reach / view.zoom ());
+    if (shared_.snap_to_guides && !show_grid && (found.snap_x != 0 || found.snap_y != 0)) {
+        const auto dx = static_cast<float> (found.snap_x);
+        const auto dy = static_cast<float> (found.snap_y);
+        move_dragged (by_x + dx, by_y + dy);
+        found = find_guides ({box->x + dx, box->y + dy, box->right + dx, box->bottom + dy},
+                             neighbours, 0);
+    }
+    if (shared_.show_guides) gesture.guides = std::move (found.lines);
 }
 
 void Canvas::drag_text (const Pointer& to) {
@@ -173,6 +208,8 @@ void Canvas::drag_view (const Pointer& to) {
 void Canvas::release (int button, const Pointer& at) {
     if (button == 1 && gesture.button == 2) button = 2; // Alt may be up before the button
     const bool was_pressed = button == gesture.button;
+    stop_border_scroll ();
+    gesture.border_left_alone = false;
     gesture.no_drag = false;
     gesture.word_drag = false;
     gesture.button = 0;
@@ -216,7 +253,12 @@ void Canvas::release_label () {
 }
 
 void Canvas::end_drag () {
-    if (!gesture.changed) return;
+    stop_border_scroll ();
+    gesture.border_left_alone = true;
+    if (!gesture.changed) {
+        gesture.forget_drag (); // what comes now may move what is dragged
+        return;
+    }
     if (gesture.label != nullptr) {
         release_label ();
         return;

@@ -198,7 +198,10 @@ void Canvas::apply_record (const Record& record) {
         if (object != nullptr) object->set_color (record.value);
         break;
     case RecordType::labels:
-        if (object != nullptr) apply_labels (*object, record.text);
+        if (object == nullptr) break;
+        apply_labels (*object, record.text);
+        // A long text makes its compartment wider, and a shorter one behind it not narrower again.
+        if (object->kind () == CharKind::compart) network ().layout ();
         break;
     }
     modified_ = true;

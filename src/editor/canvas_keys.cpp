@@ -96,6 +96,7 @@ bool Canvas::canvas_key (int key, Modifiers modifiers) {
         return true;
     if (is_modifier (key)) return false;
     if (modifiers.alt) return false;
+    if (pointer_key (key, modifiers)) return true;
     switch (shared_.key_state) {
     case KeyState::standard: report_message (nullptr); break;
     case KeyState::emacs:

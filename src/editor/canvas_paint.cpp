@@ -24,6 +24,10 @@ constexpr unsigned dark_band_fill = 0x70709000;
 constexpr int band_alpha = 128;
 constexpr unsigned grid_colour = 0xE0909000;
 constexpr unsigned dark_grid_colour = 0x80606000;
+constexpr unsigned guide_colour = 0xe0208000;
+constexpr unsigned dark_guide_colour = 0xff70b000;
+constexpr float gap_mark = 4; // pixels of the strokes at the ends of a gap, to both sides
+constexpr unsigned hit_colour = 0xff900000;
 constexpr unsigned boundary_colour = 1; // red
 constexpr float out_of_window = 10;     // units beyond the window where an edge is not seen
 constexpr float smallest_letter = 5;    // pixels; smaller letters say nothing
@@ -70,6 +74,57 @@ void paint_band (PaintDevice& pixels, const Gesture& gesture, bool dark) {
     set_colour_alpha (pixels, dark ? dark_band_fill : band_fill, band_alpha);
     pixels.fill_rect (gesture.band_x + 2, gesture.band_y + 2, gesture.band_w - 4,
                       gesture.band_h - 4);
+}
+
+/// Lines one pixel wide, each on a pixel.
+void paint_guides (PaintDevice& pixels, const std::vector<Guide>& guides, const CanvasView& view,
+                   const document::Network& network, bool dark) {
+    pixels.set_color (dark ? dark_guide_colour : guide_colour);
+    pixels.set_line (1, LineStyle::solid);
+    const auto stroke = [&pixels] (bool vertical, float at, float from, float to) {
+        if (vertical)
+            pixels.stroke_rect (at, from, 0, to - from);
+        else
+            pixels.stroke_rect (from, at, to - from, 0);
+    };
+    for (const Guide& guide : guides) {
+        const float across = guide.vertical ? network.x () : network.y ();
+        const float along = guide.vertical ? network.y () : network.x ();
+        const auto pixel = [&view] (float place) {
+            return std::floor (place * view.zoom ()) + 0.5F;
+        };
+        const float at = pixel (guide.at + across);
+        const float from = pixel (guide.from + along);
+        const float to = pixel (guide.to + along);
+        stroke (guide.vertical, at, from, to);
+        if (guide.kind != Guide::Kind::gap) continue;
+        for (const float end : {from, to})
+            stroke (!guide.vertical, end, at - gap_mark, at + gap_mark);
+    }
+}
+
+/// Where the hits of a search lie in the whole network: a mark for each in the columns of the lifts,
+/// a thick one for the present hit.
+void paint_hits (PaintDevice& pixels, const CanvasView& view, const document::Network& network) {
+    if (network.find_index () < 0) return;
+    for (const Axis axis : {Axis::x, Axis::y}) {
+        const LiftGeometry geometry = view.lift_geometry (network, axis);
+        if (geometry.hidden || geometry.size <= 0) continue;
+        const bool is_y = axis == Axis::y;
+        const auto column = static_cast<float> (is_y ? view.height : view.width);
+        const auto across = static_cast<float> (is_y ? view.width : view.height) - lift_width;
+        pixels.set_color (hit_colour);
+        for (std::size_t i = 0; i < network.find_hits ().size (); ++i) {
+            const document::Node& hit = *network.find_hits ()[i];
+            const float place = (is_y ? hit.y () : hit.x ()) / geometry.size * column;
+            const float thick = static_cast<int> (i) == network.find_index () ? 5.0F : 2.0F;
+            const float at = std::floor (std::clamp (place, 0.0F, column) - thick / 2);
+            if (is_y)
+                pixels.fill_rect (across, at, lift_width, thick);
+            else
+                pixels.fill_rect (at, across, thick, lift_width);
+        }
+    }
 }
 
 /// A rectangle that lies along an axis: `along` is the place and length on it, `across` beside it.
@@ -140,8 +195,11 @@ void Canvas::paint (PaintDevice& pixels, PaintDevice& scaled, unsigned backgroun
     network ().paint (scaled, style, 0, 0);
     if (show_boundary && !network ().is_empty ()) paint_boundary (scaled);
     if (gesture.has_band ()) paint_band (pixels, gesture, style.dark);
+    if (!gesture.guides.empty ())
+        paint_guides (pixels, gesture.guides, view, network (), style.dark);
     paint_lift (pixels, view, network (), Axis::y);
     paint_lift (pixels, view, network (), Axis::x);
+    paint_hits (pixels, view, network ());
 }
 
 void Canvas::paint_boundary (PaintDevice& scaled) const {

@@ -149,6 +149,8 @@ void save_settings (Workbench& bench) {
 
 void quit (Workbench& bench) { bench.quit_request (); }
 
+void close_tab (Workbench& bench) { bench.close_tab (bench.tabs ().active ()); }
+
 void new_tab (Workbench& bench) {
     if (bench.add_tab (std::nullopt) == AddTab::full) report_message ("no more than 32 tabs");
 }

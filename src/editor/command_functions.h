@@ -24,6 +24,7 @@ void export_svg (Workbench& bench);
 void export_png (Workbench& bench);
 void export_all_tabs (Workbench& bench);
 void quit (Workbench& bench);
+void close_tab (Workbench& bench);
 void new_tab (Workbench& bench);
 
 // command_edit.cpp
@@ -57,12 +58,15 @@ void emacs_keys (Workbench& bench);
 void show_grid (Workbench& bench);
 void smart_move (Workbench& bench);
 void smart_dialog (Workbench& bench);
+void show_guides (Workbench& bench);
+void snap_to_guides (Workbench& bench);
 
 // command_simulation.cpp
 void stochastic (Workbench& bench);
 void deterministic (Workbench& bench);
 void start_simulation (Workbench& bench);
 void set_duration (Workbench& bench);
+void stop_simulation (Workbench& bench);
 void show_left_out (Workbench& bench);
 
 // command_formula.cpp

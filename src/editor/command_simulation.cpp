@@ -22,6 +22,8 @@ void deterministic (Workbench& bench) {
 
 void start_simulation (Workbench& bench) { bench.start_simulation (); }
 
+void stop_simulation (Workbench& bench) { bench.stop_simulation (); }
+
 void show_left_out (Workbench& bench) {
     Canvas& canvas = bench.current ();
     if (canvas.gaps.show_next (canvas))

@@ -69,4 +69,8 @@ void smart_move (Workbench& bench) { flip (bench, bench.current ().smart_move); 
 
 void smart_dialog (Workbench& bench) { flip (bench, bench.smart_dialog); }
 
+void show_guides (Workbench& bench) { flip (bench, bench.shared ().show_guides); }
+
+void snap_to_guides (Workbench& bench) { flip (bench, bench.shared ().snap_to_guides); }
+
 } // namespace ostrand::editor::run

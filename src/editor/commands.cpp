@@ -100,6 +100,8 @@ constexpr std::array<CommandRow, command_count> rows{{
              "<li>Emacs keys [no]</li>"
              "<li>Smart move [yes]</li>"
              "<li>Smart dialogbox [no]</li>"
+             "<li>Alignment guides [yes]</li>"
+             "<li>Snap to guides [no]</li>"
              "<li>Scroll bars always visible [no]</li>"
              "<li>Simulation engine [stochastic]</li>"
              "<li>Background of the window [light grey]</li></ul>",
@@ -154,6 +156,13 @@ constexpr std::array<CommandRow, command_count> rows{{
          "that you give decides the format, .pdf, .svg or .png; the name of each tab is put "
          "behind it.",
      .run = run::export_all_tabs},
+    {.code = Command::close_tab,
+     .menu = Menu::file,
+     .label = "&Close tab",
+     .name = "close-tab",
+     .help = "Close the current tab, as its cross does: a modified bio-network is asked about, and "
+             "the last tab quits.",
+     .run = run::close_tab},
 
     // Edit
     {.code = Command::undo,
@@ -412,6 +421,22 @@ constexpr std::array<CommandRow, command_count> rows{{
          "it or goes down into a folder, a click takes a name of the list, and Escape gives "
          "up.@file-selection-box.png@",
      .run = run::smart_dialog},
+    {.code = Command::show_guides,
+     .menu = Menu::view,
+     .label = "Show &alignment guides",
+     .name = "show-alignment-guides",
+     .form = CommandForm::toggle,
+     .help =
+         "Show/Hide lines while molecules are dragged: where their edges or centres are in line "
+         "with others, and where the gaps between them are equal.",
+     .run = run::show_guides},
+    {.code = Command::snap_to_guides,
+     .menu = Menu::view,
+     .label = "Sna&p to guides",
+     .name = "snap-to-guides",
+     .form = CommandForm::toggle,
+     .help = "Let dragged molecules go into line with others when they are within 3 pixels of it.",
+     .run = run::snap_to_guides},
 
     // Simulation
     {.code = Command::stochastic,
@@ -450,6 +475,12 @@ constexpr std::array<CommandRow, command_count> rows{{
      .emacs = ctrl ('d'),
      .help = "Set how many seconds a simulation lasts.",
      .run = run::set_duration},
+    {.code = Command::stop_simulation,
+     .menu = Menu::simulation,
+     .label = "Sto&p simulation",
+     .name = "stop-simulation",
+     .help = "Stop the simulation that is running, as a click on its bar does.",
+     .run = run::stop_simulation},
     {.code = Command::show_left_out,
      .menu = Menu::simulation,
      .label = "Show what is &left out",

@@ -27,6 +27,7 @@ enum class Command {
     quit,
     export_png,
     export_all_tabs,
+    close_tab,
     // Edit
     undo,
     redo,
@@ -57,11 +58,14 @@ enum class Command {
     show_grid,
     smart_move,
     smart_dialog,
+    show_guides,
+    snap_to_guides,
     // Simulation
     stochastic,
     deterministic,
     start_simulation,
     set_duration,
+    stop_simulation,
     show_left_out,
     // Formula
     reactions_per_gate,

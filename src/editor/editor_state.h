@@ -37,7 +37,9 @@ struct EditorState {
     PressSeries presses;
     unsigned style_word = document::start_font; // font key of labels to come
     int next_undo_number = 0;
-    std::string copied_markup; // of letters that were copied last
+    bool show_guides = true;     // lines while nodes are dragged in line with others
+    bool snap_to_guides = false; // and the nodes go there when they are near
+    std::string copied_markup;   // of letters that were copied last
 };
 
 } // namespace ostrand::editor

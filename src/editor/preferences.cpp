@@ -43,6 +43,12 @@ constexpr std::array<Row, 16> rows{{
     {"background", &Preferences::background, true},
 }};
 
+// Added later: they stand behind the others, and only when they differ from their defaults.
+constexpr std::array<Row, 2> added_rows{{
+    {"guides", &Preferences::guides},
+    {"snap_to_guides", &Preferences::snap_to_guides},
+}};
+
 constexpr std::array<Row, 3> font_rows{{
     {"face", &Preferences::face},
     {"size", &Preferences::size},
@@ -64,6 +70,14 @@ void take (Preferences& preferences, const Row& row, std::string_view value) {
     } else {
         preferences.*std::get<std::string Preferences::*> (row.field) = value;
     }
+}
+
+std::string value_of (const Preferences& preferences, const Row& row) {
+    if (const auto* flag = std::get_if<bool Preferences::*> (&row.field))
+        return preferences.*(*flag) ? "true" : "false";
+    if (const auto* number = std::get_if<unsigned Preferences::*> (&row.field))
+        return format_text (row.hexadecimal ? "#%x" : "%u", preferences.*(*number));
+    return preferences.*std::get<std::string Preferences::*> (row.field);
 }
 
 /// The attribute at the front of `text`: a key up to "=", then a value in quotes that is not empty.
@@ -128,6 +142,8 @@ Preferences preferences_from_text (std::string_view text) {
     for (std::size_t i = 2; i < lines.size () && !lines[i].starts_with ("</lattrixprefs>"); ++i) {
         if (lines[i].starts_with (pref)) {
             for (const Row& row : rows) scan_row (lines[i].substr (pref.size ()), row, preferences);
+            for (const Row& row : added_rows)
+                scan_row (lines[i].substr (pref.size ()), row, preferences);
         } else if (lines[i].starts_with (font)) {
             for (const Row& row : font_rows) {
                 scan_row (lines[i].substr (font.size ()), row, preferences);
@@ -142,22 +158,15 @@ std::string preferences_text (const Preferences& preferences, long seconds) {
     text += format_text (
         "<lattrixprefs xmlns=\"http://ostrand.example/preferences\" lastupdate=\"%ld\">\n",
         seconds);
-    const auto value_of = [&preferences] (const Row& row) -> std::string {
-        if (const auto* flag = std::get_if<bool Preferences::*> (&row.field)) {
-            return preferences.*(*flag) ? "true" : "false";
-        }
-        if (const auto* number = std::get_if<unsigned Preferences::*> (&row.field)) {
-            return format_text (row.hexadecimal ? "#%x" : "%u", preferences.*(*number));
-        }
-        return preferences.*std::get<std::string Preferences::*> (row.field);
+    const auto attribute = [&preferences] (const Row& row) {
+        return std::string (row.key) + "=\"" + value_of (preferences, row) + '"';
     };
-    for (const Row& row : rows) {
-        text += "<pref " + std::string (row.key) + "=\"" + value_of (row) + "\">\n";
-    }
+    for (const Row& row : rows) text += "<pref " + attribute (row) + ">\n";
+    for (const Row& row : added_rows)
+        if (value_of (preferences, row) != value_of (Preferences (), row))
+            text += "<pref " + attribute (row) + ">\n";
     text += "<font";
-    for (const Row& row : font_rows) {
-        text += ' ' + std::string (row.key) + "=\"" + value_of (row) + '"';
-    }
+    for (const Row& row : font_rows) text += ' ' + attribute (row);
     return text + ">\n</lattrixprefs>\n";
 }
 

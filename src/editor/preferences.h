@@ -24,6 +24,8 @@ struct Preferences {
     bool default_yes = false;         // Enter answers a question with yes
     bool emacs_keys = false;          // the Emacs set of shortcuts
     unsigned background = 0xf0f0f0;   // of the window, 0xRRGGBB
+    bool guides = true;               // lines while nodes are dragged in line with others
+    bool snap_to_guides = false;      // and the nodes go there when they are near
     std::string face = "Arial";       // labels of items of the tool bar's choices
     std::string size = "14";
     std::string colour = "Black";
@@ -38,7 +40,8 @@ struct Preferences {
 /// defaults; unknown keys are ignored; a value that does not fit its key leaves what is there.
 Preferences preferences_from_text (std::string_view text);
 
-/// The file's text.
+/// The file's text. Rows that were added to the first ones are written only when they differ from
+/// their defaults.
 /// seconds  the time of writing, since 1970
 std::string preferences_text (const Preferences& preferences, long seconds);
 

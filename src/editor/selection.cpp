@@ -52,8 +52,24 @@ void Selection::leave_text () {
     edit_line_ = nullptr;
 }
 
-void Selection::clear () {
+/// A style that was chosen behind the last letter was for letters that did not come. No record tells
+/// of it, so it goes with the edit.
+void Selection::end_text () {
+    if (edit_line_ == nullptr) return;
+    Line& line = *edit_line_;
     leave_text ();
+    if (line.is_empty ()) return;
+    const auto end = static_cast<std::size_t> (line.count ()) - 1;
+    const document::StdChar& last = line.chars ()[end - 1];
+    const document::StdChar& mark = line.chars ()[end];
+    if (!last.is_plain () || (last.font == mark.font && last.color == mark.color)) return;
+    line.cursor = static_cast<int> (end);
+    line.set_style (last.font, last.color);
+    line.cursor = -1;
+}
+
+void Selection::clear () {
+    end_text ();
     for (GraphBase* const object : objects_) object->selected = false;
     objects_.clear ();
 }
@@ -65,7 +81,7 @@ void Selection::set (const std::vector<GraphBase*>& objects) {
 }
 
 void Selection::add (GraphBase& object) {
-    leave_text ();
+    end_text ();
     if (contains (object)) return;
     object.selected = true;
     objects_.push_back (&object);

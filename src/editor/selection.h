@@ -58,6 +58,7 @@ class Selection {
     void forget (const document::Char& text);
 
   private:
+    void end_text ();
     void leave_text ();
 
     std::vector<document::GraphBase*> objects_;

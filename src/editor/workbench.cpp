@@ -21,6 +21,8 @@ Workbench::Workbench (World& world, const Preferences& preferences, BenchOptions
     switches.dark_mode = preferences.dark_mode;
     switches.show_kinetics = preferences.kinetics;
     switches.show_stoichiometry = preferences.stoichiometry;
+    shared_.show_guides = preferences.guides;
+    shared_.snap_to_guides = preferences.snap_to_guides;
     shared_.shortcuts = emacs_keys ? ShortcutSet::emacs : ShortcutSet::standard;
     style_ = style_of_preferences (preferences);
     shared_.style_word = style_.font_word;
@@ -44,6 +46,8 @@ Preferences Workbench::present_preferences () const {
     now.emacs_keys = emacs_keys;
     now.simulation = deterministic ? "ODE" : "SSA";
     now.background = background;
+    now.guides = shared_.show_guides;
+    now.snap_to_guides = shared_.snap_to_guides;
     now.dark_mode = switches.dark_mode;
     now.kinetics = switches.show_kinetics;
     now.stoichiometry = switches.show_stoichiometry;
@@ -113,10 +117,13 @@ EntryState Workbench::entry (Command command) const {
     case Command::show_grid: return checked (has_tab () && current ().show_grid);
     case Command::smart_move: return checked (has_tab () && current ().smart_move);
     case Command::smart_dialog: return checked (smart_dialog);
+    case Command::show_guides: return checked (shared_.show_guides);
+    case Command::snap_to_guides: return checked (shared_.snap_to_guides);
     case Command::stochastic: return checked (!deterministic);
     case Command::deterministic: return checked (deterministic);
     case Command::bold: return checked (document::is_bold (style_.font_word));
     case Command::italic: return checked (document::is_italic (style_.font_word));
+    case Command::stop_simulation: return {simulations_.running (), false};
     case Command::start_simulation: return {!simulations_.running (), false};
     case Command::enter_formula: return {formulas_.gates_ready (), false};
     case Command::previous_implementation: return {formulas_.has_previous (), false};

@@ -4,6 +4,8 @@
 #include "base/path.h"
 #include "base/text.h"
 #include "document/document_state.h"
+#include "editor/copied_drawing.h"
+#include "editor/edit_selection.h"
 #include "resources/resources.h"
 #include "shell/about_window.h"
 #include "shell/screen.h"
@@ -225,7 +227,17 @@ std::optional<int> Application::popup (const std::vector<editor::PopupEntry>& en
         items[i].flags =
             (entries[i].active ? 0 : FL_MENU_INACTIVE) | (entries[i].divider ? FL_MENU_DIVIDER : 0);
     }
-    const Fl_Menu_Item* const picked = items.front ().popup (Fl::event_x (), Fl::event_y ());
+    int x = Fl::event_x ();
+    int y = Fl::event_y ();
+    CanvasWindow* const canvas =
+        bench_.has_tab () ? window_->window_of (bench_.current ()) : nullptr;
+    if (Fl::event () == FL_KEYBOARD && canvas != nullptr) {
+        // A key points elsewhere than the mouse. The toolkit counts from the event's window.
+        const editor::Gesture& at = bench_.current ().gesture;
+        x = canvas->x_root () + static_cast<int> (at.pointer_x) - (Fl::event_x_root () - x);
+        y = canvas->y_root () + static_cast<int> (at.pointer_y) - (Fl::event_y_root () - y);
+    }
+    const Fl_Menu_Item* const picked = items.front ().popup (x, y);
     if (picked == nullptr) return std::nullopt;
     return entries[static_cast<std::size_t> (picked - items.data ())].value;
 }
@@ -286,11 +298,22 @@ void Application::save_manual (const std::string& path) {
 }
 
 void Application::copy (editor::ClipboardContent content) {
+    clipboard_.withdraw ();
+    if (content.is_network && !content.text.empty ()) {
+        const auto text = std::make_shared<const std::string> (content.text);
+        const auto svg = [text] { return editor::copied_svg (*text); };
+        const auto png = [text] { return editor::copied_png (*text); };
+        if (clipboard_.offer (content.text, {{"image/svg+xml", svg}, {"image/png", png}})) return;
+    }
     Fl::copy (content.text.data (), static_cast<int> (content.text.size ()), 1,
               Fl::clipboard_plain_text);
 }
 
 void Application::request_paste (Canvas& canvas) {
+    if (const std::string* const own = clipboard_.text ()) {
+        editor::paste_text (canvas, std::string (*own));
+        return;
+    }
     if (CanvasWindow* const window = window_->window_of (canvas))
         Fl::paste (*window, 1, Fl::clipboard_plain_text);
 }

@@ -7,6 +7,7 @@
 #include "shell/manual_window.h"
 #include "shell/please_wait.h"
 #include "shell/value_dialog.h"
+#include "toolkit/clipboard_offer.h"
 
 #include <map>
 #include <memory>
@@ -76,6 +77,7 @@ class Application : public editor::World {
     std::unique_ptr<FormulaInput> formula_dialog_;
     std::unique_ptr<ManualWindow> manual_window_;
     std::unique_ptr<manual::Manual> manual_;
+    toolkit::ClipboardOffer clipboard_;
     std::map<editor::TimerId, std::unique_ptr<Timer>> timers_;
     editor::TimerId last_timer_ = 0;
     bool refresh_pending_ = false;

@@ -126,6 +126,9 @@ int CanvasWindow::handle (int event) {
         canvas_->wheel (static_cast<float> (Fl::event_dx ()), static_cast<float> (Fl::event_dy ()),
                         pointer ());
         return 1;
+    case FL_ZOOM_GESTURE:
+        canvas_->pinch (static_cast<float> (Fl::event_dy ()), pointer ());
+        return 1;
     case FL_KEYBOARD: return key_event (true);
     case FL_KEYUP: return key_event (false);
     case FL_DND_ENTER:

@@ -263,6 +263,10 @@ void MainWindow::show_status (const std::string& text) {
 }
 
 int MainWindow::handle (int event) {
+    if (event == FL_SHORTCUT && Fl::event_key () == FL_F + 10 && Fl::event_shift () == 0) {
+        menu_bar_->open ();
+        return 1;
+    }
     if (event == FL_FOCUS) bench_.look_at_files ();
     const int handled = Fl_Double_Window::handle (event);
     // A click on the tool bar leaves the keys with the canvas.

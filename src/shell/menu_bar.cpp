@@ -1,11 +1,14 @@
 // Menus out of command rows.
 #include "shell/menu_bar.h"
 
+#include "editor/popup_menus.h"
+#include "editor/style_choices.h"
 #include "toolkit/text_fit.h"
 
 #include "base/report.h"
 
 #include <FL/Fl.H>
+#include <cstdint>
 
 namespace ostrand::shell {
 
@@ -30,6 +33,22 @@ void chosen (Fl_Widget* widget, void* command) {
 
 void recent_chosen (Fl_Widget*, void* path) {
     called_bench->open_recent (*static_cast<const std::string*> (path));
+}
+
+unsigned number_of (void* value) {
+    return static_cast<unsigned> (reinterpret_cast<std::uintptr_t> (value));
+}
+
+void face_chosen (Fl_Widget*, void* item) {
+    called_bench->set_font_face (editor::family_of_face (number_of (item)));
+}
+
+void size_chosen (Fl_Widget*, void* item) { called_bench->set_font_size (number_of (item)); }
+
+void colour_chosen (Fl_Widget*, void* colour) {
+    called_bench->set_text_colour (number_of (colour) == editor::custom_colour
+                                       ? called_bench->pick_colour (called_bench->style ().colour)
+                                       : number_of (colour));
 }
 
 int flags_of (const CommandRow& row) {
@@ -70,6 +89,55 @@ void MenuBar::add_title (const std::string& label, int flags) {
     items_.push_back (title);
 }
 
+void MenuBar::add_command (const CommandRow& row) {
+    Fl_Menu_Item item{};
+    item.text = keep (row.label);
+    item.callback_ = chosen;
+    item.user_data_ = reinterpret_cast<void*> (static_cast<std::intptr_t> (row.code));
+    item.flags = flags_of (row);
+    items_.push_back (item);
+}
+
+void MenuBar::add_item (const std::string& label, Fl_Callback* chosen, unsigned value) {
+    Fl_Menu_Item item{};
+    item.text = keep (toolkit::plain_menu_label (label));
+    item.callback_ = chosen;
+    item.user_data_ = reinterpret_cast<void*> (static_cast<std::uintptr_t> (value));
+    items_.push_back (item);
+}
+
+void MenuBar::add_choice (Command command) {
+    add_title (std::string (editor::command_row (command).label));
+    switch (command) {
+    case Command::font_face:
+        for (unsigned i = 0; i < editor::font_faces.size (); ++i)
+            add_item (std::string (editor::font_faces[i]), face_chosen, i);
+        break;
+    case Command::font_size:
+        for (unsigned i = 0; i < document::size_count; ++i)
+            add_item (document::font_size_text (i), size_chosen, i);
+        break;
+    default:
+        add_item ("Pick Color", colour_chosen, editor::custom_colour);
+        for (const editor::NamedColour& colour : editor::named_colours ())
+            add_item (std::string (colour.label), colour_chosen, colour.value);
+        break;
+    }
+    items_.push_back ({});
+}
+
+void MenuBar::add_tools () {
+    add_title ("&Tools");
+    for (const CommandRow& row : editor::command_rows ()) {
+        if (row.menu != Menu::tool_bar) continue;
+        if (row.form == CommandForm::choice)
+            add_choice (row.code);
+        else
+            add_command (row);
+    }
+    items_.push_back ({});
+}
+
 void MenuBar::add_recent_files () {
     add_title ("Recent files", recent_.empty () ? FL_MENU_INACTIVE : 0);
     for (std::string& path : recent_) {
@@ -88,17 +156,12 @@ void MenuBar::build () {
     for (const Menu menu : menus) {
         add_title (std::string (editor::menu_title (menu)));
         for (const CommandRow& row : editor::command_rows ()) {
-            if (row.menu != menu) continue;
-            Fl_Menu_Item item{};
-            item.text = keep (row.label);
-            item.callback_ = chosen;
-            item.user_data_ = reinterpret_cast<void*> (static_cast<std::intptr_t> (row.code));
-            item.flags = flags_of (row);
-            items_.push_back (item);
+            if (row.menu == menu) add_command (row);
         }
         if (menu == Menu::file) add_recent_files ();
         items_.push_back ({});
     }
+    add_tools ();
     items_.push_back ({});
     menu (items_.data ());
     refresh ();

@@ -16,11 +16,18 @@ class MenuBar : public Fl_Menu_Bar {
 
     /// Shows check marks, what can be chosen and the shortcuts as they are now.
     void refresh ();
+    /// Shows the first menu, for a key.
+    void open () { play_menu (items_.data ()); }
 
   private:
     void build ();
     void add_title (const std::string& label, int flags = 0);
+    void add_command (const editor::CommandRow& row);
     void add_recent_files ();
+    /// The tool bar for those who use no mouse, with its lists of choices.
+    void add_tools ();
+    void add_choice (editor::Command command);
+    void add_item (const std::string& label, Fl_Callback* chosen, unsigned value);
     const char* keep (std::string_view text);
 
     editor::Workbench& bench_;

@@ -4,7 +4,10 @@
 
 #include "editor/popup_menus.h"
 
+#include "support/recording_device.h"
 #include <fstream>
+
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -207,6 +210,42 @@ TEST (commands, fog_spreads_and_is_undone) {
     EXPECT_TRUE (b.node ("G").foggy ());
     b.run (Command::unfog_selection);
     EXPECT_FALSE (b.node ("G").foggy ());
+}
+
+TEST (commands, hits_of_a_search_are_marked_beside_the_lifts_where_they_lie) {
+    Bench b;
+    b.open_text ("[N3 0 2 8 8\n[S1 0 100 100 0 3 13{ATP}-]\n[S2 0 100 1800 0 3 13{ATP}-]\n"
+                 "[S3 0 100 2000 0 3 13{ADP}-]\n]");
+    const auto marks = [&b] {
+        testing::RecordingDevice pixels;
+        testing::RecordingDevice scaled;
+        b.canvas ().prepare_paint ();
+        b.canvas ().paint (pixels, scaled, 0);
+        const auto colour = std::ranges::find (pixels.calls, "color ff900000");
+        return pixels.calls.end () - colour; // the colour and one rectangle for each hit
+    };
+    EXPECT_EQ (marks (), 0);
+    b.run (Command::find_reactant);
+    b.world.open_search->changed ("ATP");
+    EXPECT_EQ (marks (), 3);
+    b.world.open_search->ended ("ATP");
+    EXPECT_EQ (marks (), 0);
+}
+
+TEST (commands, a_tab_is_closed_by_a_command_too) {
+    Bench b;
+    b.run (Command::new_tab);
+    EXPECT_EQ (b.bench->tabs ().count (), 2);
+    b.run (Command::close_tab);
+    EXPECT_EQ (b.bench->tabs ().count (), 1);
+    b.world.yes_no_answers = {true};
+    b.run (Command::close_tab);
+    EXPECT_TRUE (b.world.ended);
+}
+
+TEST (commands, a_simulation_is_stopped_by_a_command_only_while_one_runs) {
+    const Bench b;
+    EXPECT_FALSE (b.bench->entry (Command::stop_simulation).active);
 }
 
 TEST (commands, a_search_tells_how_many_and_shows_the_first) {

@@ -417,6 +417,39 @@ TEST (keys, the_text_of_a_node_may_be_emptied_and_comes_back) {
     EXPECT_NE (b.network ().nodes ().front ()->label (), nullptr); // one line high
 }
 
+TEST (keys, a_style_for_letters_that_did_not_come_goes_with_the_edit) {
+    Typed b;
+    const document::Node& only = *b.network ().nodes ().front ();
+    const int height = only.get_height ();
+    b.key ('e', test::ctrl);
+    b.bench->set_font_size (20);
+    b.network ().layout ();
+    EXPECT_GT (only.get_height (), height);
+    b.click (b.beside ());
+    b.network ().layout ();
+    EXPECT_EQ (only.get_height (), height);
+    EXPECT_EQ (b.undo_and_redo (), "");
+}
+
+TEST (keys, a_compartment_that_a_long_name_made_wider_stays_so_when_done_again) {
+    Bench b;
+    b.open_text ("[N1 1 2 8 8\n[C1 12 40 40 60 100 0 8{C}{0:0+0+0+0}]\n[S2 0 70 90 0 3 13{a}-]\n]");
+    document::Compart& cell = *b.network ().comps ().front ();
+    const auto type_long_and_short = [&] {
+        for (int i = 0; i < 30; ++i) b.key ('W');
+        for (int i = 0; i < 30; ++i) b.canvas ().key_down ({document::keys::backspace, {}, {}});
+    };
+    b.canvas ().selection.edit (*cell.label_line (), 0);
+    b.canvas ().mode = Mode::text;
+    const float width = cell.width ();
+    type_long_and_short ();
+    EXPECT_GT (cell.width (), 2 * width);
+    const std::string text = b.text ();
+    b.key ('x');
+    b.canvas ().undo ();
+    EXPECT_EQ (b.text (), text);
+}
+
 TEST (keys, a_label_edit_that_makes_a_clone_is_a_snapshot) {
     Bench b;
     b.open_text ("[N2 0 2 8 8\n[S1 0 90 60 0 3 13{ab}-]\n[S2 0 190 60 0 3 13{a}-]\n]");

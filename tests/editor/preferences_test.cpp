@@ -111,12 +111,23 @@ TEST (preferences, the_text_is_written_line_by_line) {
                                   "</lattrixprefs>\n"));
 }
 
+TEST (preferences, a_row_that_was_added_is_written_behind_the_others_when_it_is_not_the_default) {
+    Preferences changed;
+    changed.guides = false;
+    EXPECT_THAT (preferences_text (changed, 7), HasSubstr ("<pref background=\"#f0f0f0\">\n"
+                                                           "<pref guides=\"false\">\n"
+                                                           "<font face="));
+    EXPECT_FALSE (read ("<pref guides=\"false\">\n").guides);
+    EXPECT_TRUE (read ("<pref guides=\"1\">\n").guides);
+}
+
 TEST (preferences, what_is_written_reads_back) {
     Preferences changed;
     changed.boundary = changed.kinetics = changed.mouse_help = changed.smart_move = false;
     changed.grid = changed.stoichiometry = changed.smart_dialog = changed.dark_mode = true;
     changed.lift_always_visible = changed.default_yes = changed.emacs_keys = true;
-    changed.use_annotation = false;
+    changed.use_annotation = changed.guides = false;
+    changed.snap_to_guides = true;
     changed.zoom = 145;
     changed.simulation = "ODE";
     changed.lift_background = 0x30303000;

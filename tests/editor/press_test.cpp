@@ -718,6 +718,21 @@ TEST (drag, with_the_grid_a_move_by_fractions_ends_in_a_snapshot) {
     EXPECT_EQ (b.undo_and_redo (), "");
 }
 
+TEST (drag, with_the_grid_a_key_between_two_motions_is_not_taken_back) {
+    Bench b;
+    b.open_text ("[N1 0 2 8 8\n[S1 0 92 68 0 3 13{a}-]\n]"); // on the lines
+    b.canvas ().show_grid = true;
+    const Pointer from = b.on (b.node ("a"));
+    b.canvas ().press (1, from);
+    b.canvas ().drag ({.x = from.x + 3, .y = from.y, .modifiers = {}}); // to the lines it stands on
+    b.key (document::keys::left);
+    b.canvas ().drag ({.x = from.x + 4, .y = from.y, .modifiers = {}});
+    b.canvas ().release (1, {.x = from.x + 4, .y = from.y, .modifiers = {}});
+    EXPECT_EQ (b.node ("a").x (), 92);
+    EXPECT_EQ (b.records (2), (Strings{"move -1 0", "move 1 0"}));
+    EXPECT_EQ (b.undo_and_redo (), "");
+}
+
 TEST (drag, smart_move_that_moves_others_ends_in_a_snapshot) {
     Rich b;
     const Pointer from = b.on (b.node ("g6p"));

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 #include <thread>
 #include <vector>
@@ -58,21 +59,32 @@ class Editor {
   public:
     struct Options {
         float scale = 1;
-        std::vector<std::string> server = {}; // further words for the display's server
+        std::vector<std::string> server = {};         // further words for the display's server
+        std::shared_ptr<VirtualDisplay> display = {}; // of another editor, to run beside it
     };
 
     Editor () : Editor (Options{}) {}
     explicit Editor (Options options)
-        : options_ (std::move (options)), display_ (options_.server) {}
+        : options_ (std::move (options)),
+          display_ (options_.display ? options_.display
+                                     : std::make_shared<VirtualDisplay> (options_.server)) {}
 
     /// Starts it, with its window in the corner of the screen.
     /// title  that the window will have
     void start (std::vector<std::string> words, const std::string& title) {
         launch (std::move (words));
-        display_.place_window (title);
+        display_->place_window (title);
         // Behind the first picture the canvas has the keys.
         const std::string place = std::to_string (300 * options_.scale);
-        display_.input ({"mousemove", place, place});
+        display_->input ({"mousemove", place, place});
+    }
+    /// Starts it beside another one, with its window's corner at a place of the screen.
+    void start_at (int x, int y, std::vector<std::string> words, const std::string& title) {
+        launch (std::move (words));
+        if (!shows_window (title)) throw std::runtime_error ("no window '" + title + "'");
+        display_->input ({"search", "--onlyvisible", "--name", "^" + title + "$", "windowmove",
+                          "--sync", std::to_string (x), std::to_string (y)});
+        move (x + 300, y + 300);
     }
     /// Only starts it.
     void launch (std::vector<std::string> words) {
@@ -89,34 +101,36 @@ class Editor {
     }
 
     const TemporaryFolder& home () const { return home_; }
-    const VirtualDisplay& display () const { return display_; }
+    const VirtualDisplay& display () const { return *display_; }
+    const std::shared_ptr<VirtualDisplay>& shared_display () const { return display_; }
     RunningProgram& program () { return *program_; }
 
-    void key (const std::string& name) const { display_.input ({"key", name}); }
-    void type (const std::string& text) const { display_.input ({"type", "--delay", "15", text}); }
+    void key (const std::string& name) const { display_->input ({"key", name}); }
+    void type (const std::string& text) const { display_->input ({"type", "--delay", "15", text}); }
     void move (int x, int y) const {
-        display_.input ({"mousemove", std::to_string (x), std::to_string (y)});
+        display_->input ({"mousemove", std::to_string (x), std::to_string (y)});
     }
     void click (int x, int y, const char* button = "1") const {
-        display_.input ({"mousemove", std::to_string (x), std::to_string (y), "click", button});
+        display_->input ({"mousemove", std::to_string (x), std::to_string (y), "click", button});
     }
     /// At a place of another window of the program.
     void click_in (const std::string& title, int x, int y) const {
-        display_.input ({"search", "--onlyvisible", "--name", "^" + title + "$", "mousemove",
-                         "--window", "%1", std::to_string (x), std::to_string (y), "click", "1"});
+        display_->input ({"search", "--onlyvisible", "--name", "^" + title + "$", "mousemove",
+                          "--window", "%1", std::to_string (x), std::to_string (y), "click", "1"});
     }
     void drag (int x, int y, int to_x, int to_y, const char* button = "1") const {
-        display_.input ({"mousemove", std::to_string (x), std::to_string (y), "mousedown", button});
+        display_->input (
+            {"mousemove", std::to_string (x), std::to_string (y), "mousedown", button});
         for (int step = 1; step <= 4; ++step) {
-            display_.input ({"mousemove", std::to_string (x + (to_x - x) * step / 4),
-                             std::to_string (y + (to_y - y) * step / 4)});
+            display_->input ({"mousemove", std::to_string (x + (to_x - x) * step / 4),
+                              std::to_string (y + (to_y - y) * step / 4)});
             std::this_thread::sleep_for (std::chrono::milliseconds (20));
         }
-        display_.input ({"mouseup", button});
+        display_->input ({"mouseup", button});
     }
 
     bool has_window (const std::string& title) const {
-        return !display_.input ({"search", "--onlyvisible", "--name", "^" + title + "$"}).empty ();
+        return !display_->input ({"search", "--onlyvisible", "--name", "^" + title + "$"}).empty ();
     }
     /// Waits until there is a window of that title. Letters that mean something in a regular
     /// expression are to be escaped.
@@ -129,7 +143,7 @@ class Editor {
     /// Waits until that many pixels of a part of the screen have a colour.
     bool shows_colour (int x, int y, int w, int h, std::uint32_t colour, int least) const {
         return wait_until (
-            [&] { return display_.screenshot ().count (x, y, w, h, colour) >= least; });
+            [&] { return display_->screenshot ().count (x, y, w, h, colour) >= least; });
     }
 
     /// The undo file of a number, as it is on the disk now.
@@ -149,7 +163,7 @@ class Editor {
   private:
     Options options_;
     TemporaryFolder home_;
-    VirtualDisplay display_;
+    std::shared_ptr<VirtualDisplay> display_;
     std::unique_ptr<RunningProgram> program_;
 };
 
