@@ -8,6 +8,7 @@
 #include "editor/canvas_view.h"
 #include "editor/commands.h"
 #include "editor/editor_state.h"
+#include "editor/flight.h"
 #include "editor/history.h"
 #include "editor/mouse_help.h"
 #include "editor/selection.h"
@@ -208,6 +209,12 @@ class Canvas final : private document::NetworkListener {
     void paint (document::PaintDevice& pixels, document::PaintDevice& network,
                 unsigned background) const;
     document::PaintStyle paint_style () const;
+    /// What is painted: the document, or the picture of it on its way to new places.
+    const document::Network& shown () const;
+    /// Everything flies from where it stood to where it is, unless animation is off.
+    void start_flight (const FlightStart& start);
+    /// What flies is there at once.
+    void end_flight ();
     /// What lies under a pixel.
     document::Hit find_at (float px, float py, const document::Node* skip = nullptr);
 
@@ -341,6 +348,8 @@ class Canvas final : private document::NetworkListener {
     document::Node* fuse_shown_ = nullptr;
     document::Line* selected_field_ = nullptr;
     TimerId fade_timer_ = 0;
+    std::unique_ptr<Flight> flight_;
+    TimerId flight_timer_ = 0;
 };
 
 } // namespace ostrand::editor

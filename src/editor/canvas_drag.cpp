@@ -216,6 +216,7 @@ void Canvas::release_label () {
 }
 
 void Canvas::end_drag () {
+    end_flight ();
     if (!gesture.changed) return;
     if (gesture.label != nullptr) {
         release_label ();

@@ -2,7 +2,9 @@
 #include "editor/command_functions.h"
 #include "editor/workbench.h"
 #include "export/export.h"
+#include "sbml_out/standard_write.h"
 
+#include "base/disk.h"
 #include "base/path.h"
 #include "base/report.h"
 
@@ -32,6 +34,16 @@ void export_drawing (Workbench& bench, ExportKind kind) {
         report_message ("Cannot write '%s': %s", path.c_str (), error.c_str ());
 }
 
+bool write_standard_sbml (const document::Network& network, const std::filesystem::path& path,
+                          std::string& error) {
+    const std::string text = sbml_out::write_standard (network, base_name (path.string ()));
+    if (text.empty ()) {
+        error = "the SBML library failed";
+        return false;
+    }
+    return write_file (path.string (), text, error);
+}
+
 } // namespace
 
 void export_pdf (Workbench& bench) {
@@ -50,6 +62,15 @@ void export_svg (Workbench& bench) {
                                          .title = "SVG Export",
                                          .native_filter = "SVG\t*.svg\n"},
                             .write = drawing::export_svg});
+}
+
+void export_standard_sbml (Workbench& bench) {
+    export_drawing (bench, {.extension = ".xml",
+                            .question = {.prompt = "SBML Export: ",
+                                         .filter = "*.xml",
+                                         .title = "SBML Export",
+                                         .native_filter = "SBML\t*.xml\n"},
+                            .write = write_standard_sbml});
 }
 
 } // namespace ostrand::editor::run

@@ -22,6 +22,7 @@ void save_user_manual (Workbench& bench);
 void export_pdf (Workbench& bench);
 void export_svg (Workbench& bench);
 void quit (Workbench& bench);
+void export_standard_sbml (Workbench& bench);
 void new_tab (Workbench& bench);
 
 // command_edit.cpp
@@ -38,6 +39,7 @@ void share_clones (Workbench& bench);
 void color_reactants (Workbench& bench);
 void fog_selection (Workbench& bench);
 void unfog_selection (Workbench& bench);
+void arrange (Workbench& bench);
 
 // command_view.cpp
 void zoom_in (Workbench& bench);
@@ -55,6 +57,8 @@ void emacs_keys (Workbench& bench);
 void show_grid (Workbench& bench);
 void smart_move (Workbench& bench);
 void smart_dialog (Workbench& bench);
+void animate (Workbench& bench);
+void arrange_opened (Workbench& bench);
 
 // command_simulation.cpp
 void stochastic (Workbench& bench);

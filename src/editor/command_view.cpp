@@ -69,4 +69,8 @@ void smart_move (Workbench& bench) { flip (bench, bench.current ().smart_move); 
 
 void smart_dialog (Workbench& bench) { flip (bench, bench.smart_dialog); }
 
+void animate (Workbench& bench) { flip (bench, bench.shared ().animate); }
+
+void arrange_opened (Workbench& bench) { flip (bench, bench.shared ().arrange_opened); }
+
 } // namespace ostrand::editor::run

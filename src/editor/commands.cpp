@@ -100,6 +100,8 @@ constexpr std::array<CommandRow, command_count> rows{{
              "<li>Emacs keys [no]</li>"
              "<li>Smart move [yes]</li>"
              "<li>Smart dialogbox [no]</li>"
+             "<li>Animate [yes]</li>"
+             "<li>Arrange opened SBML [yes]</li>"
              "<li>Scroll bars always visible [no]</li>"
              "<li>Simulation engine [stochastic]</li>"
              "<li>Background of the window [light grey]</li></ul>",
@@ -137,6 +139,15 @@ constexpr std::array<CommandRow, command_count> rows{{
      .help = "Quit <b>Ostrand</b>. If the current bio-network is modified but not saved, the "
              "confirmation box is popped.",
      .run = run::quit},
+    {.code = Command::export_standard_sbml,
+     .menu = Menu::file,
+     .label = "Export as SBML Level 3 ...",
+     .name = "export-to-sbml",
+     .help =
+         "Write the current bio-network to an SBML file that other programs understand: Level 3 "
+         "Version 2, with units, concentrations, kinetic laws, places and colours. "
+         "<b>Ostrand</b> reads the very same drawing back from it.",
+     .run = run::export_standard_sbml},
 
     // Edit
     {.code = Command::undo,
@@ -268,6 +279,15 @@ constexpr std::array<CommandRow, command_count> rows{{
      .name = "unfog-selection",
      .help = "Show the selected molecules and reactions clearly again, with what hangs on them.",
      .run = run::unfog_selection},
+    {.code = Command::arrange,
+     .menu = Menu::edit,
+     .label = "&Arrange",
+     .name = "arrange",
+     .help = "Give the selected molecules better places near where they stand, or all molecules "
+             "and compartments new ones when nothing is selected: no two molecules overlap, no "
+             "reaction is covered, a molecule that many reactions use gets clones beside them. One "
+             "undo brings everything back.",
+     .run = run::arrange},
 
     // View
     {.code = Command::zoom_in,
@@ -395,6 +415,22 @@ constexpr std::array<CommandRow, command_count> rows{{
          "it or goes down into a folder, a click takes a name of the list, and Escape gives "
          "up.@file-selection-box.png@",
      .run = run::smart_dialog},
+    {.code = Command::animate,
+     .menu = Menu::view,
+     .label = "A&nimate",
+     .name = "animate",
+     .form = CommandForm::toggle,
+     .help = "Show how molecules go to their new places when the drawing is arranged. Escape, or "
+             "whatever is done next, ends the movement.",
+     .run = run::animate},
+    {.code = Command::arrange_opened,
+     .menu = Menu::view,
+     .label = "Arrange &opened SBML",
+     .name = "arrange-opened-sbml",
+     .form = CommandForm::toggle,
+     .help = "Arrange SBML files of other programs that do not tell where their molecules stand, "
+             "when they are opened. Switched off, the molecules stand on a plain grid.",
+     .run = run::arrange_opened},
 
     // Simulation
     {.code = Command::stochastic,

@@ -25,6 +25,7 @@ enum class Command {
     export_pdf,
     export_svg,
     quit,
+    export_standard_sbml,
     // Edit
     undo,
     redo,
@@ -39,6 +40,7 @@ enum class Command {
     color_reactants,
     fog_selection,
     unfog_selection,
+    arrange,
     // View
     zoom_in,
     zoom_out,
@@ -55,6 +57,8 @@ enum class Command {
     show_grid,
     smart_move,
     smart_dialog,
+    animate,
+    arrange_opened,
     // Simulation
     stochastic,
     deterministic,

@@ -37,7 +37,9 @@ struct EditorState {
     PressSeries presses;
     unsigned style_word = document::start_font; // font key of labels to come
     int next_undo_number = 0;
-    std::string copied_markup; // of letters that were copied last
+    bool animate = true;        // arranged objects are seen on their way
+    bool arrange_opened = true; // SBML without places is arranged when it is opened
+    std::string copied_markup;  // of letters that were copied last
 };
 
 } // namespace ostrand::editor

@@ -21,10 +21,11 @@ struct Row {
     std::string_view key;
     std::variant<bool Preferences::*, unsigned Preferences::*, std::string Preferences::*> field;
     bool hexadecimal = false; // how a number is written
+    bool only_off = false; // written only when it is off: the file stays as older versions know it
 };
 
 // In the order of the file.
-constexpr std::array<Row, 16> rows{{
+constexpr std::array<Row, 18> rows{{
     {"boundary", &Preferences::boundary},
     {"kinetics", &Preferences::kinetics},
     {"mousehelp", &Preferences::mouse_help},
@@ -41,6 +42,8 @@ constexpr std::array<Row, 16> rows{{
     {"default_yes", &Preferences::default_yes},
     {"emacs_keys", &Preferences::emacs_keys},
     {"background", &Preferences::background, true},
+    {"animate", &Preferences::animate, false, true},
+    {"arrange_opened", &Preferences::arrange_opened, false, true},
 }};
 
 constexpr std::array<Row, 3> font_rows{{
@@ -152,6 +155,7 @@ std::string preferences_text (const Preferences& preferences, long seconds) {
         return preferences.*std::get<std::string Preferences::*> (row.field);
     };
     for (const Row& row : rows) {
+        if (row.only_off && value_of (row) == "true") continue;
         text += "<pref " + std::string (row.key) + "=\"" + value_of (row) + "\">\n";
     }
     text += "<font";

@@ -24,6 +24,8 @@ struct Preferences {
     bool default_yes = false;         // Enter answers a question with yes
     bool emacs_keys = false;          // the Emacs set of shortcuts
     unsigned background = 0xf0f0f0;   // of the window, 0xRRGGBB
+    bool animate = true;              // arranged objects are seen on their way
+    bool arrange_opened = true;       // SBML without places is arranged when it is opened
     std::string face = "Arial";       // labels of items of the tool bar's choices
     std::string size = "14";
     std::string colour = "Black";

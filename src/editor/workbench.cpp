@@ -24,6 +24,8 @@ Workbench::Workbench (World& world, const Preferences& preferences, BenchOptions
     shared_.shortcuts = emacs_keys ? ShortcutSet::emacs : ShortcutSet::standard;
     style_ = style_of_preferences (preferences);
     shared_.style_word = style_.font_word;
+    shared_.animate = preferences.animate;
+    shared_.arrange_opened = preferences.arrange_opened;
     switches.default_color = style_.colour;
     set_status_line ([this] (std::string_view text) { show_status (text); });
 }
@@ -44,6 +46,8 @@ Preferences Workbench::present_preferences () const {
     now.emacs_keys = emacs_keys;
     now.simulation = deterministic ? "ODE" : "SSA";
     now.background = background;
+    now.animate = shared_.animate;
+    now.arrange_opened = shared_.arrange_opened;
     now.dark_mode = switches.dark_mode;
     now.kinetics = switches.show_kinetics;
     now.stoichiometry = switches.show_stoichiometry;
@@ -113,6 +117,8 @@ EntryState Workbench::entry (Command command) const {
     case Command::show_grid: return checked (has_tab () && current ().show_grid);
     case Command::smart_move: return checked (has_tab () && current ().smart_move);
     case Command::smart_dialog: return checked (smart_dialog);
+    case Command::animate: return checked (shared_.animate);
+    case Command::arrange_opened: return checked (shared_.arrange_opened);
     case Command::stochastic: return checked (!deterministic);
     case Command::deterministic: return checked (deterministic);
     case Command::bold: return checked (document::is_bold (style_.font_word));

@@ -207,12 +207,14 @@ Measures measure (const arrange::Graph& graph, const arrange::Layout& layout) {
     };
     for (std::size_t c = 0; c < layout.compartments.size (); ++c) {
         const Box& box = layout.compartments[c];
+        if (box.width () <= 0) continue; // it holds nothing
         for (std::size_t n = 0; n < boxes.size (); ++n) {
             const bool mine = holds (static_cast<int> (c), layout.nodes[n].compartment);
             if (mine ? !inside (boxes[n], box) : overlap (boxes[n], box)) ++m.outside_box;
         }
         for (std::size_t d = 0; d < c; ++d) {
             const Box& other = layout.compartments[d];
+            if (other.width () <= 0) continue;
             const bool good =
                 holds (static_cast<int> (c), static_cast<int> (d))   ? inside (other, box)
                 : holds (static_cast<int> (d), static_cast<int> (c)) ? inside (box, other)
