@@ -5,6 +5,7 @@
 #include "arrange/pack.h"
 #include "arrange/search.h"
 #include "arrange/settle.h"
+#include "arrange/start.h"
 
 #include <algorithm>
 #include <cmath>
@@ -77,12 +78,35 @@ class Compound {
         if (!arcs_cross) return boxes_;
         // Arcs between compartments want room between boxes and in them: the least that does.
         double gap = first_gap;
-        for (int tries = 1; !untangle (gap) && tries < most_tries; ++tries) {
+        bool clear = untangle (gap, hot);
+        for (int tries = 1; !clear && tries < most_tries; ++tries) {
             gap *= gap_growth;
             place_inside (-1, gap);
             measure_boxes ();
+            clear = untangle (gap, hot);
         }
+        if (clear) tighten ();
+        const double cost = clear ? cost_of_all () : 1e300;
+        const State first = state ();
+        // All in layers is another beginning, which thinks of those arcs first.
+        if (start_in_layers () && untangle (first_gap, warm)) {
+            tighten ();
+            if (cost_of_all () < cost) return boxes_;
+        }
+        bring_back (first);
         return boxes_;
+    }
+
+    /// Boxes that have become smaller come nearer to each other, as long as that is better.
+    void tighten () {
+        for (int round = 0; round < most_rounds; ++round) {
+            const State before = state ();
+            const double cost = cost_of_all ();
+            squeeze (first_gap);
+            if (untangle (first_gap, cool) && cost_of_all () < cost) continue;
+            bring_back (before);
+            return;
+        }
     }
 
   private:
@@ -90,17 +114,34 @@ class Compound {
     static constexpr double first_gap = 48;  // between boxes that arcs with squares join
     static constexpr double gap_growth = 1.7;
     static constexpr int most_tries = 8;
-    static constexpr double padding = 18;            // inside a box
-    static constexpr double shadow = 6;              // of a node, right of and below it
-    static constexpr double work_of_element = 60000; // of untangling, at effort 1
+    static constexpr double good_sides = 2;        // longer side / shorter one of a page
+    static constexpr double long_page_cost = 2000; // for each more
+    static constexpr double padding = 18;          // inside a box
+    static constexpr double shadow = 6;            // of a node, right of and below it
+    static constexpr double empty_page_cost = 400; // for each element, of a page that is all empty
+    static constexpr double hot = 600;             // heats of untangling
+    static constexpr double warm = 200;
+    static constexpr double cool = 60;
+    static constexpr int most_rounds = 2;
+    static constexpr double work_of_element = 40000; // of untangling, at effort 1
+
+    struct State {
+        std::vector<DrawnNode> nodes;
+        std::vector<Box> boxes;
+    };
+    State state () const { return {sketch_.drawing.nodes, boxes_}; }
+    void bring_back (const State& state) {
+        sketch_.drawing.nodes = state.nodes;
+        boxes_ = state.boxes;
+    }
 
     /// Arcs between compartments, which the parts were laid out without, count now: nodes move in
     /// their boxes, and a little beyond, until those are short and cross little. Then the boxes are
     /// drawn tight. False, with everything as it was, when nodes or squares are still in each
     /// other's way.
-    bool untangle (double gap) {
+    bool untangle (double gap, double heat) {
         Drawing& all = sketch_.drawing;
-        const Drawing before = all;
+        const State before = state ();
         Wishes wishes;
         const double more = (gap - narrow_gap) / 2;
         wishes.rooms = rooms (more);
@@ -114,15 +155,14 @@ class Compound {
             const double elements =
                 static_cast<double> (all.nodes.size () + all.reactions.size () + all.links.size ());
             const double work = options_.effort * work_of_element * elements;
-            search (all, field, wishes, {static_cast<std::uint64_t> (work), 100, 0.5, 160, 8, 0},
-                    random);
+            search (all, field, wishes,
+                    {static_cast<std::uint64_t> (work), heat, 0.5, heat / 2 + 60, 8, 0}, random);
         }
         if (settle (all, wishes.rooms)) {
             measure_boxes (outlines (more));
             if (boxes_are_apart ()) return true;
         }
-        all = before;
-        measure_boxes ();
+        bring_back (before);
         return false;
     }
 
@@ -135,6 +175,124 @@ class Compound {
                 boxes[c] = {b.left - more, b.top - more, b.right + more, b.bottom + more};
         }
         return boxes;
+    }
+
+    bool start_in_layers () {
+        std::vector<int> outer;
+        for (std::size_t c = 0; c < boxes_.size (); ++c)
+            outer.push_back (parent (static_cast<int> (c)));
+        if (!start_in_boxes (sketch_.drawing, outer, 2 * padding)) return false;
+        measure_boxes ();
+        if (!boxes_are_apart ()) return false;
+        fold_blocks ();
+        squeeze (first_gap);
+        return boxes_are_apart ();
+    }
+
+    struct Block {
+        Box box;
+        Point moved;
+        std::vector<int> nodes;
+
+        void move (double x, double y) {
+            box = {box.left + x, box.top + y, box.right + x, box.bottom + y};
+            moved = {moved.x + x, moved.y + y};
+        }
+    };
+
+    /// Outermost boxes, and nodes in none.
+    std::vector<Block> blocks () const {
+        std::vector<Block> list (boxes_.size ());
+        for (std::size_t c = 0; c < boxes_.size (); ++c) list[c].box = boxes_[c];
+        for (std::size_t n = 0; n < sketch_.drawing.nodes.size (); ++n) {
+            const DrawnNode& own = sketch_.drawing.nodes[n];
+            int outermost = own.compartment;
+            for (std::size_t i = 0; i < boxes_.size () && outermost >= 0 && parent (outermost) >= 0;
+                 ++i)
+                outermost = parent (outermost);
+            if (outermost >= 0) {
+                list[at (outermost)].nodes.push_back (static_cast<int> (n));
+                continue;
+            }
+            list.push_back ({{own.at.x - own.half_width, own.at.y - own.half_height,
+                              own.at.x + own.half_width, own.at.y + own.half_height},
+                             {},
+                             {static_cast<int> (n)}});
+        }
+        std::erase_if (list, [] (const Block& b) { return b.nodes.empty (); });
+        return list;
+    }
+
+    void move_blocks (const std::vector<Block>& list) {
+        for (const Block& block : list) {
+            for (const int n : block.nodes)
+                node (n).at = {node (n).at.x + block.moved.x, node (n).at.y + block.moved.y};
+        }
+        measure_boxes ();
+    }
+
+    /// A row of boxes that is much longer than wide becomes rows one below the other.
+    void fold_blocks () {
+        const Box page = page_box ();
+        const double rows_wanted = std::sqrt (page.width () / page.height () / options_.aspect);
+        const int rows = static_cast<int> (std::lround (rows_wanted));
+        if (rows < 2) return;
+        std::vector<Block> list = blocks ();
+        for (Block& block : list) {
+            const double middle = (block.box.left + block.box.right) / 2 - page.left;
+            const double part = page.width () / rows;
+            const int row = std::min (rows - 1, static_cast<int> (middle / part));
+            // Every second row is reversed, so that neighbours stay neighbours.
+            const double rest = middle - row * part;
+            const double to = row % 2 == 0 ? rest : part - rest;
+            block.move (std::round (to - middle), row * std::ceil (page.height () + first_gap));
+        }
+        move_blocks (list);
+    }
+
+    /// Outermost boxes, and nodes in none, go left and up until they keep `gap` from each other.
+    void squeeze (double gap) {
+        std::vector<Block> list = blocks ();
+        for (int round = 0; round < 4; ++round) {
+            const bool level = round % 2 == 0;
+            const auto begin = [level] (const Box& b) { return level ? b.left : b.top; };
+            const auto end = [level] (const Box& b) { return level ? b.right : b.bottom; };
+            std::stable_sort (list.begin (), list.end (), [&] (const Block& a, const Block& b) {
+                return begin (a.box) < begin (b.box);
+            });
+            for (std::size_t b = 0; b < list.size (); ++b) {
+                const Box& box = list[b].box;
+                double place = 0;
+                for (std::size_t a = 0; a < b; ++a) {
+                    const Box& other = list[a].box;
+                    const bool beside =
+                        level ? box.top < other.bottom + gap && other.top < box.bottom + gap
+                              : box.left < other.right + gap && other.left < box.right + gap;
+                    if (beside) place = std::max (place, end (other) + gap);
+                }
+                const double by = std::round (place - begin (box));
+                list[b].move (level ? by : 0, level ? 0 : by);
+            }
+        }
+        move_blocks (list);
+    }
+
+    /// What the whole drawing costs where it stands, and the page it needs.
+    double cost_of_all () {
+        Wishes wishes;
+        wishes.wall_weight = 0;
+        wishes.clarity = 2;
+        wishes.flows.assign (sketch_.drawing.reactions.size (), 0);
+        const Box page = page_box ();
+        const double sides =
+            std::max (page.width () / page.height (), page.height () / page.width ());
+        double area = 0;
+        for (const DrawnNode& n : sketch_.drawing.nodes) area += 4 * n.half_width * n.half_height;
+        const double empty = 1 - area / (page.width () * page.height ());
+        const auto elements =
+            static_cast<double> (sketch_.drawing.nodes.size () + sketch_.drawing.reactions.size ());
+        return Field (sketch_.drawing, wishes).total () + empty_page_cost * elements * empty +
+               long_page_cost * std::max (0.0, sides - good_sides);
     }
 
     Rooms rooms (double more) const {

@@ -184,20 +184,16 @@ void Arranger::list_species () {
             arrange::Species s;
             s.name = master->name ();
             s.kind = kind_of (*master);
-            s.size = {master->get_width (), static_cast<double> (master->get_height ())};
-            const bool has_bar = master->group () != 0 && master->label () != nullptr;
-            constexpr double bar_height = 4; // what a shared node is higher at most
-            s.shared_size = {s.size.width,
-                             s.size.height + (has_bar && !master->is_shared () ? bar_height : 0)};
             s.compartment = compartment;
             graph_.species.push_back (std::move (s));
         }
         species_of_[n.get ()] = found->second;
         // Copies may be written in other letters.
         arrange::Species& s = graph_.species[at (found->second)];
-        for (arrange::Size* size : {&s.size, &s.shared_size}) {
-            size->width = std::max<double> (size->width, n->get_width ());
-            size->height = std::max<double> (size->height, n->get_height ());
+        for (const bool shared : {false, true}) {
+            arrange::Size& size = shared ? s.shared_size : s.size;
+            size.width = std::max<double> (size.width, n->get_width ());
+            size.height = std::max<double> (size.height, n->height_as (shared));
         }
         nodes_[at (found->second)].push_back (n.get ());
     }
