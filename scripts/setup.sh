@@ -39,6 +39,7 @@ cmd:mpicxx                      libopenmpi-dev          openmpi-devel         op
 cmd:mpirun                      openmpi-bin             openmpi               openmpi
 inc:graphviz/gvc.h              libgraphviz-dev         graphviz-devel        graphviz
 inc:sbml/SBMLTypes.h            libsbml5-dev            libsbml-devel         libsbml
+inc:librsvg-2.0/librsvg/rsvg.h  librsvg2-dev            librsvg2-devel        librsvg
 inc:GL/gl.h                     libgl-dev               mesa-libGL-devel      mesa
 inc:GL/glu.h                    libglu1-mesa-dev        mesa-libGLU-devel     glu
 inc:X11/Xlib.h                  libx11-dev              libX11-devel          libx11

@@ -9,6 +9,7 @@
 #include "editor/commands.h"
 #include "editor/editor_state.h"
 #include "editor/flight.h"
+#include "editor/gap_notice.h"
 #include "editor/history.h"
 #include "editor/mouse_help.h"
 #include "editor/selection.h"
@@ -166,6 +167,7 @@ class Canvas final : private document::NetworkListener {
     Gesture gesture;
     bool pointer_inside = false;
     bool has_focus = false;
+    GapNotice gaps;                       // what a run of it does without
     bool told_of_change = false;          // that another program wrote the file
     document::Node* asked_node = nullptr; // whose concentration is being asked for
     EditorState& shared () { return shared_; }

@@ -21,6 +21,8 @@ void save_settings (Workbench& bench);
 void save_user_manual (Workbench& bench);
 void export_pdf (Workbench& bench);
 void export_svg (Workbench& bench);
+void export_png (Workbench& bench);
+void export_all_tabs (Workbench& bench);
 void quit (Workbench& bench);
 void export_standard_sbml (Workbench& bench);
 void new_tab (Workbench& bench);
@@ -65,6 +67,7 @@ void stochastic (Workbench& bench);
 void deterministic (Workbench& bench);
 void start_simulation (Workbench& bench);
 void set_duration (Workbench& bench);
+void show_left_out (Workbench& bench);
 
 // command_formula.cpp
 void reactions_per_gate (Workbench& bench);

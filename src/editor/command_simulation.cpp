@@ -22,6 +22,15 @@ void deterministic (Workbench& bench) {
 
 void start_simulation (Workbench& bench) { bench.start_simulation (); }
 
+void show_left_out (Workbench& bench) {
+    Canvas& canvas = bench.current ();
+    if (canvas.gaps.show_next (canvas))
+        report_message ("%s", canvas.gaps.text ().c_str ());
+    else
+        report_message ("A simulation leaves nothing out");
+    bench.world ().refresh ();
+}
+
 void set_duration (Workbench& bench) {
     bench.world ().ask_value ({.prompt = "Duration: ",
                                .title = "Duration",

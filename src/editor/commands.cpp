@@ -139,6 +139,23 @@ constexpr std::array<CommandRow, command_count> rows{{
      .help = "Quit <b>Ostrand</b>. If the current bio-network is modified but not saved, the "
              "confirmation box is popped.",
      .run = run::quit},
+    {.code = Command::export_png,
+     .menu = Menu::file,
+     .label = "Export to P&NG...",
+     .name = "export-to-png",
+     .help = "Write the drawing of the current bio-network to a PNG file, a picture of pixels, for "
+             "slides and messages. You are asked how many pixels of the picture stand for one of "
+             "the drawing: 1 is the size on screen at 100%, 3 prints well.",
+     .run = run::export_png},
+    {.code = Command::export_all_tabs,
+     .menu = Menu::file,
+     .label = "Export all &tabs...",
+     .name = "export-all-tabs",
+     .help =
+         "Write the drawings of all open tabs, each to a file of its own. The ending of the name "
+         "that you give decides the format, .pdf, .svg or .png; the name of each tab is put "
+         "behind it.",
+     .run = run::export_all_tabs},
     {.code = Command::export_standard_sbml,
      .menu = Menu::file,
      .label = "Export as SBML Level 3 ...",
@@ -469,6 +486,15 @@ constexpr std::array<CommandRow, command_count> rows{{
      .emacs = ctrl ('d'),
      .help = "Set how many seconds a simulation lasts.",
      .run = run::set_duration},
+    {.code = Command::show_left_out,
+     .menu = Menu::simulation,
+     .label = "Show what is &left out",
+     .name = "show-left-out",
+     .help =
+         "Go to the next object that a simulation does without: a reaction that nothing "
+         "catalyses, a constant that is no number, a molecule without a name. When a simulation "
+         "starts, a line above the drawing tells of such objects.",
+     .run = run::show_left_out},
 
     // Formula
     {.code = Command::reactions_per_gate,

@@ -25,6 +25,8 @@ enum class Command {
     export_pdf,
     export_svg,
     quit,
+    export_png,
+    export_all_tabs,
     export_standard_sbml,
     // Edit
     undo,
@@ -64,6 +66,7 @@ enum class Command {
     deterministic,
     start_simulation,
     set_duration,
+    show_left_out,
     // Formula
     reactions_per_gate,
     extract_gates,

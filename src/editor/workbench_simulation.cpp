@@ -15,7 +15,7 @@ constexpr double poll_seconds = 0.01;
 
 void Workbench::start_simulation () {
     if (!has_tab () || simulations_.running ()) return;
-    const Canvas& canvas = current ();
+    Canvas& canvas = current ();
     // A copy is brought up to date: the document stays as it is.
     const std::unique_ptr<document::Network> network = canvas.network ().copy (nullptr);
     network->update_shared_nodes ();
@@ -26,6 +26,7 @@ void Workbench::start_simulation () {
         report_message ("The simulation cannot be started: %s", error.c_str ());
         return;
     }
+    canvas.gaps.look (canvas);
     world_.refresh ();
     watch_simulation ();
 }

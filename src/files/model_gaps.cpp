@@ -55,7 +55,7 @@ class GapFinder {
     explicit GapFinder (const Network& network)
         : network_ (network), has_rates_ (is_any_rated (network)) {}
 
-    std::vector<std::string> find ();
+    std::vector<ModelGap> find ();
 
   private:
     void node (const Node& n);
@@ -67,7 +67,10 @@ class GapFinder {
 
     const Network& network_;
     bool has_rates_;
-    std::vector<std::string> gaps_;
+    void tell (std::string text) { gaps_.push_back ({std::move (text), object_}); }
+
+    std::vector<ModelGap> gaps_;
+    const GraphBase* object_ = nullptr; // that is looked at
 };
 
 bool is_enzyme_of (const Arque& a, const Arque& r) {
@@ -88,7 +91,7 @@ void GapFinder::constant (const document::Char* field, const std::string& what) 
     }
     const std::string letters = static_cast<const document::Line*> (field)->chars_only ();
     if (!letters.empty () && !is_number (letters)) {
-        gaps_.push_back ("no number: \"" + letters + "\", " + what);
+        tell ("no number: \"" + letters + "\", " + what);
     }
 }
 
@@ -96,21 +99,20 @@ void GapFinder::reaction (const Arque& r) {
     const std::string name = "reaction " + reaction_name (r);
     if (is_rated (r)) {
         const RatedText rated = rated_text (network_, r, 0);
-        if (!rated.fault.empty ()) gaps_.push_back ("left out: " + name + ", " + rated.fault);
+        if (!rated.fault.empty ()) tell ("left out: " + name + ", " + rated.fault);
         return;
     }
     if (r.source ()->label () == nullptr) {
-        gaps_.push_back ("left out: " + name + ", its source has no label");
+        tell ("left out: " + name + ", its source has no label");
     } else if (!is_stated (r)) {
-        gaps_.push_back ("left out: " + name + ", nothing catalyses it");
+        tell ("left out: " + name + ", nothing catalyses it");
     } else if (has_rates_ && r.label () == nullptr) {
-        gaps_.push_back ("left out: " + name + ", it has no rate");
+        tell ("left out: " + name + ", it has no rate");
     } else {
         for (const Arque* a : network_.arcs_to (r)) {
             // As the import draws a reaction that nothing catalyses.
             if (is_enzyme_of (*a, r) && a->source ()->name ().empty ()) {
-                gaps_.push_back ("no name: the enzyme of " + name +
-                                 ", which the simulator refuses");
+                tell ("no name: the enzyme of " + name + ", which the simulator refuses");
             }
         }
         constant (r.label (), "label of " + name);
@@ -119,6 +121,7 @@ void GapFinder::reaction (const Arque& r) {
 }
 
 void GapFinder::arc (const Arque& a) {
+    object_ = &a;
     if (document::is_reaction (a.type ())) {
         reaction (a);
         return;
@@ -139,9 +142,9 @@ void GapFinder::arc (const Arque& a) {
     }
     const std::string name = name_of (a.source ()) + " to " + name_of (a.dest ());
     if (inhibits) {
-        gaps_.push_back ("left out: inhibition from " + name + ", it ends on no reaction");
+        tell ("left out: inhibition from " + name + ", it ends on no reaction");
     } else {
-        gaps_.push_back ("left out: arc from " + name + ", a model text has no word for it");
+        tell ("left out: arc from " + name + ", a model text has no word for it");
     }
 }
 
@@ -158,8 +161,7 @@ void GapFinder::concentration (const Node& n) {
     const std::string value =
         statement.substr (before.size (), statement.size () - before.size () - behind.size ());
     if (sim::concentration_fault (value)) {
-        gaps_.push_back ("no concentration that the simulator reads: \"" + value + "\", of " +
-                         name_of (&n));
+        tell ("no concentration that the simulator reads: \"" + value + "\", of " + name_of (&n));
     }
 }
 
@@ -171,20 +173,21 @@ bool is_end_of_rated (const Node& n) {
 }
 
 void GapFinder::node (const Node& n) {
+    object_ = &n;
     concentration (n);
     if (n.label () == nullptr) {
-        if (!is_end_of_rated (n)) gaps_.push_back ("left out: " + name_of (&n));
+        if (!is_end_of_rated (n)) tell ("left out: " + name_of (&n));
     } else if (const Network* nested = n.nested ()) {
-        gaps_.push_back (format_text ("left out: the network inside the node at (%s, %s), %d nodes",
-                                      format_g (n.x ()).c_str (), format_g (n.y ()).c_str (),
-                                      nested->nb_nodes ()));
+        tell (format_text ("left out: the network inside the node at (%s, %s), %d nodes",
+                           format_g (n.x ()).c_str (), format_g (n.y ()).c_str (),
+                           nested->nb_nodes ()));
     }
     for (const auto& a : n.arcs ()) {
         arc (*a);
     }
 }
 
-std::vector<std::string> GapFinder::find () {
+std::vector<ModelGap> GapFinder::find () {
     for (const auto& n : network_.nodes ()) {
         node (*n);
     }
@@ -193,6 +196,14 @@ std::vector<std::string> GapFinder::find () {
 
 } // namespace
 
-std::vector<std::string> model_gaps (const Network& network) { return GapFinder (network).find (); }
+std::vector<ModelGap> find_model_gaps (const Network& network) {
+    return GapFinder (network).find ();
+}
+
+std::vector<std::string> model_gaps (const Network& network) {
+    std::vector<std::string> texts;
+    for (ModelGap& gap : find_model_gaps (network)) texts.push_back (std::move (gap.text));
+    return texts;
+}
 
 } // namespace ostrand::files

@@ -121,6 +121,8 @@ class Search {
         std::pmr::monotonic_buffer_resource memory (buffer.data (), buffer.size ());
         const auto draw = [this] { return next_circuit_.fetch_add (1, std::memory_order_relaxed); };
         const std::size_t least = size == 2 ? 1 : static_cast<std::size_t> (size);
+        // Told here, for the others may draw all circuits of this size.
+        if (thread == 0 && settings_.progress != nullptr) tell (size, 0, 0);
         std::uint64_t place = 0; // of the next circuit of this size
         std::uint64_t mine = draw ();
         const auto circuit = [&] (std::span<const int> enzymes, int seed) {

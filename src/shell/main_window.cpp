@@ -27,6 +27,7 @@ constexpr int slider_height = 17;
 constexpr int tab_height = 18;
 constexpr int query_height = 25;
 constexpr int list_height = 350;
+constexpr int notice_height = 24;
 constexpr int status_height = 20;
 
 void close_asked (Fl_Widget*, void* bench) {
@@ -63,6 +64,17 @@ MainWindow::MainWindow (editor::Workbench& bench)
     query_->set_file_list (file_list_);
     query_->give_focus_back = [this] { focus_canvas (); };
     query_->on_layout = [this] { lay_out (); };
+
+    notice_ = new NoticeStrip (0, 0, first_width, notice_height);
+    notice_->on_show = [this] {
+        bench_.run (editor::Command::show_left_out);
+        focus_canvas ();
+    };
+    notice_->on_close = [this] {
+        if (bench_.has_tab ()) bench_.current ().gaps.dismiss ();
+        refresh_notice ();
+        focus_canvas ();
+    };
 
     canvas_pack_ = new My_Pack (0, 26, first_width, first_height - header_height);
     canvas_pack_->type (My_Pack::HORIZONTAL);
@@ -220,6 +232,7 @@ void MainWindow::refresh () {
         header_pack_->place_children ();
         header_pack_->redraw ();
     }
+    refresh_notice ();
     const std::optional<float> progress = bench_.simulation_progress ();
     if (progress.has_value () != (progress_bar_->visible () != 0)) {
         if (progress) {
@@ -231,6 +244,17 @@ void MainWindow::refresh () {
         }
     }
     if (progress) progress_bar_->value (*progress);
+}
+
+void MainWindow::refresh_notice () {
+    const bool open = bench_.has_tab () && bench_.current ().gaps.is_open ();
+    if (open) notice_->show_text (bench_.current ().gaps.text ());
+    if (open == (notice_->visible () != 0)) return;
+    if (open)
+        notice_->show ();
+    else
+        notice_->hide ();
+    lay_out ();
 }
 
 void MainWindow::show_status (const std::string& text) {

@@ -6,6 +6,7 @@
 #include "shell/file_list.h"
 #include "shell/menu_bar.h"
 #include "shell/mouse_help_widget.h"
+#include "shell/notice_strip.h"
 #include "shell/pack.h"
 #include "shell/progress_bar.h"
 #include "shell/query_line.h"
@@ -43,6 +44,7 @@ class MainWindow : public Fl_Double_Window {
   private:
     void build_header ();
     void lay_out ();
+    void refresh_notice ();
     void add_canvas_windows ();
     void show_active_canvas ();
 
@@ -58,6 +60,7 @@ class MainWindow : public Fl_Double_Window {
     My_TabGroup* tab_group_;
     Query* query_;
     FileList* file_list_;
+    NoticeStrip* notice_;
     Fl_Box* status_line_;
     std::map<const editor::Canvas*, CanvasWindow*> canvas_windows_;
     CanvasWindow* shown_ = nullptr;

@@ -35,8 +35,10 @@ class DeterministicKernel {
         DeterministicKernel kernel;
         kernel.rows_ = state.amounts.data ();
         for (std::uint32_t it = 0; it < time_steps; it += 2) {
+            kernel.moved_ = false;
             for (const LaneStep& step : program.forward) kernel.apply (step);
             for (const LaneStep& step : program.backward) kernel.apply (step);
+            if (!kernel.moved_) return; // nothing ever will
         }
     }
 
@@ -68,19 +70,20 @@ class DeterministicKernel {
     /// What reacts: 0 in a lane with less than one molecule of a reactant. False when no lane has
     /// enough. Not-a-number is never too little, and every choice is made as the plain engine makes
     /// it.
-    HWY_INLINE static bool reacts (const Row& a, float k, Row& n) {
+    HWY_INLINE bool reacts (const Row& a, float k, Row& n) {
         const AmountTag d;
         const Amounts least = hn::Set (d, 1.0);
         auto spent = hn::Lt (a.of[0], least);
         for (std::size_t v = 1; v < vectors; ++v) spent = hn::And (spent, hn::Lt (a.of[v], least));
         if (hn::AllTrue (d, spent)) return false;
+        moved_ = true;
         const Amounts factor = hn::Set (d, static_cast<double> (k));
         for (std::size_t v = 0; v < vectors; ++v) {
             n.of[v] = hn::IfThenZeroElse (hn::Lt (a.of[v], least), hn::Mul (factor, a.of[v]));
         }
         return true;
     }
-    HWY_INLINE static bool reacts (const Row& a, const Row& c, float k, Row& n) {
+    HWY_INLINE bool reacts (const Row& a, const Row& c, float k, Row& n) {
         const AmountTag d;
         const Amounts least = hn::Set (d, 1.0);
         auto spent = hn::Or (hn::Lt (a.of[0], least), hn::Lt (c.of[0], least));
@@ -88,11 +91,13 @@ class DeterministicKernel {
             spent = hn::And (spent, hn::Or (hn::Lt (a.of[v], least), hn::Lt (c.of[v], least)));
         }
         if (hn::AllTrue (d, spent)) return false;
+        moved_ = true;
         const Amounts factor = hn::Set (d, static_cast<double> (k));
         for (std::size_t v = 0; v < vectors; ++v) {
             Amounts amount = hn::Mul (hn::Mul (factor, a.of[v]), c.of[v]);
-            amount = hn::IfThenElse (hn::Lt (amount, a.of[v]), amount, a.of[v]);
-            amount = hn::IfThenElse (hn::Lt (amount, c.of[v]), amount, c.of[v]);
+            const Amounts scarcer =
+                hn::IfThenElse (hn::Lt (a.of[v], c.of[v]), a.of[v], c.of[v]); // known before
+            amount = hn::IfThenElse (hn::Lt (amount, scarcer), amount, scarcer);
             n.of[v] = hn::IfThenZeroElse (hn::Or (hn::Lt (a.of[v], least), hn::Lt (c.of[v], least)),
                                           amount);
         }
@@ -210,6 +215,7 @@ class DeterministicKernel {
     }
 
     double* rows_ = nullptr;
+    bool moved_ = false; // something reacted in these two time steps
 };
 
 /// vectors  of 32-bit words: each holds as many lanes as two vectors of amounts

@@ -68,6 +68,15 @@ bool is_close (const LaneStep& pair, const LaneStep& close) {
     return all_outside;
 }
 
+/// Marks the steps whose first reactant is what the pair before binds.
+void mark_followers (std::vector<LaneStep>& steps) {
+    for (std::size_t i = 1; i < steps.size (); ++i) {
+        const LaneOp before = steps[i - 1].op;
+        steps[i].follows = (before == LaneOp::bind_release || before == LaneOp::release_bind) &&
+                           steps[i].m == steps[i - 1].p0;
+    }
+}
+
 } // namespace
 
 LaneProgram compile_lanes (std::span<const ElemStep> steps, std::uint32_t n_species,
@@ -106,6 +115,8 @@ LaneProgram compile_lanes (std::span<const ElemStep> steps, std::uint32_t n_spec
         if (step.op == LaneOp::bind_release) step.op = LaneOp::release_bind;
         if (step.op == LaneOp::enzyme) step.op = LaneOp::enzyme_back;
     }
+    mark_followers (program.forward);
+    mark_followers (program.backward);
     return program;
 }
 

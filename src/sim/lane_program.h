@@ -28,6 +28,7 @@ struct LaneStep {
     LaneOp op;
     bool two_products;      // p1 is one
     std::uint8_t more_size; // used entries of `more`
+    bool follows;           // m is p0 of the pair right before
     std::uint32_t m;
     std::uint32_t q; // of ops with two reactants and of pairs
     std::uint32_t p0;

@@ -28,8 +28,14 @@ class SingleStochastic {
         SingleStochastic engine;
         if (!engine.load (state)) return false;
         for (std::uint32_t it = 0; it < time_steps; it += 2) {
+            const RandomState before = engine.random_;
             for (const LaneStep& step : program.forward) engine.apply (step);
             for (const LaneStep& step : program.backward) engine.apply (step);
+            // Who draws no number has nothing that could react, and never will have. (From a state
+            // of zeros numbers are drawn that leave it as it is.)
+            if (engine.random_.rd_state1 == before.rd_state1 &&
+                engine.random_.rd_state0 == before.rd_state0 && before.rd_state1 != 0)
+                break;
         }
         if (!(engine.most_ < limit) || engine.least_ < 0 || engine.overflow_) return false;
         engine.store (state);
@@ -70,6 +76,11 @@ class SingleStochastic {
         const std::uint64_t sum = next + y;
         const float low = static_cast<float> (static_cast<std::int32_t> (sum >> 40)) * 0x1p-24F;
         if (!(mean >= low)) return false;
+        // Once, as the mean of most steps is below 1: a number that waits for no computation.
+        if (mean < 1.0F && HWY_LIKELY (mean - low > 0x1p-24F)) {
+            n = 1.0F;
+            return true;
+        }
         const float whole = std::trunc (mean);
         const float above = mean - whole - low;
         n = whole + (above > 0 ? 1.0F : 0.0F);
@@ -220,8 +231,10 @@ class SingleDeterministic {
                                 std::uint32_t time_steps) {
         SingleDeterministic engine (state.amounts.data ());
         for (std::uint32_t it = 0; it < time_steps; it += 2) {
+            engine.moved_ = false;
             for (const LaneStep& step : program.forward) engine.apply (step);
             for (const LaneStep& step : program.backward) engine.apply (step);
+            if (!engine.moved_) return; // nothing ever will
         }
     }
 
@@ -230,17 +243,26 @@ class SingleDeterministic {
 
     HWY_INLINE explicit SingleDeterministic (double* amounts) : r_ (amounts) {}
 
-    HWY_INLINE static bool reacts (double a, double c, float k, double& n) {
+    HWY_INLINE bool reacts (double a, double c, float k, double& n) {
         if (a < least_amount || c < least_amount) return false;
+        moved_ = true;
         n = static_cast<double> (k) * a * c;
-        n = n < a ? n : a;
-        n = n < c ? n : c;
+        const double scarcer = a < c ? a : c; // known before n is
+        n = n < scarcer ? n : scarcer;
         return true;
     }
 
+    /// The first reactant. What the pair before bound is at hand: a value that is read back from
+    /// memory right behind its writing comes late.
+    HWY_INLINE double first (const LaneStep& step) const {
+        if (step.follows) return bound_;
+        return r_[step.m];
+    }
+
     HWY_INLINE void apply_mono (const LaneStep& step) {
-        const double a = r_[step.m];
+        const double a = first (step);
         if (a < least_amount) return;
+        moved_ = true;
         const double n = static_cast<double> (step.k) * a;
         const double b0 = r_[step.p0] + n;
         const double b1 = step.two_products ? r_[step.p1] + n : 0;
@@ -266,13 +288,14 @@ class SingleDeterministic {
 
     template <bool bind_first>
     HWY_INLINE void apply_pair (const LaneStep& step) {
-        double a = r_[step.m];
+        double a = first (step);
         double c = r_[step.q];
         double bound = r_[step.p0];
         double n = 0;
         if (bind_first && reacts (a, c, step.k, n)) bind (step, n, a, c, bound);
         release (step, a, c, bound);
         if (!bind_first && reacts (a, c, step.k, n)) bind (step, n, a, c, bound);
+        bound_ = bound;
     }
     template <bool bind_first>
     HWY_INLINE void apply_enzyme (const LaneStep& step) {
@@ -288,6 +311,7 @@ class SingleDeterministic {
     }
     HWY_INLINE void release (const LaneStep& step, double& a, double& c, double& bound) {
         if (!(bound < least_amount)) {
+            moved_ = true;
             const double n = static_cast<double> (step.release) * bound;
             bound -= n;
             a += n;
@@ -299,6 +323,7 @@ class SingleDeterministic {
     }
     HWY_INLINE void close (const LaneStep& step, double& a, double& bound) {
         if (!(bound < least_amount)) {
+            moved_ = true;
             const double n = static_cast<double> (step.close) * bound;
             bound -= n;
             a += n;
@@ -332,6 +357,8 @@ class SingleDeterministic {
     }
 
     double* r_;
+    double bound_ = 0;   // by the pair before
+    bool moved_ = false; // something reacted in these two time steps
 };
 
 inline bool run_stochastic_single (const LaneProgram& program, StochasticLanes& state,

@@ -3,6 +3,7 @@
 #include "base/path.h"
 #include "document/document_state.h"
 #include "export/export.h"
+#include "export/png_export.h"
 #include "sbml_out/standard_write.h"
 #include "tool/commands.h"
 #include "tool/open_input.h"
@@ -20,13 +21,21 @@ constexpr std::array options{
     ToolOption{"--kinetics", nullptr, "lay out and paint kinetic labels (so from the start)"},
     ToolOption{"--no-annotation", nullptr, "lay SBML out afresh, whatever drawing it has"},
     ToolOption{"--no-kinetics", nullptr, "leave kinetic labels out"},
+    ToolOption{"--scale", "X", "pixels of a .png for one of the drawing (1)"},
     ToolOption{"--standard", nullptr, "write .xml as SBML Level 3 Version 2 for other tools"},
     ToolOption{"--stoichiometry", nullptr, "lay out and paint stoichiometries"},
 };
 
+/// What the options say about writing.
+struct Writing {
+    bool standard = false;
+    double scale = 1;
+};
+
 /// Writes by the extension; drawings have their own.
-bool write (files::Document& document, const std::string& path, bool standard, std::string& error) {
-    if (standard) {
+bool write (files::Document& document, const std::string& path, const Writing& how,
+            std::string& error) {
+    if (how.standard) {
         const std::string text = sbml_out::write_standard (*document.network, base_name (path));
         if (text.empty ()) {
             error = "the network could not be said in SBML";
@@ -36,6 +45,8 @@ bool write (files::Document& document, const std::string& path, bool standard, s
     }
     if (path.ends_with (".svg")) return drawing::export_svg (*document.network, path, error);
     if (path.ends_with (".pdf")) return drawing::export_pdf (*document.network, path, error);
+    if (path.ends_with (".png"))
+        return drawing::export_png (*document.network, path, how.scale, error);
     return files::save_document (document, path, error);
 }
 
@@ -47,9 +58,19 @@ int run (const Arguments& arguments) {
     state.show_kinetics = !arguments.has ("--no-kinetics");
     state.show_stoichiometry = arguments.has ("--stoichiometry");
     files::Document document;
-    const bool standard = arguments.has ("--standard");
+    Writing writing{.standard = arguments.has ("--standard")};
     const std::string& target = arguments.words[1];
-    if (standard && std::string_view (files::writing_format (target).name) != "SBML") {
+    std::string error;
+    if (arguments.has ("--scale")) {
+        const auto scale = drawing::read_png_scale (arguments.value ("--scale"), error);
+        if (!scale) {
+            std::fprintf (stderr, "ostrand-tool convert: %s, not '%s'\n", error.c_str (),
+                          arguments.value ("--scale").c_str ());
+            return status_usage;
+        }
+        writing.scale = *scale;
+    }
+    if (writing.standard && std::string_view (files::writing_format (target).name) != "SBML") {
         std::fprintf (stderr, "ostrand-tool convert: --standard writes .xml, not '%s'\n",
                       target.c_str ());
         return status_usage;
@@ -60,8 +81,7 @@ int run (const Arguments& arguments) {
                                                   : files::Arranging::without_places};
     if (!open_input ("convert", arguments.words[0], document, how)) return status_failure;
     if (arguments.has ("--duration")) document.duration = *duration;
-    std::string error;
-    if (write (document, target, standard, error)) return status_success;
+    if (write (document, target, writing, error)) return status_success;
     std::fprintf (stderr, "ostrand-tool convert: cannot write '%s'%s%s\n", target.c_str (),
                   error.empty () ? "" : ": ", error.c_str ());
     return status_failure;
@@ -76,8 +96,10 @@ extern const ToolCommand convert_command{
     .most_words = 2,
     .summary = "convert a network to another format or to a drawing",
     .details =
-        "The extension of each name tells its format: .ssa is model text, .xml is SBML, .svg and\n"
-        ".pdf are drawings, every other name is native text (.net, .mto), which is told by its\n"
+        "The extension of each name tells its format: .ssa is model text, .xml is SBML, .svg, "
+        ".pdf\n"
+        "and .png are drawings, every other name is native text (.net, .mto), which is told by "
+        "its\n"
         "first line when it is read. Model text, and SBML without a drawing, is laid out.\n"
         "SBML of other tools (.xml or .sbml, also packed by gzip) is read with its "
         "stoichiometries,\n"

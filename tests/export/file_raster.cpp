@@ -13,7 +13,19 @@ bool is_installed (const std::string& program) {
     return run_program ({"/bin/sh", "-c", "command -v " + program}).status == 0;
 }
 
-Raster read_png (const std::string& bytes) {
+/// "P6", width, height, 255, one white byte, then the pixels.
+Raster read_ppm (const std::string& bytes) {
+    Raster raster;
+    int at = 0;
+    if (std::sscanf (bytes.c_str (), "P6 %d %d 255%n", &raster.width, &raster.height, &at) != 2)
+        return {};
+    raster.rgb.assign (bytes.begin () + at + 1, bytes.end ());
+    return raster;
+}
+
+} // namespace
+
+Raster png_raster (const std::string& bytes) {
     Raster raster;
     png_image image;
     std::memset (&image, 0, sizeof image);
@@ -30,24 +42,12 @@ Raster read_png (const std::string& bytes) {
     return raster;
 }
 
-/// "P6", width, height, 255, one white byte, then the pixels.
-Raster read_ppm (const std::string& bytes) {
-    Raster raster;
-    int at = 0;
-    if (std::sscanf (bytes.c_str (), "P6 %d %d 255%n", &raster.width, &raster.height, &at) != 2)
-        return {};
-    raster.rgb.assign (bytes.begin () + at + 1, bytes.end ());
-    return raster;
-}
-
-} // namespace
-
 std::optional<Raster> svg_raster (const std::filesystem::path& path) {
     if (!is_installed ("rsvg-convert")) return std::nullopt;
     const ProgramResult result =
         run_program ({"/usr/bin/env", "rsvg-convert", "--background-color=white", path.string ()});
     EXPECT_EQ (result.status, 0) << result.error;
-    return read_png (result.out);
+    return png_raster (result.out);
 }
 
 std::optional<Raster> pdf_raster (const std::filesystem::path& path) {

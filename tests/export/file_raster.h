@@ -7,6 +7,8 @@
 
 namespace ostrand::testing {
 
+/// A PNG file's bytes; no pixels when they are none.
+Raster png_raster (const std::string& bytes);
 /// The picture of an SVG file, by rsvg-convert on a white ground; nothing when it is not installed.
 std::optional<Raster> svg_raster (const std::filesystem::path& path);
 /// The first page of a PDF file, one pixel a point, by pdftoppm.

@@ -39,6 +39,7 @@ std::string library_of (const std::string& header) {
     if (header.starts_with ("hpdf")) return "haru";
     if (header.starts_with ("graphviz/")) return "graphviz";
     if (header.starts_with ("sbml/")) return "sbml";
+    if (header.starts_with ("librsvg/") || header == "cairo.h") return "rsvg";
     return {};
 }
 

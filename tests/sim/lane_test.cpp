@@ -172,7 +172,7 @@ TEST (lanes, the_narrowest_kernel_that_holds_all_is_chosen_or_the_widest) {
 }
 
 TEST (lanes, random_models_equal_the_plain_engine) {
-    for (unsigned seed = 1; seed <= 1500; ++seed) {
+    for (unsigned seed = 1; seed <= (testing::sanitized ? 150U : 1500U); ++seed) {
         const std::string text = plain::random_model (seed).text ();
         const LaneCase c = read_case (text, 1 + seed % 37);
         ASSERT_NO_FATAL_FAILURE (expect_equal (c, true, {2, 30, 8}, text)) << "seed " << seed;
@@ -226,7 +226,7 @@ LaneCase wild_case (unsigned seed) {
 }
 
 TEST (lanes, counts_that_wrap_and_saturate_equal_the_plain_engine) {
-    for (unsigned seed = 1; seed <= 3000; ++seed) {
+    for (unsigned seed = 1; seed <= (testing::sanitized ? 300U : 3000U); ++seed) {
         const LaneCase c = wild_case (seed);
         ASSERT_NO_FATAL_FAILURE (expect_equal (c, true, {2, 12, 6}, "")) << "seed " << seed;
         ASSERT_NO_FATAL_FAILURE (expect_equal (c, false, {2, 12, 6}, "")) << "seed " << seed;
@@ -287,6 +287,32 @@ TEST (lanes, whole_numbers_and_numbers_near_them_fire_as_in_the_plain_engine) {
     }
 }
 
+TEST (lanes, where_nothing_reacts_any_more_nothing_changes_and_no_number_is_drawn) {
+    // Without chance the last molecule stays a fraction; with it, all goes and the rest is silence.
+    const std::string text = "[a] = 3 uM; [e] = 1 uM; a -> b | 0.9; e : b -> c | 1 uM - 10;"
+                             "c -> d | 0.7; d + a -> x | 0.5;";
+    const LaneCase c = read_case (text, 33);
+    for (const bool stochastic : {true, false}) {
+        ASSERT_NO_FATAL_FAILURE (expect_equal (c, stochastic, {2, 5000, 1000}, text));
+    }
+}
+
+TEST (lanes, a_generator_that_draws_nothing_but_zeros_is_no_silence) {
+    // Its state stays as it is while every step fires.
+    LaneCase c = read_case ("[a] = 1 uM; a -> b | 0.001; b -> a | 0.002;", 33);
+    for (std::size_t i = 0; i < c.seeds.size (); i += 2) c.seeds[i] = {0, 0};
+    ASSERT_NO_FATAL_FAILURE (expect_equal (c, true, {2, 400}, ""));
+}
+
+TEST (lanes, steps_that_take_what_the_pair_before_bound_equal_the_plain_engine) {
+    const std::string text = "[e] = 2 uM; [s] = 30 uM, 2 uM; [t] = 20 uM; [u] = 10 uM;"
+                             "e : s + t + u -> p + q | 1 uM, 2 uM, 3 uM - 50;";
+    const LaneCase c = read_case (text, 33);
+    for (const bool stochastic : {true, false}) {
+        ASSERT_NO_FATAL_FAILURE (expect_equal (c, stochastic, {2, 998, 3000}, text));
+    }
+}
+
 // ---- programs ------------------------------------------------------------------------------
 
 LaneProgram compiled (const std::string& text, bool draws = true) {
@@ -316,6 +342,12 @@ TEST (lane_program, an_enzyme_of_two_substrates_is_pairs) {
                  ElementsAre (LaneOp::bind_release, LaneOp::bind_release, LaneOp::bind_release,
                               LaneOp::bind_release, LaneOp::mono));
     EXPECT_EQ (program.n_steps, 9U);
+    std::vector<bool> follows;
+    for (const LaneStep& step : program.forward) follows.push_back (step.follows);
+    EXPECT_THAT (follows, ElementsAre (false, true, false, true, true));
+    follows.clear ();
+    for (const LaneStep& step : program.backward) follows.push_back (step.follows);
+    EXPECT_THAT (follows, ElementsAre (false, false, false, false, false));
 }
 
 TEST (lane_program, species_that_meet_themselves_are_no_pair) {

@@ -10,6 +10,14 @@
 
 namespace ostrand::testing {
 
+/// Under a sanitizer everything takes many times as long; random trials are fewer there, for their
+/// point is then the way and not the number.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+inline constexpr bool sanitized = true;
+#else
+inline constexpr bool sanitized = false;
+#endif
+
 /// A folder of its own that goes with its scope.
 class TemporaryFolder {
   public:

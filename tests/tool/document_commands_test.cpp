@@ -110,6 +110,31 @@ TEST (ConvertCommand, onto_a_full_disk_is_a_failure) {
     EXPECT_NE (result.error.find ("cannot write '/dev/full'"), std::string::npos) << result.error;
 }
 
+TEST (ConvertCommand, a_picture_of_pixels_has_the_scale_asked_for) {
+    const TemporaryFolder folder;
+    const std::string in = folder.write ("a.net", reaction);
+    const auto convert = [&] (const char* scale, const char* name) {
+        return run_program (
+            {"ostrand-tool", "convert", in, (folder / name).string (), "--scale", scale});
+    };
+    EXPECT_EQ (convert ("1", "one.png").status, 0);
+    EXPECT_EQ (convert ("3", "three.png").status, 0);
+    /// Width and height stand behind the first 16 bytes, the high byte first.
+    const auto side = [&] (const char* name, std::size_t at) {
+        const std::string bytes = file_text (folder / name);
+        return static_cast<unsigned char> (bytes.at (at)) * 256 +
+               static_cast<unsigned char> (bytes.at (at + 1));
+    };
+    EXPECT_GT (side ("one.png", 18), 20);
+    EXPECT_EQ (side ("three.png", 18), 3 * side ("one.png", 18));
+    EXPECT_EQ (side ("three.png", 22), 3 * side ("one.png", 22));
+    const auto refused = convert ("huge", "no.png");
+    EXPECT_EQ (refused.status, 2);
+    EXPECT_EQ (refused.error,
+               "ostrand-tool convert: a scale is a number from 0.1 to 20, not 'huge'\n");
+    EXPECT_FALSE (std::filesystem::exists (folder / "no.png"));
+}
+
 TEST (Examples, are_written_as_we_write_and_convert_to_everything) {
     const TemporaryFolder folder;
     int count = 0;
@@ -117,7 +142,7 @@ TEST (Examples, are_written_as_we_write_and_convert_to_everything) {
         if (entry.path ().extension () != ".net") continue;
         ++count;
         const std::string path = entry.path ().string ();
-        for (const char* name : {"x.net", "x.svg", "x.pdf", "x.ssa"}) {
+        for (const char* name : {"x.net", "x.svg", "x.pdf", "x.png", "x.ssa"}) {
             const auto result =
                 run_program ({"ostrand-tool", "convert", path, (folder / name).string ()});
             ASSERT_EQ (result.status, 0) << path << ' ' << name << ' ' << result.error;

@@ -10,6 +10,7 @@
 
 #include <cmath>
 #include <filesystem>
+#include <initializer_list>
 
 namespace ostrand::testing {
 namespace {
@@ -49,19 +50,21 @@ std::size_t written_labels (const document::Network& network) {
     return count;
 }
 
+constexpr Switches as_opened{"as opened", true, false};
+constexpr Switches bare{"bare", false, false};
+constexpr Switches with_stoichiometry{"with stoichiometry", true, true};
+
 /// Paints a file and looks at each of its labels and shapes. Gives the number of labels.
-std::size_t expect_whole (const fs::path& path, bool use_annotation) {
+std::size_t expect_whole (const fs::path& path, const files::OpenOptions& options,
+                          std::initializer_list<Switches> all) {
     std::size_t labels = 0;
-    for (const Switches& switches : {Switches{"as opened", true, false},
-                                     {"bare", false, false},
-                                     {"with stoichiometry", true, true}}) {
+    for (const Switches& switches : all) {
         SCOPED_TRACE (path.filename ().string () + ", " + switches.name);
         const SwitchScope scope (switches);
         const CaughtMessages messages;
         files::Document document;
-        EXPECT_EQ (
-            files::open_document (path.string (), {.use_annotation = use_annotation}, document),
-            files::LoadStatus::loaded);
+        EXPECT_EQ (files::open_document (path.string (), options, document),
+                   files::LoadStatus::loaded);
         if (!document.network) return 0;
         document::Network& network = *document.network;
         const SvgPage page = read_svg_page (drawing::svg_text (network));
@@ -87,7 +90,7 @@ TEST (DrawingPage, every_label_of_every_example_is_inside) {
         const std::string kind = entry.path ().extension ().string ();
         if (kind != ".net" && kind != ".ssa" && kind != ".xml") continue;
         ++files;
-        labels += expect_whole (entry.path (), true);
+        labels += expect_whole (entry.path (), {}, {as_opened, bare, with_stoichiometry});
     }
     EXPECT_GE (files, 10);
     EXPECT_GT (labels, 1000U);
@@ -101,8 +104,10 @@ TEST (DrawingPage, every_label_of_every_model_is_inside) {
     for (const auto& entry : fs::recursive_directory_iterator (*folder)) {
         if (entry.path ().extension () != ".xml") continue;
         ++files;
-        for (const bool use_annotation : {true, false})
-            labels += expect_whole (entry.path (), use_annotation);
+        labels += expect_whole (entry.path (), {}, {as_opened});
+        // Placed as the text of its reactions, which takes no search for places.
+        labels += expect_whole (entry.path (), {.use_annotation = false, .as_model_text = true},
+                                {as_opened, bare, with_stoichiometry});
     }
     EXPECT_GE (files, 6);
     EXPECT_GT (labels, 1000U);
