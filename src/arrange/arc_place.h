@@ -10,6 +10,8 @@ inline constexpr double square_size = 14;     // edge of a reaction's square
 inline constexpr double square_span = 50;     // further substrates and products end this far apart
 inline constexpr double parallel_offset = 8;  // of each of two arcs between the same nodes
 inline constexpr double arrow_shortening = 5; // the arc's line ends this far before its tip
+inline constexpr double least_arc = 44; // between the boxes of a reaction: square, arrow, two gaps
+inline constexpr double side_arc = 62;  // when further substrates or products meet it
 
 struct ArcPlace {
     Point start; // on the edge of the source's box

@@ -17,4 +17,16 @@ struct Options {
 /// threads; their calls wait for each other where Graphviz is asked.
 Layout arrange (const Graph& graph, const Options& options = {});
 
+/// A drawing of which a part is to be arranged. Every species is one node.
+struct Present {
+    std::vector<Point> places; // centre of each species
+    std::vector<char> chosen;  // species -> it may move
+    std::vector<Box> boxes;    // of the compartments, which stay
+};
+
+/// New places for the chosen species, near where they stand; all others stay. No chosen one leaves
+/// its compartment or comes into another. The answer has a place for each species: the present ones
+/// when no better ones were found.
+std::vector<Point> arrange_part (const Graph& graph, const Present& present, double effort = 1);
+
 } // namespace ostrand::arrange

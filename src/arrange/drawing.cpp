@@ -1,6 +1,8 @@
 // Which arcs touch a node, and which arcs run side by side?
 #include "arrange/drawing.h"
 
+#include "arrange/arc_place.h"
+
 #include <algorithm>
 #include <map>
 #include <utility>
@@ -43,6 +45,16 @@ void Drawing::index () {
             static_cast<int> (l));
     }
     choose_sides (reactions);
+}
+
+void Drawing::set_ideal_lengths () {
+    for (std::size_t r = 0; r < reactions.size (); ++r) {
+        const bool side =
+            std::any_of (reaction_links[r].begin (), reaction_links[r].end (), [this] (int l) {
+                return links[static_cast<std::size_t> (l)].end != LinkEnd::square;
+            });
+        reactions[r].ideal = side ? side_arc : least_arc;
+    }
 }
 
 bool Drawing::hangs (int node) const {

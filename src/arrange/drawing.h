@@ -50,6 +50,9 @@ struct Drawing {
 
     /// Brings the three indexes and the sides of parallel arcs up to date.
     void index ();
+    /// Sets the best lengths of all main arcs: longer where further substrates or products meet
+    /// them. Indexed before.
+    void set_ideal_lengths ();
     /// The node has links only, and they all lead to one square or to two squares side by side: it
     /// goes where they go.
     bool hangs (int node) const;

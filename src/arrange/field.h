@@ -4,6 +4,7 @@
 #pragma once
 #include "arrange/arc_place.h"
 #include "arrange/drawing.h"
+#include "arrange/rooms.h"
 
 #include <cstdint>
 #include <span>
@@ -17,8 +18,6 @@ inline constexpr double square_gap = 5; // between a square and a node that is n
 inline constexpr double least_node_gap = 8;
 inline constexpr double least_square_gap = 2;
 inline constexpr double least_own_gap = 5; // between a square and the nodes at its arc's ends
-inline constexpr double least_arc = 44; // between the boxes of a reaction: square, arrow, two gaps
-inline constexpr double side_arc = 62;  // when further substrates or products meet it
 inline constexpr double crossing_cost = 70;
 inline constexpr double ideal_link = 22; // from a node to where its link ends
 
@@ -30,6 +29,7 @@ struct Wishes {
     Box walls;                // the room that the drawing should fill
     double wall_weight = 0.6; // per pixel outside
     double clarity = 1;       // factor of the costs of crossings and of arcs over nodes
+    Rooms rooms;              // of the compartments; nodes may not leave theirs
 };
 
 /// A node's new place.

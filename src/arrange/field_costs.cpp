@@ -22,6 +22,8 @@ constexpr double short_slope = 4;
 constexpr double slant_cost = 9; // an arc that is neither upright nor level
 constexpr double link_angle_cost = 25;
 constexpr double line_clearance = 3; // of an arc beside a node
+constexpr double misfit_cost = 500;  // of a node outside its compartment, or in a strange one
+constexpr double misfit_slope = 12;
 
 std::size_t at (int i) { return static_cast<std::size_t> (i); }
 
@@ -223,7 +225,9 @@ double Field::alone (int element) const {
                                         node.at.y + node.half_height + margin - box.bottom});
             return x + y;
         };
-        return wishes_.wall_weight * outside (wishes_.walls, 0);
+        const double misfit = node.fixed ? 0 : wishes_.rooms.misfit (node);
+        return wishes_.wall_weight * outside (wishes_.walls, 0) +
+               (misfit > 0 ? misfit_cost + misfit_slope * misfit : 0);
     }
     case Kind::square: return 0;
     case Kind::arc: {

@@ -63,8 +63,9 @@ struct Reaction {
 
 struct Compartment {
     std::string name;
-    Size label;      // of the name inside the lower edge; 0 none
-    int parent = -1; // the compartment around it; -1 none
+    Size label;         // of the name inside the lower edge; 0 none
+    int parent = -1;    // the compartment around it; -1 none
+    bool round = false; // an ellipse in its box
 };
 
 struct Graph {

@@ -84,6 +84,7 @@ class GraphvizGraph {
         const char* const engine = method == Method::layers   ? "dot"
                                    : method == Method::stress ? "neato"
                                                               : "sfdp";
+        if (method == Method::layers) add_groups (graph);
         placed_ = gvLayout (context_, graph_, engine) == 0;
     }
     ~GraphvizGraph () {
@@ -107,6 +108,27 @@ class GraphvizGraph {
   private:
     Agsym_t* default_of (int kind, const char* name, const char* value) {
         return agattr (graph_, kind, text (name), text (value));
+    }
+
+    void add_groups (const PlainGraph& graph) {
+        if (graph.group_of.empty ()) return;
+        default_of (AGRAPH, "margin", std::to_string (std::lround (graph.group_margin)).c_str ());
+        std::vector<Agraph_t*> groups (graph.group_outer.size (), nullptr);
+        // A group comes into the one around it, so that one is made first.
+        const auto group = [&] (const auto& self, int g, std::size_t depth) -> Agraph_t* {
+            if (g < 0 || depth > groups.size ()) return graph_;
+            Agraph_t*& made = groups[static_cast<std::size_t> (g)];
+            if (made == nullptr) {
+                Agraph_t* const outer =
+                    self (self, graph.group_outer[static_cast<std::size_t> (g)], depth + 1);
+                made = agsubg (outer, text (("cluster" + std::to_string (g)).c_str ()), 1);
+            }
+            return made;
+        };
+        for (std::size_t n = 0; n < nodes_.size (); ++n) {
+            if (graph.group_of[n] >= 0)
+                agsubnode (group (group, graph.group_of[n], 0), nodes_[n], 1);
+        }
     }
 
     GVC_t* context_;

@@ -27,6 +27,10 @@ struct PlainGraph {
     std::vector<PlainEdge> edges; // none from a node to itself
     double layer_gap = 24;        // between the boxes of two layers
     double node_gap = 16;         // between the boxes of a layer
+    // Layers only: groups that keep their nodes in boxes of their own, which may hold each other.
+    std::vector<int> group_of;    // node -> group, -1 none; empty: there are no groups
+    std::vector<int> group_outer; // group -> the one around it, -1 none
+    double group_margin = 8;      // between the box of a group and what is in it
 };
 
 /// Centres of the nodes, y down. Nothing when Graphviz gave up.

@@ -21,8 +21,8 @@ std::size_t at (int i) { return static_cast<std::size_t> (i); }
 
 class Settler {
   public:
-    explicit Settler (Drawing& drawing)
-        : drawing_ (drawing), squares_ (drawing.reactions.size ()) {}
+    Settler (Drawing& drawing, const Rooms& rooms)
+        : drawing_ (drawing), rooms_ (rooms), squares_ (drawing.reactions.size ()) {}
 
     bool run () {
         const bool some_fixed = std::any_of (drawing_.nodes.begin (), drawing_.nodes.end (),
@@ -44,7 +44,7 @@ class Settler {
                 if (clear) return true;
                 if (!moved) break;
             }
-            if (some_fixed) return all_fit ();
+            if (some_fixed || !rooms_.empty ()) return all_fit ();
             for (DrawnNode& node : drawing_.nodes)
                 node.at = {node.at.x * spread_factor, node.at.y * spread_factor};
         }
@@ -129,7 +129,11 @@ class Settler {
 
     /// The node, as it stands in the drawing and in the grid, overlaps nothing, and neither do the
     /// squares of its arcs.
-    bool fits (int node) const { return node_is_free (node) && squares_are_free (node); }
+    bool fits (int node) const {
+        const DrawnNode& n = drawing_.nodes[at (node)];
+        return (n.fixed || rooms_.misfit (n) <= 0) && node_is_free (node) &&
+               squares_are_free (node);
+    }
 
     bool node_is_free (int node) const {
         const Box own = node_box (node, least_node_gap);
@@ -220,12 +224,13 @@ class Settler {
     }
 
     Drawing& drawing_;
+    const Rooms& rooms_;
     std::vector<Square> squares_;
     std::unordered_map<std::int64_t, Cell> grid_;
 };
 
 } // namespace
 
-bool settle (Drawing& drawing) { return Settler (drawing).run (); }
+bool settle (Drawing& drawing, const Rooms& rooms) { return Settler (drawing, rooms).run (); }
 
 } // namespace ostrand::arrange

@@ -250,6 +250,24 @@ bool start_places (Drawing& drawing, StartKind kind) {
     return start_in_layers (drawing, kind == StartKind::right);
 }
 
+bool start_in_boxes (Drawing& drawing, const std::vector<int>& outer, double margin) {
+    PlainGraph graph = layered_graph (drawing, false);
+    if (graph.nodes.size () > most_for_layers ||
+        graph.edges.size () > graph.nodes.size () + most_cycles_for_layers)
+        return false;
+    graph.group_outer = outer;
+    graph.group_margin = margin;
+    for (const DrawnNode& node : drawing.nodes) graph.group_of.push_back (node.compartment);
+    for (const DrawnReaction& r : drawing.reactions) {
+        const int from = drawing.nodes[at (r.from)].compartment;
+        graph.group_of.push_back (from == drawing.nodes[at (r.to)].compartment ? from : -1);
+    }
+    const auto places = place_by_graphviz (graph, Method::layers);
+    if (!places) return false;
+    for (std::size_t n = 0; n < drawing.nodes.size (); ++n) drawing.nodes[n].at = (*places)[n];
+    return true;
+}
+
 void fold (Drawing& drawing, double aspect) {
     const Box box = bounds_of (drawing);
     const bool tall = box.height () * aspect > box.width ();

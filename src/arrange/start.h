@@ -14,6 +14,12 @@ enum class StartKind {
 /// Gives all nodes places. False, with nothing changed, when Graphviz gave up.
 bool start_places (Drawing& drawing, StartKind kind);
 
+/// Gives all nodes places in layers, those of each compartment in a box of their own.
+/// outer   compartment -> the one around it, -1 none
+/// margin  between a node and the edge of its box
+/// False, with nothing changed, when the drawing is too large for it or Graphviz gave up.
+bool start_in_boxes (Drawing& drawing, const std::vector<int>& outer, double margin);
+
 /// Folds a drawing that is much longer than wide into columns side by side (or one much wider than
 /// high into rows), every second one reversed, so that its sides come near `aspect` (width /
 /// height).

@@ -14,6 +14,7 @@ namespace {
 
 /// A label wider than this makes an ellipse or a receptor larger around it.
 constexpr float wide_label = 50;
+constexpr int more_height = 4; // of a node with a wide label, a bar below it, or a residu
 
 } // namespace
 
@@ -238,6 +239,19 @@ std::unique_ptr<Char> Node::clone (Char* new_parent) const {
 
 // Size and places
 
+/// More height is needed than that of the label.
+bool Node::is_roomy (bool shared) const {
+    const bool wide = (group () == node::molecule_group || group () == node::receptor_group) &&
+                      label_->get_width () > wide_label;
+    return wide || shared || residu_ != nullptr;
+}
+
+int Node::height_as (bool shared) const {
+    if (!label_) return get_height ();
+    const auto more = [this] (bool as) { return is_roomy (as) ? more_height : 0; };
+    return get_height () - more (is_shared ()) + more (shared);
+}
+
 const Node::Size& Node::size () const {
     const unsigned now = metrics_generation ();
     if (size_generation_ == now) return size_;
@@ -247,8 +261,7 @@ const Node::Size& Node::size () const {
         size_.width = text_width + 10;
         if (group () == node::molecule_group && text_width > wide_label) size_.width += 16;
         size_.height = label_->get_height () + 8;
-        const bool roomy = group () == node::molecule_group || group () == node::receptor_group;
-        if ((roomy && text_width > wide_label) || is_shared () || residu_) size_.height += 4;
+        if (is_roomy (is_shared ())) size_.height += more_height;
     }
     // What is nested and not laid out yet may have another size in a moment.
     const bool settled = nested () == nullptr || nested ()->is_laid_out ();

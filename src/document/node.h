@@ -117,6 +117,8 @@ class Node : public GraphBase {
     CharKind kind () const override { return CharKind::node; }
     float get_width () const override { return size ().width; }
     int get_height () const override { return size ().height; }
+    /// The height that the node has as one of several of its species, or as the only one.
+    int height_as (bool shared) const;
     void lay_out () override;
     void paint (PaintDevice& device, const PaintStyle& style, float left,
                 float top) const override; // paint_node.cpp
@@ -169,6 +171,8 @@ class Node : public GraphBase {
     std::vector<std::unique_ptr<Arque>> arcs_;
     std::unique_ptr<Sharing> sharing_; // null for most
     std::unique_ptr<std::string> user_data_;
+    bool is_roomy (bool shared) const;
+
     mutable Size size_{};
     mutable unsigned size_generation_ = 0; // of the metrics that size_ was made by; 0 never
     mutable bool arc_places_good_ = true;  // place_ of all arcs tells their index

@@ -28,6 +28,7 @@ Canvas::Canvas (EditorState& shared, World& world, History history)
 Canvas::~Canvas () {
     if (fade_timer_ != 0) world_.cancel (fade_timer_);
     stop_border_scroll ();
+    if (flight_timer_ != 0) world_.cancel (flight_timer_);
     selection.clear ();
     network ().set_listener (nullptr);
     if (!keep_history_) history_.file ().remove ();
@@ -44,6 +45,7 @@ void Canvas::set_file_name (std::optional<std::string> name) {
 }
 
 void Canvas::replace_network (std::unique_ptr<Network> network) {
+    end_flight ();
     selection.clear ();
     set_selected_field (nullptr);
     hover_ = nullptr;
@@ -124,6 +126,34 @@ void Canvas::start_fade () {
     redraw ();
 }
 
+const Network& Canvas::shown () const {
+    return flight_ ? flight_->picture (network ()) : network ();
+}
+
+void Canvas::start_flight (const FlightStart& start) {
+    end_flight ();
+    if (!shared_.animate) return;
+    flight_ = std::make_unique<Flight> (network (), start, world_.now ());
+    const auto tick = [this] (const auto& again) -> void {
+        flight_timer_ = 0;
+        if (flight_->advance (world_.now ()))
+            flight_timer_ = world_.call_later (Flight::next_wait, [again] { again (again); });
+        else
+            flight_.reset ();
+        redraw ();
+    };
+    flight_timer_ = world_.call_later (Flight::next_wait, [tick] { tick (tick); });
+    redraw ();
+}
+
+void Canvas::end_flight () {
+    if (!flight_) return;
+    if (flight_timer_ != 0) world_.cancel (flight_timer_);
+    flight_timer_ = 0;
+    flight_.reset ();
+    redraw ();
+}
+
 document::Hit Canvas::find_at (float px, float py, const document::Node* skip) {
     document::HitQuery query = document::hit_query_of_switches ();
     query.skip = skip;
@@ -176,6 +206,7 @@ void Canvas::settle_texts (GraphBase& object) {
 }
 
 void Canvas::finish_edit (const Edit& edit) {
+    end_flight ();
     Edit::Kind what = edit.what;
     if (what == Edit::Kind::labels) {
         // Two nodes may have come to be one species by it, or no longer be.

@@ -8,6 +8,7 @@
 #include "editor/canvas_view.h"
 #include "editor/commands.h"
 #include "editor/editor_state.h"
+#include "editor/flight.h"
 #include "editor/gap_notice.h"
 #include "editor/guides.h"
 #include "editor/history.h"
@@ -225,6 +226,12 @@ class Canvas final : private document::NetworkListener {
     void paint (document::PaintDevice& pixels, document::PaintDevice& network,
                 unsigned background) const;
     document::PaintStyle paint_style () const;
+    /// What is painted: the document, or the picture of it on its way to new places.
+    const document::Network& shown () const;
+    /// Everything flies from where it stood to where it is, unless animation is off.
+    void start_flight (const FlightStart& start);
+    /// What flies is there at once.
+    void end_flight ();
     /// What lies under a pixel.
     document::Hit find_at (float px, float py, const document::Node* skip = nullptr);
 
@@ -378,6 +385,8 @@ class Canvas final : private document::NetworkListener {
     TimerId fade_timer_ = 0;
     TimerId border_timer_ = 0;
     TargetId key_target_{};
+    std::unique_ptr<Flight> flight_;
+    TimerId flight_timer_ = 0;
 };
 
 } // namespace ostrand::editor

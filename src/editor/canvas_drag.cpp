@@ -253,6 +253,7 @@ void Canvas::release_label () {
 }
 
 void Canvas::end_drag () {
+    end_flight ();
     stop_border_scroll ();
     gesture.border_left_alone = true;
     if (!gesture.changed) {

@@ -79,6 +79,10 @@ bool Canvas::key_down (const KeyEvent& event) {
         if (is_ctrl (event.key))
             callbacks.on_mouse_help (*this, nullptr, event.modifiers.shift ? 3 : 2);
     }
+    if (flight_ && key_of (event) == document::keys::escape_code) {
+        end_flight ();
+        return true;
+    }
     return canvas_key (key_of (event), event.modifiers);
 }
 

@@ -192,7 +192,7 @@ void Canvas::paint (PaintDevice& pixels, PaintDevice& scaled, unsigned backgroun
     const auto h = static_cast<float> (view.height);
     paint_frame (pixels, w, h, background);
     if (show_grid) paint_grid (pixels, view, network (), style.dark);
-    network ().paint (scaled, style, 0, 0);
+    shown ().paint (scaled, style, 0, 0);
     if (show_boundary && !network ().is_empty ()) paint_boundary (scaled);
     if (gesture.has_band ()) paint_band (pixels, gesture, style.dark);
     if (!gesture.guides.empty ())

@@ -88,6 +88,7 @@ struct PressTable {
 
 void Canvas::press (int button, const Pointer& at) {
     report_message (nullptr);
+    end_flight ();
     if (button == 1 && at.modifiers.alt) button = 2;
     gesture.button = button;
     gesture.pointer_x = at.x;

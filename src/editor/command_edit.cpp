@@ -58,4 +58,6 @@ void fog_selection (Workbench& bench) { editor::fog_selection (bench.current (),
 
 void unfog_selection (Workbench& bench) { editor::fog_selection (bench.current (), false); }
 
+void arrange (Workbench& bench) { editor::arrange (bench.current ()); }
+
 } // namespace ostrand::editor::run

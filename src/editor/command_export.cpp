@@ -3,7 +3,9 @@
 #include "editor/workbench.h"
 #include "export/export.h"
 #include "export/png_export.h"
+#include "sbml_out/standard_write.h"
 
+#include "base/disk.h"
 #include "base/path.h"
 #include "base/report.h"
 #include "base/text.h"
@@ -129,6 +131,16 @@ bool may_replace (Workbench& bench, const std::vector<TabDrawing>& all) {
     return bench.world ().yes_no ("Overwrite '" + there.front () + "'" + more, overwrite_hint, "?");
 }
 
+bool write_standard_sbml (const document::Network& network, const std::filesystem::path& path,
+                          std::string& error) {
+    const std::string text = sbml_out::write_standard (network, base_name (path.string ()));
+    if (text.empty ()) {
+        error = "the SBML library failed";
+        return false;
+    }
+    return write_file (path.string (), text, error);
+}
+
 } // namespace
 
 void export_png (Workbench& bench) {
@@ -198,6 +210,15 @@ void export_svg (Workbench& bench) {
                                          .title = "SVG Export",
                                          .native_filter = "SVG\t*.svg\n"},
                             .write = drawing::export_svg});
+}
+
+void export_standard_sbml (Workbench& bench) {
+    export_drawing (bench, {.extension = ".xml",
+                            .question = {.prompt = "SBML Export: ",
+                                         .filter = "*.xml",
+                                         .title = "SBML Export",
+                                         .native_filter = "SBML\t*.xml\n"},
+                            .write = write_standard_sbml});
 }
 
 } // namespace ostrand::editor::run

@@ -25,6 +25,7 @@ void export_png (Workbench& bench);
 void export_all_tabs (Workbench& bench);
 void quit (Workbench& bench);
 void close_tab (Workbench& bench);
+void export_standard_sbml (Workbench& bench);
 void new_tab (Workbench& bench);
 
 // command_edit.cpp
@@ -41,6 +42,7 @@ void share_clones (Workbench& bench);
 void color_reactants (Workbench& bench);
 void fog_selection (Workbench& bench);
 void unfog_selection (Workbench& bench);
+void arrange (Workbench& bench);
 
 // command_view.cpp
 void zoom_in (Workbench& bench);
@@ -60,6 +62,8 @@ void smart_move (Workbench& bench);
 void smart_dialog (Workbench& bench);
 void show_guides (Workbench& bench);
 void snap_to_guides (Workbench& bench);
+void animate (Workbench& bench);
+void arrange_opened (Workbench& bench);
 
 // command_simulation.cpp
 void stochastic (Workbench& bench);

@@ -102,6 +102,8 @@ constexpr std::array<CommandRow, command_count> rows{{
              "<li>Smart dialogbox [no]</li>"
              "<li>Alignment guides [yes]</li>"
              "<li>Snap to guides [no]</li>"
+             "<li>Animate [yes]</li>"
+             "<li>Arrange opened SBML [yes]</li>"
              "<li>Scroll bars always visible [no]</li>"
              "<li>Simulation engine [stochastic]</li>"
              "<li>Background of the window [light grey]</li></ul>",
@@ -163,6 +165,15 @@ constexpr std::array<CommandRow, command_count> rows{{
      .help = "Close the current tab, as its cross does: a modified bio-network is asked about, and "
              "the last tab quits.",
      .run = run::close_tab},
+    {.code = Command::export_standard_sbml,
+     .menu = Menu::file,
+     .label = "Export as SBML Level 3 ...",
+     .name = "export-to-sbml",
+     .help =
+         "Write the current bio-network to an SBML file that other programs understand: Level 3 "
+         "Version 2, with units, concentrations, kinetic laws, places and colours. "
+         "<b>Ostrand</b> reads the very same drawing back from it.",
+     .run = run::export_standard_sbml},
 
     // Edit
     {.code = Command::undo,
@@ -294,6 +305,15 @@ constexpr std::array<CommandRow, command_count> rows{{
      .name = "unfog-selection",
      .help = "Show the selected molecules and reactions clearly again, with what hangs on them.",
      .run = run::unfog_selection},
+    {.code = Command::arrange,
+     .menu = Menu::edit,
+     .label = "&Arrange",
+     .name = "arrange",
+     .help = "Give the selected molecules better places near where they stand, or all molecules "
+             "and compartments new ones when nothing is selected: no two molecules overlap, no "
+             "reaction is covered, a molecule that many reactions use gets clones beside them. One "
+             "undo brings everything back.",
+     .run = run::arrange},
 
     // View
     {.code = Command::zoom_in,
@@ -437,6 +457,22 @@ constexpr std::array<CommandRow, command_count> rows{{
      .form = CommandForm::toggle,
      .help = "Let dragged molecules go into line with others when they are within 3 pixels of it.",
      .run = run::snap_to_guides},
+    {.code = Command::animate,
+     .menu = Menu::view,
+     .label = "A&nimate",
+     .name = "animate",
+     .form = CommandForm::toggle,
+     .help = "Show how molecules go to their new places when the drawing is arranged. Escape, or "
+             "whatever is done next, ends the movement.",
+     .run = run::animate},
+    {.code = Command::arrange_opened,
+     .menu = Menu::view,
+     .label = "Arrange &opened SBML",
+     .name = "arrange-opened-sbml",
+     .form = CommandForm::toggle,
+     .help = "Arrange SBML files of other programs that do not tell where their molecules stand, "
+             "when they are opened. Switched off, the molecules stand on a plain grid.",
+     .run = run::arrange_opened},
 
     // Simulation
     {.code = Command::stochastic,

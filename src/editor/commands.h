@@ -28,6 +28,7 @@ enum class Command {
     export_png,
     export_all_tabs,
     close_tab,
+    export_standard_sbml,
     // Edit
     undo,
     redo,
@@ -42,6 +43,7 @@ enum class Command {
     color_reactants,
     fog_selection,
     unfog_selection,
+    arrange,
     // View
     zoom_in,
     zoom_out,
@@ -60,6 +62,8 @@ enum class Command {
     smart_dialog,
     show_guides,
     snap_to_guides,
+    animate,
+    arrange_opened,
     // Simulation
     stochastic,
     deterministic,

@@ -4,8 +4,10 @@
 namespace ostrand::editor {
 namespace {
 
-files::OpenOptions options_of (const Canvas& canvas) {
-    return {.use_annotation = canvas.use_annotation};
+files::OpenOptions options_of (Canvas& canvas) {
+    return {.use_annotation = canvas.use_annotation,
+            .arranging = canvas.shared ().arrange_opened ? files::Arranging::without_places
+                                                         : files::Arranging::never};
 }
 
 /// A document that came in takes the place of what is there.

@@ -1,7 +1,10 @@
 // Alignment, sharing, colours and fog.
 #include "editor/edit_arrange.h"
 
+#include "tidy/tidy.h"
+
 #include <algorithm>
+#include <unordered_set>
 
 namespace ostrand::editor {
 
@@ -60,6 +63,52 @@ bool smart_move (Canvas&, Node& node) {
     before[network->place_of (node)] = {node.x (), node.y ()};
     if (after == before) return false;
     assign_all (*network);
+    return true;
+}
+
+namespace {
+
+/// The nodes of the network itself that the selection means, each once.
+std::vector<Node*> chosen_nodes (const Canvas& canvas) {
+    std::vector<Node*> chosen;
+    std::unordered_set<const Node*> seen;
+    const auto add = [&] (Node* n) {
+        if (n != nullptr && n->network () == &canvas.network () && seen.insert (n).second)
+            chosen.push_back (n);
+    };
+    for (GraphBase* const object : canvas.selection.objects ()) {
+        if (object->kind () == document::CharKind::node) {
+            add (static_cast<Node*> (object));
+        } else if (object->kind () == document::CharKind::arque) {
+            add (static_cast<document::Arque*> (object)->source ());
+            add (static_cast<document::Arque*> (object)->dest_node ());
+        } else {
+            for (const auto& n : canvas.network ().nodes ())
+                if (n->compart () == object) add (n.get ());
+        }
+    }
+    return chosen;
+}
+
+} // namespace
+
+bool arrange (Canvas& canvas) {
+    Network& network = canvas.network ();
+    if (canvas.mode == Mode::text) canvas.selection.clear ();
+    canvas.mode = Mode::selection;
+    const std::vector<Node*> chosen = chosen_nodes (canvas);
+    const bool whole = canvas.selection.is_empty () || chosen.size () == network.nodes ().size ();
+    const std::string before = canvas.text_without_view ();
+    const FlightStart start (network);
+    if (whole) {
+        tidy::arrange_network (network);
+    } else if (tidy::arrange_nodes (network, chosen)) {
+        assign_all (network);
+    }
+    if (canvas.text_without_view () == before) return false;
+    canvas.finish_edit (Edit::structure ());
+    canvas.tell_selection_count ();
+    canvas.start_flight (start);
     return true;
 }
 

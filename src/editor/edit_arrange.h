@@ -12,6 +12,9 @@ void align_one (Canvas& canvas, document::Node& node);
 /// What hangs on the reactions of a moved node follows it; true when a node other than that one
 /// moved.
 bool smart_move (Canvas& canvas, document::Node& node);
+/// Arranges what is selected, with the nodes of selected arcs and compartments, or the whole
+/// network when nothing is; true, and a step of the history, when something changed.
+bool arrange (Canvas& canvas);
 /// Finds which nodes are one species.
 void share_clones (Canvas& canvas);
 /// Fills molecules by whether they are only consumed, only produced, or both.

@@ -44,9 +44,11 @@ constexpr std::array<Row, 16> rows{{
 }};
 
 // Added later: they stand behind the others, and only when they differ from their defaults.
-constexpr std::array<Row, 2> added_rows{{
+constexpr std::array<Row, 4> added_rows{{
     {"guides", &Preferences::guides},
     {"snap_to_guides", &Preferences::snap_to_guides},
+    {"animate", &Preferences::animate},
+    {"arrange_opened", &Preferences::arrange_opened},
 }};
 
 constexpr std::array<Row, 3> font_rows{{

@@ -26,6 +26,8 @@ struct Preferences {
     unsigned background = 0xf0f0f0;   // of the window, 0xRRGGBB
     bool guides = true;               // lines while nodes are dragged in line with others
     bool snap_to_guides = false;      // and the nodes go there when they are near
+    bool animate = true;              // arranged objects are seen on their way
+    bool arrange_opened = true;       // SBML without places is arranged when it is opened
     std::string face = "Arial";       // labels of items of the tool bar's choices
     std::string size = "14";
     std::string colour = "Black";

@@ -26,6 +26,8 @@ Workbench::Workbench (World& world, const Preferences& preferences, BenchOptions
     shared_.shortcuts = emacs_keys ? ShortcutSet::emacs : ShortcutSet::standard;
     style_ = style_of_preferences (preferences);
     shared_.style_word = style_.font_word;
+    shared_.animate = preferences.animate;
+    shared_.arrange_opened = preferences.arrange_opened;
     switches.default_color = style_.colour;
     set_status_line ([this] (std::string_view text) { show_status (text); });
 }
@@ -48,6 +50,8 @@ Preferences Workbench::present_preferences () const {
     now.background = background;
     now.guides = shared_.show_guides;
     now.snap_to_guides = shared_.snap_to_guides;
+    now.animate = shared_.animate;
+    now.arrange_opened = shared_.arrange_opened;
     now.dark_mode = switches.dark_mode;
     now.kinetics = switches.show_kinetics;
     now.stoichiometry = switches.show_stoichiometry;
@@ -119,6 +123,8 @@ EntryState Workbench::entry (Command command) const {
     case Command::smart_dialog: return checked (smart_dialog);
     case Command::show_guides: return checked (shared_.show_guides);
     case Command::snap_to_guides: return checked (shared_.snap_to_guides);
+    case Command::animate: return checked (shared_.animate);
+    case Command::arrange_opened: return checked (shared_.arrange_opened);
     case Command::stochastic: return checked (!deterministic);
     case Command::deterministic: return checked (deterministic);
     case Command::bold: return checked (document::is_bold (style_.font_word));

@@ -10,6 +10,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <map>
+#include <set>
 
 #include <sbml/SBO.h>
 
@@ -120,6 +121,7 @@ class Extractor {
     void modifiers (const ::Reaction& r, ModelReaction& out);
     void stoichiometry (const ::SpeciesReference& from, Reference& to);
     void laws ();
+    bool silence_idle_modifiers (ModelReaction& r, const ::Reaction& from) const;
     void count (std::string& text, unsigned n, const char* one, const char* many);
     void tell_the_rest ();
     void note (int line, const std::string& what);
@@ -331,6 +333,15 @@ void Extractor::laws () {
         std::string why;
         r.law = understand (*taken_[i], r, model_, quantities, why);
         if (r.law.kind == LawKind::other) {
+            // Some tools list every symbol of a law as a modifier, reactants too.
+            ModelReaction plainer = r;
+            std::string ignored;
+            if (silence_idle_modifiers (plainer, *taken_[i])) {
+                plainer.law = understand (*taken_[i], plainer, model_, quantities, ignored);
+                if (plainer.law.kind != LawKind::other) r = std::move (plainer);
+            }
+        }
+        if (r.law.kind == LawKind::other) {
             note (r.line, "the rate law of reaction '" + r.id + "' is not taken over (" +
                               formula_of (*taken_[i]) + "): " + why);
         }
@@ -340,6 +351,36 @@ void Extractor::laws () {
             modifier.constant = constant;
         }
     }
+}
+
+namespace {
+
+void collect_names (const ::ASTNode& node, std::set<std::string>& names) {
+    if (node.isName () && node.getName () != nullptr) names.insert (node.getName ());
+    for (unsigned i = 0; i < node.getNumChildren (); ++i) collect_names (*node.getChild (i), names);
+}
+
+} // namespace
+
+/// Modifiers whose role only the law can tell, and of which it tells none, become influences: those
+/// that it does not name, that are reactants, or that stand there a second time. False when there
+/// are none.
+bool Extractor::silence_idle_modifiers (ModelReaction& r, const ::Reaction& from) const {
+    std::set<std::string> names;
+    collect_names (*from.getKineticLaw ()->getMath (), names);
+    std::set<int> seen;
+    for (const Reference& reactant : r.reactants) seen.insert (reactant.species);
+    bool found = false;
+    for (ModelModifier& m : r.modifiers) {
+        if (m.role_is_told) continue;
+        const bool is_named =
+            names.contains (model_.species[static_cast<std::size_t> (m.species)].id);
+        if (is_named && seen.insert (m.species).second) continue;
+        m.role = Role::influence;
+        m.role_is_told = true;
+        found = true;
+    }
+    return found;
 }
 
 void Extractor::count (std::string& text, unsigned n, const char* one, const char* many) {

@@ -129,9 +129,9 @@ bool Matcher::one_substrate (const Polynomial& below, int s, Law& law) {
     for (const auto& [m, c] : below) {
         if (m.empty () || m == Monomial{{s, 1}}) continue;
         if (m.size () != 1 || m[0].second != 1 || !is_constant (a / c)) return false;
-        const auto inhibitor =
-            std::find_if (reaction_.modifiers.begin (), reaction_.modifiers.end (),
-                          [&m] (const ModelModifier& one) { return one.species == m[0].first; });
+        const auto inhibitor = std::find_if (
+            reaction_.modifiers.begin (), reaction_.modifiers.end (),
+            [species = m[0].first] (const ModelModifier& one) { return one.species == species; });
         if (inhibitor == reaction_.modifiers.end ()) return false;
         if (inhibitor->role_is_told && inhibitor->role != Role::inhibition) return false;
         const int index = static_cast<int> (inhibitor - reaction_.modifiers.begin ());

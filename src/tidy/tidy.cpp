@@ -59,6 +59,7 @@ class Arranger {
         list_compartments ();
         list_species ();
         list_reactions ();
+        sort_reactions ();
         // The search's work grows a little faster than the network.
         const double most = care == Care::full ? careful_reactions : quick_reactions;
         const double share = most / std::max (most, static_cast<double> (arcs_.size ()));
@@ -67,7 +68,6 @@ class Arranger {
         apply (arrange::arrange (graph_, options));
     }
 
-  private:
     /// Networks of more reactions than these get less work for each.
     static constexpr double careful_reactions = 800;
     static constexpr double quick_reactions = 300;
@@ -78,9 +78,41 @@ class Arranger {
         std::vector<Arque*> modifiers;
     };
 
+    /// A part: each node counts by itself, even where several are one species.
+    bool run_part (const std::vector<Node*>& chosen) {
+        network_.layout ();
+        list_compartments ();
+        list_nodes ();
+        list_reactions ();
+        sort_reactions ();
+        arrange::Present present;
+        present.chosen.assign (nodes_.size (), 0);
+        for (const Node* n : chosen) {
+            if (const auto found = species_of_.find (n); found != species_of_.end ())
+                present.chosen[at (found->second)] = 1;
+        }
+        for (const auto& list : nodes_)
+            present.places.push_back ({list.front ()->x (), list.front ()->y ()});
+        for (const Compart* c : comps_)
+            present.boxes.push_back (
+                {c->x (), c->y (), c->x () + c->width (), c->y () + c->height ()});
+        const std::vector<arrange::Point> places = arrange::arrange_part (graph_, present);
+        bool moved = false;
+        for (std::size_t n = 0; n < places.size (); ++n) {
+            if (places[n] == present.places[n]) continue;
+            nodes_[n].front ()->set_position (static_cast<float> (places[n].x),
+                                              static_cast<float> (places[n].y));
+            moved = true;
+        }
+        return moved;
+    }
+
+  private:
     void list_compartments ();
     void list_species ();
+    void list_nodes ();
     void list_reactions ();
+    void sort_reactions ();
     void add_reaction (Arque& main);
     int innermost_around (const Node& n) const;
     bool is_mark (const Node& n) const;
@@ -103,6 +135,7 @@ void Arranger::list_compartments () {
     for (const Compart* c : comps_) {
         arrange::Compartment out;
         out.label = size_of (c->label ());
+        out.round = c->shape () != document::shape::rectangle;
         // The smallest one around it.
         double smallest = 0;
         for (std::size_t i = 0; i < comps_.size (); ++i) {
@@ -151,20 +184,16 @@ void Arranger::list_species () {
             arrange::Species s;
             s.name = master->name ();
             s.kind = kind_of (*master);
-            s.size = {master->get_width (), static_cast<double> (master->get_height ())};
-            const bool has_bar = master->group () != 0 && master->label () != nullptr;
-            constexpr double bar_height = 4; // what a shared node is higher at most
-            s.shared_size = {s.size.width,
-                             s.size.height + (has_bar && !master->is_shared () ? bar_height : 0)};
             s.compartment = compartment;
             graph_.species.push_back (std::move (s));
         }
         species_of_[n.get ()] = found->second;
         // Copies may be written in other letters.
         arrange::Species& s = graph_.species[at (found->second)];
-        for (arrange::Size* size : {&s.size, &s.shared_size}) {
-            size->width = std::max<double> (size->width, n->get_width ());
-            size->height = std::max<double> (size->height, n->get_height ());
+        for (const bool shared : {false, true}) {
+            arrange::Size& size = shared ? s.shared_size : s.size;
+            size.width = std::max<double> (size.width, n->get_width ());
+            size.height = std::max<double> (size.height, n->height_as (shared));
         }
         nodes_[at (found->second)].push_back (n.get ());
     }
@@ -188,7 +217,14 @@ void Arranger::add_reaction (Arque& main) {
     } else {
         mark_of_[{index, 1}] = main.dest_node ();
     }
-    for (Arque* a : network_.arcs_to (main)) {
+    std::vector<Arque*> links = network_.arcs_to (main);
+    const auto place = [this] (const Arque* a) {
+        const auto s = species_of_.find (a->source ());
+        return std::pair (s == species_of_.end () ? -1 : s->second, a->type ());
+    };
+    std::stable_sort (links.begin (), links.end (),
+                      [&] (const Arque* a, const Arque* b) { return place (a) < place (b); });
+    for (Arque* a : links) {
         const auto s = species_of_.find (a->source ());
         if (s == species_of_.end ()) continue;
         // Without a main reactant a side has no further ones: such a link hangs on as a modifier.
@@ -217,6 +253,51 @@ void Arranger::list_reactions () {
             add_reaction (*a);
         }
     }
+}
+
+void Arranger::list_nodes () {
+    for (const auto& n : network_.nodes ()) {
+        arrange::Species s;
+        s.name = n->name ();
+        s.size = {n->get_width (), static_cast<double> (n->get_height ())};
+        s.compartment = innermost_around (*n);
+        species_of_[n.get ()] = static_cast<int> (nodes_.size ());
+        nodes_.push_back ({n.get ()});
+        graph_.species.push_back (std::move (s));
+    }
+}
+
+/// Arcs stand with their nodes, so what was arranged, with copies, has them in another order than
+/// before. By what they link they come in the same one.
+void Arranger::sort_reactions () {
+    const auto key = [this] (std::size_t r) {
+        const arrange::Reaction& reaction = graph_.reactions[r];
+        std::vector<int> modifiers;
+        for (const arrange::Modifier& m : reaction.modifiers) modifiers.push_back (m.species);
+        return std::make_tuple (reaction.substrates, reaction.products, std::move (modifiers),
+                                reaction.reversible, reaction.start_label.width,
+                                reaction.end_label.width);
+    };
+    using Key = decltype (key (0));
+    std::vector<std::pair<Key, std::size_t>> order;
+    for (std::size_t r = 0; r < arcs_.size (); ++r) order.emplace_back (key (r), r);
+    std::stable_sort (order.begin (), order.end (),
+                      [] (const auto& a, const auto& b) { return a.first < b.first; });
+    std::vector<arrange::Reaction> reactions;
+    std::vector<ReactionArcs> arcs;
+    std::map<std::pair<int, int>, Node*> marks;
+    for (const auto& [_, from] : order) {
+        const int to = static_cast<int> (arcs.size ());
+        for (const int end : {0, 1}) {
+            const auto mark = mark_of_.find ({static_cast<int> (from), end});
+            if (mark != mark_of_.end ()) marks[{to, end}] = mark->second;
+        }
+        reactions.push_back (std::move (graph_.reactions[from]));
+        arcs.push_back (std::move (arcs_[from]));
+    }
+    graph_.reactions = std::move (reactions);
+    arcs_ = std::move (arcs);
+    mark_of_ = std::move (marks);
 }
 
 Node& Arranger::copy_of (Node& n) {
@@ -313,6 +394,10 @@ void Arranger::apply (const arrange::Layout& layout) {
 void arrange_network (Network& network, Care care) {
     if (network.nodes ().empty ()) return;
     Arranger (network).run (care);
+}
+
+bool arrange_nodes (Network& network, const std::vector<Node*>& chosen) {
+    return Arranger (network).run_part (chosen);
 }
 
 } // namespace ostrand::tidy

@@ -3,6 +3,8 @@
 #pragma once
 #include "document/network.h"
 
+#include <vector>
+
 namespace ostrand::tidy {
 
 /// How much work is spent on good places.
@@ -16,6 +18,12 @@ enum class Care {
 /// beside them, and copies that are not needed go. Labels, types, numbers and links stay what they
 /// are. The same network gives the same places. Nested networks stay as they are inside their
 /// nodes. Nodes that nothing links keep together in a block.
+/// An arranged network stays as it is.
 void arrange_network (document::Network& network, Care care = Care::full);
+
+/// Gives the chosen nodes of a network better places near where they stand; everything else stays,
+/// and no node comes into another compartment. False, with nothing changed, when no better places
+/// were found.
+bool arrange_nodes (document::Network& network, const std::vector<document::Node*>& chosen);
 
 } // namespace ostrand::tidy

@@ -207,12 +207,14 @@ Measures measure (const arrange::Graph& graph, const arrange::Layout& layout) {
     };
     for (std::size_t c = 0; c < layout.compartments.size (); ++c) {
         const Box& box = layout.compartments[c];
+        if (box.width () <= 0) continue; // it holds nothing
         for (std::size_t n = 0; n < boxes.size (); ++n) {
             const bool mine = holds (static_cast<int> (c), layout.nodes[n].compartment);
             if (mine ? !inside (boxes[n], box) : overlap (boxes[n], box)) ++m.outside_box;
         }
         for (std::size_t d = 0; d < c; ++d) {
             const Box& other = layout.compartments[d];
+            if (other.width () <= 0) continue;
             const bool good =
                 holds (static_cast<int> (c), static_cast<int> (d))   ? inside (other, box)
                 : holds (static_cast<int> (d), static_cast<int> (c)) ? inside (box, other)
@@ -228,7 +230,46 @@ Measures measure (const arrange::Graph& graph, const arrange::Layout& layout) {
     return m;
 }
 
-int dot_crossings (const arrange::Graph& graph, const arrange::Layout& layout, bool drawn) {
+namespace {
+
+/// Crossings of straight lines between places; lines that share an end do not cross.
+int straight_crossings (const std::map<int, Point>& places,
+                        const std::set<std::pair<int, int>>& edges) {
+    const std::vector<std::pair<int, int>> list (edges.begin (), edges.end ());
+    int count = 0;
+    for (std::size_t a = 0; a < list.size (); ++a) {
+        const auto [p, q] = list[a];
+        for (std::size_t b = 0; b < a; ++b) {
+            const auto [r, s] = list[b];
+            if (p == r || p == s || q == r || q == s) continue;
+            if (cut (places.at (p), places.at (q), places.at (r), places.at (s))) ++count;
+        }
+    }
+    return count;
+}
+
+} // namespace
+
+PlainCrossings plain_crossings (const arrange::Layout& layout) {
+    std::map<int, Point> ours;
+    std::map<int, arrange::Size> sizes;
+    std::set<std::pair<int, int>> edges; // from, to; squares are numbered behind the nodes
+    for (std::size_t n = 0; n < layout.nodes.size (); ++n) {
+        ours[static_cast<int> (n)] = layout.nodes[n].centre;
+        sizes[static_cast<int> (n)] = layout.nodes[n].size;
+    }
+    for (std::size_t r = 0; r < layout.reactions.size (); ++r) {
+        const arrange::ReactionPlace& reaction = layout.reactions[r];
+        const int square = static_cast<int> (layout.nodes.size () + r);
+        ours[square] = reaction.square;
+        sizes[square] = {14, 14};
+        const auto add = [&] (int from, int to) {
+            if (from >= 0 && to >= 0 && !edges.contains ({to, from})) edges.emplace (from, to);
+        };
+        for (const int n : reaction.substrates) add (n, square);
+        for (const int n : reaction.products) add (square, n);
+        for (const int n : reaction.modifiers) add (n, square);
+    }
     static lt_symlist_t plugins[] = {
         {"gvplugin_dot_layout_LTX_library", &gvplugin_dot_layout_LTX_library}, {nullptr, nullptr}};
     static GVC_t* const context = gvContextPlugins (plugins, 0);
@@ -239,91 +280,23 @@ int dot_crossings (const arrange::Graph& graph, const arrange::Layout& layout, b
     agattr (g, AGNODE, text ("label"), text (""));
     agattr (g, AGNODE, text ("shape"), text ("box"));
     agattr (g, AGNODE, text ("fixedsize"), text ("true"));
+    agattr (g, AGRAPH, text ("splines"), text ("line"));
     Agsym_t* const width = agattr (g, AGNODE, text ("width"), text ("0.2"));
     Agsym_t* const height = agattr (g, AGNODE, text ("height"), text ("0.2"));
-    agattr (g, AGRAPH, text ("splines"), text ("true"));
-    std::vector<std::pair<int, int>> edges;
     std::map<int, Agnode_t*> nodes;
-    const auto add_node = [&] (int key, arrange::Size size) {
+    for (const auto& [key, size] : sizes) {
         Agnode_t* const node = agnode (g, text (std::to_string (key).c_str ()), 1);
         agxset (node, width, text (std::to_string (size.width / 72).c_str ()));
         agxset (node, height, text (std::to_string (size.height / 72).c_str ()));
         nodes[key] = node;
-    };
-    // Species have the numbers of their nodes, or of their first nodes.
-    std::map<int, int> first_node;
-    for (std::size_t n = 0; n < layout.nodes.size (); ++n) {
-        const int species = layout.nodes[n].species;
-        const int id = static_cast<int> (n);
-        if (!drawn && species >= 0 && !first_node.try_emplace (species, id).second) continue;
-        add_node (id, layout.nodes[n].size);
     }
-    const auto key_of = [&] (int node) {
-        const int species = layout.nodes.at (static_cast<std::size_t> (node)).species;
-        return drawn || species < 0 ? node : first_node.at (species);
-    };
-    const int first_square = static_cast<int> (layout.nodes.size ());
-    const auto add_edge = [&] (int from, int to) {
-        if (agedge (g, nodes.at (from), nodes.at (to), nullptr, 0)) return;
-        agedge (g, nodes.at (from), nodes.at (to), nullptr, 1);
-    };
-    for (std::size_t r = 0; r < layout.reactions.size (); ++r) {
-        const int square = first_square + static_cast<int> (r);
-        add_node (square, {14, 14});
-        for (const int n : layout.reactions[r].substrates)
-            if (n >= 0) add_edge (key_of (n), square);
-        for (const int n : layout.reactions[r].products)
-            if (n >= 0) add_edge (square, key_of (n));
-        for (const int n : layout.reactions[r].modifiers)
-            if (n >= 0) add_edge (key_of (n), square);
-    }
-    (void)graph;
-    int count = -1;
+    for (const auto& [from, to] : edges) agedge (g, nodes.at (from), nodes.at (to), nullptr, 1);
+    PlainCrossings count;
+    count.ours = straight_crossings (ours, edges);
     if (gvLayout (context, g, "dot") == 0) {
-        struct Curve {
-            std::vector<Point> points;
-            int from, to;
-        };
-        std::vector<Curve> curves;
-        for (Agnode_t* n = agfstnode (g); n; n = agnxtnode (g, n)) {
-            for (Agedge_t* e = agfstout (g, n); e; e = agnxtout (g, e)) {
-                Curve curve;
-                curve.from = std::stoi (agnameof (agtail (e)));
-                curve.to = std::stoi (agnameof (aghead (e)));
-                const splines* const s = ED_spl (e);
-                if (!s) continue;
-                for (int b = 0; b < s->size; ++b) {
-                    const bezier& z = s->list[b];
-                    for (int k = 0; k + 3 < z.size; k += 3) {
-                        for (int i = 0; i <= 12; ++i) {
-                            const double t = i / 12.0;
-                            const double u = 1 - t;
-                            const auto mix = [&] (double p, double q, double v, double w) {
-                                return u * u * u * p + 3 * u * u * t * q + 3 * u * t * t * v +
-                                       t * t * t * w;
-                            };
-                            curve.points.push_back ({mix (z.list[k].x, z.list[k + 1].x,
-                                                          z.list[k + 2].x, z.list[k + 3].x),
-                                                     mix (z.list[k].y, z.list[k + 1].y,
-                                                          z.list[k + 2].y, z.list[k + 3].y)});
-                        }
-                    }
-                }
-                curves.push_back (std::move (curve));
-            }
-        }
-        count = 0;
-        for (std::size_t a = 0; a < curves.size (); ++a) {
-            for (std::size_t b = 0; b < a; ++b) {
-                const Curve& p = curves[a];
-                const Curve& q = curves[b];
-                if (p.from == q.from || p.from == q.to || p.to == q.from || p.to == q.to) continue;
-                for (std::size_t i = 0; i + 1 < p.points.size (); ++i)
-                    for (std::size_t j = 0; j + 1 < q.points.size (); ++j)
-                        if (cut (p.points[i], p.points[i + 1], q.points[j], q.points[j + 1]))
-                            ++count;
-            }
-        }
+        std::map<int, Point> places;
+        for (const auto& [key, node] : nodes) places[key] = {ND_coord (node).x, ND_coord (node).y};
+        count.dot = straight_crossings (places, edges);
         gvFreeLayout (context, g);
     }
     agclose (g);

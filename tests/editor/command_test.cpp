@@ -77,6 +77,7 @@ TEST (command_table, whatever_a_row_does_is_undone_and_done_again) {
                                Command::align_nodes,
                                Command::color_reactants,
                                Command::fog_selection,
+                               Command::arrange,
                                Command::new_protein,
                                Command::new_molecule,
                                Command::new_gene,

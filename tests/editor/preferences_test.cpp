@@ -31,6 +31,17 @@ TEST (preferences, a_number_is_hexadecimal_behind_a_hash_and_decimal_otherwise) 
     EXPECT_EQ (read ("<pref lift_background=\"#f0101000\">\n").lift_background, 0xf0101000U);
 }
 
+TEST (preferences, what_older_versions_do_not_know_is_written_only_when_it_is_off) {
+    Preferences preferences;
+    const std::string text = preferences_text (preferences, 0);
+    EXPECT_THAT (text, ::testing::Not (HasSubstr ("arrange")));
+    EXPECT_THAT (text, ::testing::Not (HasSubstr ("animate")));
+    preferences.animate = preferences.arrange_opened = false;
+    const Preferences again = preferences_from_text (preferences_text (preferences, 0));
+    EXPECT_FALSE (again.animate);
+    EXPECT_FALSE (again.arrange_opened);
+}
+
 TEST (preferences, another_first_line_means_all_defaults) {
     const Preferences preferences = preferences_from_text (
         "<?xmk version=\"1.0\"?>\n<lattrixprefs>\n<pref zoom=\"50\">\n</lattrixprefs>\n");

@@ -86,6 +86,7 @@ TEST (RealModels, arranged_drawings_keep_their_figures) {
         EXPECT_EQ (m.overlaps, 0) << path;
         EXPECT_EQ (m.covered, 0) << path;
         EXPECT_EQ (m.off_page, 0) << path;
+        EXPECT_EQ (m.strangers, 0) << path;
         if (document.network->count_arcs () == 0) continue;
         use.push_back (m.page_use);
         sides = std::max (sides, m.sides);

@@ -12,7 +12,7 @@ struct NetworkMeasures {
     int overlaps = 0;  // pairs of nodes that overlap
     int covered = 0;   // squares of reactions that a node covers
     int off_page = 0;  // nodes that begin left of or above the page, or end behind it
-    int strangers = 0; // nodes inside a box that is not their compartment's
+    int strangers = 0; // nodes that reach into a box that is not their compartment's
     double page_use = 0;
     double sides = 1; // longer side / shorter side
 };
@@ -54,6 +54,17 @@ inline NetworkMeasures measure (document::Network& network) {
                          ? 1
                          : 0;
         area += 14 * 14;
+    }
+    for (const auto& n : network.nodes ()) {
+        const double w = n->get_width () / 2;
+        const double h = n->get_height () / 2.0;
+        const PlainBox box{n->x () - w, n->y () - h, n->x () + w, n->y () + h};
+        for (const auto& c : network.comps ()) {
+            const bool around = c->contains (n->x (), n->y ());
+            const PlainBox other{c->x (), c->y (), c->x () + c->width (), c->y () + c->height ()};
+            m.strangers += !around && box.meets (other) && c->shape () == 8 ? 1 : 0;
+            m.strangers += around && n->compart () == nullptr ? 1 : 0;
+        }
     }
     m.page_use = area / std::max (width * height, 1.0);
     m.sides = std::max (width, height) / std::max (1.0, std::min (width, height));
