@@ -24,7 +24,8 @@ std::string gl_line (const char* word, GLenum name) {
 #ifdef FLTK_USE_X11
 /// Asks in a context on a window that is never mapped.
 std::string opengl_lines () {
-    Display* const display = XOpenDisplay (nullptr);
+    // The toolkit's own connection, which it opened to tell the screens.
+    Display* const display = fl_x11_display ();
     if (display == nullptr) return {};
     int wanted[] = {GLX_RGBA, GLX_ALPHA_SIZE, 1, None};
     std::string lines;
@@ -45,7 +46,6 @@ std::string opengl_lines () {
         XFreeColormap (display, attributes.colormap);
         XFree (visual);
     }
-    XCloseDisplay (display);
     return lines;
 }
 #else
