@@ -1,0 +1,235 @@
+// Every entry of the menus and every button of the tool bar, by a click of the mouse.
+#include "shell/running_editor.h"
+
+#include "editor/commands.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <set>
+
+namespace ostrand::testing {
+namespace {
+
+using editor::Command;
+using editor::CommandRow;
+using editor::Menu;
+using ::testing::HasSubstr;
+
+/// Where the titles of the menus stand, in the order of Menu; the last one is "Tools".
+constexpr int title_x[] = {21, 63, 110, 180, 264, 326, 378};
+constexpr int title_y = 14;
+constexpr int first_entry_y = 39;
+constexpr int entry_height = 21;
+
+void pause (int milliseconds) {
+    std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds));
+}
+
+/// Commands that were clicked in this case.
+std::set<Command>& clicked () {
+    static std::set<Command> all;
+    return all;
+}
+
+/// A case clicks every entry of a menu but those that it names: which are off, or have a case of
+/// their own.
+void expect_all_of (Menu menu, const std::set<Command>& others = {}) {
+    for (const CommandRow& row : editor::command_rows ()) {
+        if (row.menu != menu || others.contains (row.code)) continue;
+        EXPECT_TRUE (clicked ().contains (row.code)) << row.label;
+    }
+}
+
+int place_in_menu (Command command) {
+    int place = 0;
+    for (const CommandRow& row : editor::command_rows ()) {
+        if (row.code == command) return place;
+        if (row.menu == editor::command_row (command).menu) ++place;
+    }
+    return -1;
+}
+
+void choose (const Editor& editor, Command command) {
+    const int x = title_x[static_cast<int> (editor::command_row (command).menu)];
+    editor.click (x, title_y);
+    pause (60);
+    editor.click (x + 5, first_entry_y + entry_height * place_in_menu (command));
+    pause (60);
+    clicked ().insert (command);
+}
+
+/// The command asks in a window of this title, which Escape closes.
+void expect_window (const Editor& editor, Command command, const char* title,
+                    bool has_field = false) {
+    choose (editor, command);
+    EXPECT_TRUE (editor.shows_window (title)) << title;
+    editor.display ().input ({"search", "--onlyvisible", "--name", std::string ("^") + title + "$",
+                              "windowmove", "--sync", "400", "300", "mousemove", "--window", "%1",
+                              "60", "12"});
+    pause (60);
+    // The dialogs of the editor itself stay beside other windows: a click gives them the keys.
+    if (has_field) editor.click_in (title, 250, 20);
+    editor.key ("Escape");
+    if (!editor.loses_window (title)) ADD_FAILURE () << title << " stays";
+    editor.move (300, 300);
+}
+
+/// The command writes a record.
+void expect_record (const Editor& editor, Command command) {
+    const std::string before = editor.undo_file ();
+    choose (editor, command);
+    EXPECT_TRUE (wait_until ([&] { return editor.undo_file () != before; }, 3))
+        << editor::command_row (command).label;
+}
+
+constexpr const char* drawing =
+    "# Lattrix: 1.2\n[N5 0 2 8 8\n[S1 1 60 200 0 3 13{glc}-]\n[S2 0 250 220 0 3 13{g6p}-]\n"
+    "[S3 0 60 300 0 3 9{P}-]\n[S4 0 200 300 0 3 9{P}-]\n[S5 0 330 300 0 3 9{Q}-]\n"
+    "[A6 0 272 2 1 2{}{}]\n]\n";
+
+TEST (menus, every_entry_of_view_does_its_part) {
+    Editor editor;
+    editor.start ({editor.home ().write ("a.net", drawing)}, "a.net");
+    expect_window (editor, Command::gui_background, "Color Selection");
+    choose (editor, Command::zoom_out);
+    choose (editor, Command::zoom_reset);
+    choose (editor, Command::zoom_in);
+    for (const CommandRow& row : editor::command_rows ())
+        if (row.menu == Menu::view && row.form == editor::CommandForm::toggle)
+            choose (editor, row.code);
+    choose (editor, Command::deterministic);
+    choose (editor, Command::save_settings);
+    const auto settings = [&] { return file_text (editor.home () / ".lattrix_rc"); };
+    ASSERT_TRUE (
+        wait_until ([&] { return std::filesystem::exists (editor.home () / ".lattrix_rc"); }));
+    for (const char* const row :
+         {"zoom=\"105\"", "use_annotation=\"false\"", "dark_mode=\"true\"", "boundary=\"false\"",
+          "mousehelp=\"false\"", "kinetics=\"false\"", "stoichiometry=\"true\"",
+          "default_yes=\"true\"", "emacs_keys=\"true\"", "grid=\"true\"", "smart_move=\"false\"",
+          "smart_dialog=\"true\"", "guides=\"false\"", "snap_to_guides=\"true\"",
+          "simulation=\"ODE\""})
+        EXPECT_THAT (settings (), HasSubstr (row));
+    expect_all_of (Menu::view);
+    choose (editor, Command::stochastic);
+    choose (editor, Command::save_settings);
+    EXPECT_TRUE (wait_until (
+        [&] { return settings ().find ("simulation=\"SSA\"") != std::string::npos; }, 3));
+}
+
+TEST (menus, every_entry_of_edit_does_its_part) {
+    Editor editor;
+    editor.start ({editor.home ().write ("a.net", drawing)}, "a.net");
+    expect_record (editor, Command::align_nodes);
+    expect_record (editor, Command::color_reactants);
+    choose (editor, Command::undo);
+    choose (editor, Command::redo);
+    choose (editor, Command::share_clones); // those of a file are shared already
+    choose (editor, Command::select_all);
+    expect_record (editor, Command::fog_selection);
+    expect_record (editor, Command::unfog_selection);
+    expect_record (editor, Command::duplicate);
+    choose (editor, Command::copy);
+    expect_record (editor, Command::paste);
+    expect_record (editor, Command::cut);
+    expect_window (editor, Command::find_reactant, "Search Reactant", true);
+    expect_all_of (Menu::edit);
+}
+
+TEST (menus, every_entry_of_file_does_its_part) {
+    Editor editor;
+    const std::string file = editor.home ().write ("a.net", drawing);
+    editor.start ({file}, "a.net");
+    expect_window (editor, Command::load_file, "Load");
+    expect_window (editor, Command::open_file, "Open");
+    expect_window (editor, Command::insert_file, "Insert");
+    expect_window (editor, Command::save_as, "Save as");
+    expect_window (editor, Command::save_user_manual, "Save User Manual");
+    expect_window (editor, Command::export_pdf, "PDF Export");
+    expect_window (editor, Command::export_svg, "SVG Export");
+    expect_window (editor, Command::insert_picture, "Ostrand"); // no text is edited
+    choose (editor, Command::export_png);
+    pause (100);
+    editor.key ("Escape");
+    pause (100);
+    choose (editor, Command::export_all_tabs);
+    pause (100);
+    editor.key ("Escape");
+    pause (100);
+    editor.click (new_molecule_x, tool_bar_y);
+    ASSERT_TRUE (editor.shows_window ("a.net\\*"));
+    choose (editor, Command::save_file);
+    ASSERT_TRUE (editor.shows_window ("a.net"));
+    EXPECT_THAT (file_text (file), HasSubstr ("molecule"));
+    expect_record (editor, Command::reopen_file);
+    choose (editor, Command::new_tab);
+    ASSERT_TRUE (editor.shows_window ("Ostrand"));
+    EXPECT_EQ (editor.undo_file_count (), 2);
+    choose (editor, Command::close_tab);
+    EXPECT_TRUE (editor.shows_window ("a.net"));
+    choose (editor, Command::quit);
+    EXPECT_EQ (editor.program ().wait (), 0);
+    expect_all_of (Menu::file, {Command::save_settings});
+}
+
+TEST (menus, every_entry_of_simulation_formula_and_help_does_its_part) {
+    Editor editor;
+    editor.start ({editor.home ().write ("a.net", drawing)}, "a.net");
+    expect_window (editor, Command::set_duration, "Duration", true);
+    expect_window (editor, Command::reactions_per_gate, "#Reactions/Gate \\(1 -> 7\\)", true);
+    expect_window (editor, Command::extract_gates, "Extract Gates");
+    choose (editor, Command::about);
+    EXPECT_TRUE (editor.shows_window ("About Ostrand"));
+    editor.click_in ("About Ostrand", 310, 402); // Close
+    choose (editor, Command::documentation);
+    EXPECT_TRUE (editor.shows_window ("Ostrand Documentation"));
+    choose (editor, Command::show_left_out);
+    expect_all_of (Menu::help);
+    expect_all_of (Menu::simulation, {Command::stochastic, Command::deterministic,
+                                      Command::start_simulation, Command::stop_simulation});
+    expect_all_of (Menu::formula, {Command::enter_formula, Command::previous_implementation,
+                                   Command::next_implementation});
+    EXPECT_TRUE (editor.program ().running ());
+}
+
+TEST (menus, every_entry_of_tools_does_its_part) {
+    Editor editor;
+    editor.start ({}, "Ostrand");
+    for (const Command command :
+         {Command::new_protein, Command::new_molecule, Command::new_gene, Command::new_receptor,
+          Command::new_complex, Command::new_reaction, Command::new_round_compartment,
+          Command::new_oval_compartment})
+        expect_record (editor, command);
+    // Clicked, they are on; the next click makes a label with both.
+    choose (editor, Command::bold);
+    choose (editor, Command::italic);
+    expect_record (editor, Command::new_molecule);
+    EXPECT_TRUE (wait_until (
+        [&] { return editor.undo_file ().find ("F>molecule}") != std::string::npos; }, 3));
+    expect_all_of (Menu::tool_bar,
+                   {Command::font_face, Command::font_size, Command::text_colour,
+                    Command::add_substrate, Command::add_product, Command::new_tab});
+    EXPECT_TRUE (editor.program ().running ());
+}
+
+TEST (tool_bar, every_button_makes_its_object) {
+    Editor editor;
+    editor.start ({}, "Ostrand");
+    constexpr int first_x = 13;
+    constexpr int width = 25;
+    constexpr int compartments_x = 518;
+    const std::pair<int, const char*> buttons[] = {
+        {first_x, "protein"},          {first_x + width, "molecule"},
+        {first_x + 2 * width, "gene"}, {first_x + 3 * width, "receptor"},
+        {first_x + 4 * width, "{A}"},  {new_reaction_x, "{E}"},
+        {compartments_x, "[C1 8 "},    {compartments_x + width, "[C2 12 "},
+    };
+    for (const auto& [x, word] : buttons) {
+        editor.click (x, tool_bar_y);
+        EXPECT_TRUE (wait_until (
+            [&, what = word] { return editor.undo_file ().find (what) != std::string::npos; }, 3))
+            << word;
+    }
+}
+
+} // namespace
+} // namespace ostrand::testing
