@@ -552,7 +552,8 @@ void compare_with_plain (std::uint64_t seed, Comparison& so_far) {
 
 TEST (search, the_fast_walk_finds_what_the_plain_one_finds_and_each_answer_computes_the_formula) {
     Comparison seen;
-    for (std::uint64_t seed = 1; seed <= (testing::sanitized ? 150 : 900) && !::testing::Test::HasFatalFailure (); ++seed) {
+    for (std::uint64_t seed = 1;
+         seed <= (testing::sanitized ? 150 : 900) && !::testing::Test::HasFatalFailure (); ++seed) {
         compare_with_plain (seed, seen);
     }
     EXPECT_LT (seen.given_up, seen.cases / 10);
