@@ -94,6 +94,11 @@ class Compound {
             if (cost_of_all () < cost) return boxes_;
         }
         bring_back (first);
+        if (!clear) {
+            // The last resort: everything spreads, and boxes may touch.
+            settle (sketch_.drawing);
+            measure_boxes ();
+        }
         return boxes_;
     }
 

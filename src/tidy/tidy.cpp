@@ -68,16 +68,6 @@ class Arranger {
         apply (arrange::arrange (graph_, options));
     }
 
-    /// Networks of more reactions than these get less work for each.
-    static constexpr double careful_reactions = 800;
-    static constexpr double quick_reactions = 300;
-
-    struct ReactionArcs {
-        std::vector<Arque*> substrates; // the main arc first
-        std::vector<Arque*> products;   // likewise
-        std::vector<Arque*> modifiers;
-    };
-
     /// A part: each node counts by itself, even where several are one species.
     bool run_part (const std::vector<Node*>& chosen) {
         network_.layout ();
@@ -108,6 +98,16 @@ class Arranger {
     }
 
   private:
+    /// Networks of more reactions than these get less work for each.
+    static constexpr double careful_reactions = 800;
+    static constexpr double quick_reactions = 300;
+
+    struct ReactionArcs {
+        std::vector<Arque*> substrates; // the main arc first
+        std::vector<Arque*> products;   // likewise
+        std::vector<Arque*> modifiers;
+    };
+
     void list_compartments ();
     void list_species ();
     void list_nodes ();

@@ -527,7 +527,8 @@ TEST (RealModels, each_opens_with_its_reactions) {
         ++files;
         CaughtMessages messages;
         Document document;
-        ASSERT_EQ (open_document (entry.path (), {}, document), LoadStatus::loaded)
+        ASSERT_EQ (open_document (entry.path (), {.arranging = Arranging::never}, document),
+                   LoadStatus::loaded)
             << entry.path ();
         std::size_t reactions = 0;
         for (const document::Arque* a : document.network->all_arcs ()) {
