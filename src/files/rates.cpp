@@ -302,6 +302,8 @@ class Rated {
   private:
     void direction (const std::map<std::string, double>& from,
                     const std::map<std::string, double>& to, const Rate& rate);
+    bool through_complex (const std::vector<std::string>& reactants,
+                          const std::map<std::string, double>& target, double constant);
     void fail (const std::string& why) {
         if (out_.fault.empty ()) out_.fault = why;
     }
@@ -311,8 +313,36 @@ class Rated {
 
     const Parts& parts_;
     int number_;
+    int complexes_ = 0; // brought along so far
     RatedText out_;
 };
+
+/// What a complex of the reactants gives back: those that stay, then what is made. Empty when that
+/// cannot be said by whole numbers, or when no reactant stays.
+std::vector<std::string> given_back (const std::vector<std::string>& reactants,
+                                     const std::map<std::string, double>& target) {
+    constexpr double most = 12;
+    if (reactants.size () == 2 && reactants[0] == reactants[1]) return {};
+    std::vector<std::string> back;
+    const auto add = [&back] (const std::string& name, double n) {
+        if (n != std::floor (n) || n < 0 || n > most) return false;
+        back.insert (back.end (), static_cast<std::size_t> (n), name);
+        return true;
+    };
+    bool some_stays = false;
+    for (const std::string& name : reactants) {
+        const auto at = target.find (name);
+        const double change = at == target.end () ? 0 : at->second;
+        some_stays = some_stays || change == 0;
+        if (!add (name, 1 + change)) return {};
+    }
+    if (!some_stays) return {};
+    for (const auto& [name, change] : target) {
+        if (std::count (reactants.begin (), reactants.end (), name) > 0) continue;
+        if (!add (name, change)) return {};
+    }
+    return back;
+}
 
 void Rated::direction (const std::map<std::string, double>& from,
                        const std::map<std::string, double>& to, const Rate& rate) {
@@ -351,10 +381,44 @@ void Rated::direction (const std::map<std::string, double>& from,
     default: return fail ("more than two molecules would have to meet");
     }
     if (!(constant >= 0)) return fail ("its rate is negative");
-    if (constant == 0) return;
+    if (constant == 0 || through_complex (reactants, target, constant)) return;
     if (!Elementary (reactants, std::move (target), constant, out_.statements).write ()) {
         fail ("it uses up what its rate does not depend on");
     }
+}
+
+/// A reactant that stays, a catalyst or a gene, is bound and let go within one time step. Written as
+/// a statement that makes one more of it beside one that takes one, its number would wander: a single
+/// gene would be lost by chance. Letting go stands before and behind the binding, for every other
+/// time step goes through the statements backwards.
+bool Rated::through_complex (const std::vector<std::string>& reactants,
+                             const std::map<std::string, double>& target, double constant) {
+    const std::vector<std::string> back = given_back (reactants, target);
+    if (back.empty ()) return false;
+    const auto complex = [this] (std::size_t i) {
+        return sim::quoted ("complex " + std::to_string (number_) + "." +
+                            std::to_string (complexes_ + static_cast<int> (i)));
+    };
+    std::string let_go;
+    std::size_t at = 0;
+    for (std::size_t i = 1; at < back.size (); ++i) {
+        let_go += complex (i) + " -> " + sim::quoted (back[at++]);
+        // Two of the same would count as one.
+        const bool is_last = at == back.size ();
+        const bool ends = at + 1 == back.size () && back[at] != back[at - 1];
+        if (ends) {
+            let_go += " + " + sim::quoted (back[at++]);
+        } else if (!is_last) {
+            let_go += " + " + complex (i + 1);
+        }
+        let_go += " | 1 ;\n";
+    }
+    out_.statements += let_go;
+    for (std::size_t i = 0; i < reactants.size (); ++i)
+        out_.statements += (i > 0 ? " + " : "") + sim::quoted (reactants[i]);
+    out_.statements += " -> " + complex (1) + " | " + language_number (constant) + " ;\n" + let_go;
+    complexes_ += static_cast<int> (back.size ());
+    return true;
 }
 
 void Rated::multiply (std::string& text, const std::map<std::string, double>& side,

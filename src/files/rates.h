@@ -35,8 +35,8 @@ struct RatedText {
 
 /// Statements of a reaction whose rates carry their units. Species that never run out (their fill
 /// is the one of an excess) keep their numbers. Mass action of any stoichiometry up to order 2
-/// becomes elementary reactions, whose weights add up to it; a Vmax becomes an enzyme that the text
-/// brings along.
+/// becomes elementary reactions, whose weights add up to it; what takes part and stays, a catalyst or a
+/// gene, goes through a complex that the text brings along, and a Vmax becomes an enzyme likewise.
 /// number  of the reaction in the text, for the names of what it brings along
 RatedText rated_text (const document::Network& network, const document::Arque& reaction,
                       int number);

@@ -29,9 +29,9 @@ constexpr std::string_view model =
 
 /// Seconds to simulate, so that there is time for a signal; under sanitizers everything takes longer.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr const char* long_enough = "duration = 12;";
+constexpr const char* long_enough = "duration = 100;";
 #else
-constexpr const char* long_enough = "duration = 200;";
+constexpr const char* long_enough = "duration = 600;";
 #endif
 
 /// mpirun with more ranks than processors, as root too, on this machine alone.

@@ -241,6 +241,38 @@ TEST (Kinetics, reactants_and_strangers_among_the_modifiers_do_not_hide_the_law)
     }
 }
 
+TEST (Kinetics, a_little_catalyst_with_a_large_flux_stays_what_it_is) {
+    expect_follows_equations (
+        sbml_lists (sbml_species ("S", "300") + sbml_species ("P") + sbml_species ("E", "0.5"),
+                    sbml_reaction ({.id = "r",
+                                    .reactants = "S",
+                                    .products = "2*P",
+                                    .modifiers = sbml_modifier ("E"),
+                                    .math = mathml_of ("(* cell k E S)"),
+                                    .parameters = sbml_local ("k", "0.3")})),
+        {"S", "P", "E"}, 11);
+}
+
+TEST (Kinetics, a_single_gene_is_not_lost_by_chance) {
+    // One molecule, which makes 2 a second for ten minutes.
+    const TemporaryFolder folder;
+    folder.write ("m.xml", sbml_lists (sbml_species ("G", "0.0017") + sbml_species ("R"),
+                                       sbml_reaction ({.id = "r",
+                                                       .products = "R",
+                                                       .modifiers = sbml_modifier ("G"),
+                                                       .math = mathml_of ("(* k G)"),
+                                                       .parameters = sbml_local ("k", "2")})));
+    ASSERT_EQ (run_program ({"ostrand-tool", "convert", "m.xml", "m.ssa", "--duration", "600"},
+                            folder.path ())
+                   .status,
+               0);
+    folder.write ("m.ssa", file_text (folder / "m.ssa") + "display (\"G\", \"R\");\n");
+    ASSERT_EQ (run_program ({"ostrand", "-a", "m.ssa", "-o", "m.gz"}, folder.path ()).status, 0);
+    const std::map<std::string, double> last = last_counts (unzipped_file (folder / "m.gz"));
+    EXPECT_NEAR (last.at ("G") * 602.252, 1, 0.01);
+    EXPECT_NEAR (last.at ("R") * 602.252, 1198, 5 * std::sqrt (1198.0));
+}
+
 TEST (Kinetics, units_of_the_model_become_micromoles_litres_and_seconds) {
     std::string xml =
         sbml_lists (sbml_species ("A", "0.01") + sbml_species ("B", "0.004") + sbml_species ("C"),

@@ -213,7 +213,7 @@ TEST (sweep, a_machine_with_other_lanes_may_go_on) {
 /// Of each simulation of a leftover, so that there is time to stop it; under sanitizers everything
 /// takes longer.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr std::uint64_t points_each = 300;
+constexpr std::uint64_t points_each = 1000;
 #else
 constexpr std::uint64_t points_each = 3000;
 #endif
