@@ -14,7 +14,8 @@ constexpr int start_x = 200; // where a new object stands in the canvas
 constexpr int start_y = 50;
 
 void pause (int milliseconds) {
-    std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds));
+    // A sanitized editor needs more time to follow.
+    std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds * (sanitized ? 3 : 1)));
 }
 
 /// A user at the canvas; places are pixels from its corner.
