@@ -5,6 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdio>
+
 namespace ostrand::testing {
 namespace {
 
@@ -130,6 +132,99 @@ TEST (drawing_story, a_name_with_a_subscript_a_superscript_and_a_picture) {
     EXPECT_THAT (text, HasSubstr ("[Ea-{<66F>2+}]"));
     EXPECT_THAT (text, HasSubstr ("[EH{<"));
     EXPECT_THAT (text, HasSubstr ("dot.png]"));
+}
+
+/// Two reactions that share the ATP between them.
+constexpr const char* shared_atp =
+    "# Lattrix: 1.2\n[N5 0 2 10 10\n[S1 0 100 150 0 3 13{A}-]\n[S2 0 400 150 0 3 13{B}-]\n"
+    "[S3 0 250 300 0 3 13{ATP}-]\n[S4 0 100 450 0 3 13{C}-]\n[S5 0 400 450 0 3 13{D}-]\n"
+    "[A6 0 272 2 1 2]\n[A7 0 272 2 4 5]\n[A8 0 512 2 3 6]\n[A9 0 512 2 3 7]\n]\n";
+
+struct Place {
+    int x;
+    int y;
+};
+
+/// Where the molecules of a name stand in the canvas, as a saved text has them.
+std::vector<Place> places_of (const std::string& text, const std::string& name) {
+    float left = 0;
+    float top = 0;
+    int unused = 0;
+    const std::size_t head = text.find ("[N");
+    EXPECT_EQ (std::sscanf (text.c_str () + head, "[N%d %d %d %f %f", &unused, &unused, &unused,
+                            &left, &top),
+               5);
+    std::vector<Place> places;
+    for (std::size_t at = text.find ("[S"); at != std::string::npos;
+         at = text.find ("[S", at + 1)) {
+        float x = 0;
+        float y = 0;
+        const std::size_t end = text.find ('\n', at);
+        if (text.substr (at, end - at).find ("{" + name + "}") == std::string::npos) continue;
+        EXPECT_EQ (std::sscanf (text.c_str () + at, "[S%d %d %f %f", &unused, &unused, &x, &y), 4);
+        places.push_back ({static_cast<int> (x + left), static_cast<int> (y + top)});
+    }
+    return places;
+}
+
+TEST (drawing_story, a_shared_molecule_is_detached_from_a_reaction_and_fused_again) {
+    Editor editor;
+    const std::string file = editor.home ().write ("shared.net", shared_atp);
+    editor.start ({file}, "shared.net");
+    const Drawing draw (editor);
+    const auto saved = [&] {
+        editor.key ("ctrl+s");
+        EXPECT_TRUE (editor.shows_window ("shared.net"));
+        return file_text (file);
+    };
+    const auto modified = [&] { return editor.shows_window ("shared.net\\*"); };
+    draw.select (260, 310);
+    editor.click (246, canvas_y + 229, "2"); // its line to the upper reaction
+    ASSERT_TRUE (modified ());
+    const std::string apart = saved ();
+    const std::vector<Place> two = places_of (apart, "ATP");
+    ASSERT_EQ (two.size (), 2U) << apart;
+    EXPECT_EQ (count (apart, " 512 "), 2); // each with its reaction
+    // The copy stands a little lower, in front; it is taken where the other one is not.
+    editor.click (900, canvas_y + 500);
+    pause (300);
+    editor.drag (two[1].x + 4, canvas_y + two[1].y + 10, 604, canvas_y + 310);
+    ASSERT_TRUE (modified ());
+    saved ();
+    editor.click (900, canvas_y + 500);
+    pause (300);
+    editor.drag (604, canvas_y + 310, two[0].x + 4, canvas_y + two[0].y + 10);
+    ASSERT_TRUE (modified ());
+    const std::string fused = saved ();
+    EXPECT_EQ (places_of (fused, "ATP").size (), 1U) << fused;
+    EXPECT_EQ (count (fused, " 512 "), 2);
+    editor.key ("ctrl+z");
+    ASSERT_TRUE (modified ());
+    EXPECT_EQ (places_of (saved (), "ATP").size (), 2U);
+}
+
+TEST (drawing_story, a_complex_holds_a_network) {
+    Editor editor;
+    ask_in_the_line (editor);
+    editor.start ({}, "Ostrand");
+    const Drawing draw (editor);
+    constexpr int new_complex_x = 113;
+    editor.click (new_complex_x, tool_bar_y);
+    pause (200);
+    editor.click (new_protein_x, tool_bar_y); // goes into the complex, which is selected
+    pause (200);
+    editor.click (new_molecule_x, tool_bar_y);
+    pause (200);
+    const std::string text = draw.saved ("complex.net");
+    EXPECT_THAT (text, HasSubstr ("{protein}"));
+    EXPECT_THAT (text, HasSubstr ("{molecule}"));
+    EXPECT_EQ (count (text, "[N"), 2) << text; // one in the other
+    editor.key ("ctrl+z");
+    editor.key ("ctrl+z");
+    pause (200);
+    editor.key ("ctrl+s");
+    EXPECT_TRUE (editor.shows_window ("complex.net"));
+    EXPECT_EQ (count (file_text (editor.home () / "complex.net"), "{protein}"), 0);
 }
 
 } // namespace
