@@ -45,7 +45,8 @@ unsigned load (const std::string& path) {
     const float shrink =
         std::min (1.0F, static_cast<float> (largest_side) /
                             static_cast<float> (std::max (shared->data_w (), shared->data_h ())));
-    const std::unique_ptr<Fl_Image> copy (shared->copy (
+    // The image inside: a copy of the shared one would be another shared one, without pixels to see.
+    const std::unique_ptr<Fl_Image> copy (shared->image ()->copy (
         std::max (static_cast<int> (static_cast<float> (shared->data_w ()) * shrink), 1),
         std::max (static_cast<int> (static_cast<float> (shared->data_h ()) * shrink), 1)));
     shared->release ();

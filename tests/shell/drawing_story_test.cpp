@@ -111,7 +111,7 @@ TEST (drawing_story, upper_glycolysis_from_nothing) {
 TEST (drawing_story, a_name_with_a_subscript_a_superscript_and_a_picture) {
     Editor editor;
     ask_in_the_line (editor);
-    editor.home ().write ("dot.png", file_text (source_path ("docs/editor/light.png")));
+    editor.home ().write ("dot.png", file_text (source_path ("docs/manual/swap.png")));
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     draw.add (new_molecule_x, "Ca", 300, 250);
@@ -128,6 +128,8 @@ TEST (drawing_story, a_name_with_a_subscript_a_superscript_and_a_picture) {
     editor.type ("dot.png");
     editor.key ("Return");
     pause (300);
+    // The picture is shown: nothing else on the canvas has its orange.
+    EXPECT_TRUE (editor.shows_colour (300, canvas_y, 700, 500, 0xFFA033, 40));
     const std::string text = draw.saved ("rich.net");
     EXPECT_THAT (text, HasSubstr ("[Ea-{<66F>2+}]"));
     EXPECT_THAT (text, HasSubstr ("[EH{<"));
@@ -203,27 +205,39 @@ TEST (drawing_story, a_shared_molecule_is_detached_from_a_reaction_and_fused_aga
     EXPECT_EQ (places_of (saved (), "ATP").size (), 2U);
 }
 
-TEST (drawing_story, a_complex_holds_a_network) {
+TEST (drawing_story, a_new_protein_goes_into_the_complex_that_is_selected) {
     Editor editor;
     ask_in_the_line (editor);
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     constexpr int new_complex_x = 113;
     editor.click (new_complex_x, tool_bar_y);
-    pause (200);
-    editor.click (new_protein_x, tool_bar_y); // goes into the complex, which is selected
-    pause (200);
-    editor.click (new_molecule_x, tool_bar_y);
-    pause (200);
-    const std::string text = draw.saved ("complex.net");
-    EXPECT_THAT (text, HasSubstr ("{protein}"));
-    EXPECT_THAT (text, HasSubstr ("{molecule}"));
-    EXPECT_EQ (count (text, "[N"), 2) << text; // one in the other
-    editor.key ("ctrl+z");
-    editor.key ("ctrl+z");
-    pause (200);
+    pause (300);
+    const std::string alone = draw.saved ("complex.net");
+    EXPECT_EQ (count (alone, "[N"), 2) << alone; // one in the other
+    int unused = 0;
+    float left = 0;
+    float top = 0;
+    float x = 0;
+    float y = 0;
+    ASSERT_EQ (std::sscanf (alone.c_str () + alone.find ("[N"), "[N%d %d %d %f %f\n[S%d %d %f %f",
+                            &unused, &unused, &unused, &left, &top, &unused, &unused, &x, &y),
+               9)
+        << alone;
+    draw.select (static_cast<int> (x + left), static_cast<int> (y + top));
+    editor.click (new_protein_x, tool_bar_y);
+    ASSERT_TRUE (editor.shows_window ("complex.net\\*"));
     editor.key ("ctrl+s");
-    EXPECT_TRUE (editor.shows_window ("complex.net"));
+    ASSERT_TRUE (editor.shows_window ("complex.net"));
+    const std::string text = file_text (editor.home () / "complex.net");
+    // One node outside, three inside, which are written before it ends.
+    EXPECT_THAT (text, HasSubstr ("[N1 ")) << text;
+    EXPECT_THAT (text, HasSubstr ("[N3 ")) << text;
+    EXPECT_THAT (text, HasSubstr ("{protein}"));
+    editor.key ("ctrl+z");
+    ASSERT_TRUE (editor.shows_window ("complex.net\\*"));
+    editor.key ("ctrl+s");
+    ASSERT_TRUE (editor.shows_window ("complex.net"));
     EXPECT_EQ (count (file_text (editor.home () / "complex.net"), "{protein}"), 0);
 }
 
