@@ -20,13 +20,16 @@ struct LibraryPackage {
     std::string_view library; // the beginning of its file's name
     const char* package;
 };
-constexpr std::array<LibraryPackage, 25> library_packages{{
+constexpr std::array<LibraryPackage, 28> library_packages{{
     {"libGL.so", "libgl1"},
     {"libGLU.so", "libglu1-mesa"},
     {"libX11.so", "libx11-6"},
     {"libXcursor.so", "libxcursor1"},
     {"libXfixes.so", "libxfixes3"},
     {"libXft.so", "libxft2"},
+    {"libXext.so", "libxext6"},
+    {"libICE.so", "libice6"},
+    {"libSM.so", "libsm6"},
     {"libXinerama.so", "libxinerama1"},
     {"libXrender.so", "libxrender1"},
     {"libcairo.so", "libcairo2"},

@@ -205,6 +205,27 @@ TEST (drawing_story, a_shared_molecule_is_detached_from_a_reaction_and_fused_aga
     EXPECT_EQ (places_of (saved (), "ATP").size (), 2U);
 }
 
+TEST (drawing_story, a_name_with_a_greek_letter) {
+    Editor editor;
+    ask_in_the_line (editor);
+    editor.start ({}, "Ostrand");
+    const Drawing draw (editor);
+    constexpr int faces_x = 293; // the arrow of the choice, which shows Arial
+    draw.add (new_molecule_x, "IFNa", 300, 250);
+    editor.key ("Left"); // the cursor is at the last letter, whose face is chosen
+    editor.click (faces_x, tool_bar_y);
+    pause (150);
+    editor.click (200, tool_bar_y + 56); // Symbol, the third behind Arial
+    pause (300);
+    draw.saved ("greek.net");
+    const std::filesystem::path svg = editor.home () / "greek.svg";
+    ASSERT_EQ (run_program ({"ostrand-tool", "convert", (editor.home () / "greek.net").string (),
+                             svg.string ()})
+                   .status,
+               0);
+    EXPECT_THAT (file_text (svg), HasSubstr ("\xce\xb1"));
+}
+
 TEST (drawing_story, a_new_protein_goes_into_the_complex_that_is_selected) {
     Editor editor;
     ask_in_the_line (editor);

@@ -81,7 +81,7 @@ TEST (concentration, the_answer_is_that_of_the_reader_of_models_on_random_texts)
         if (name != std::string::npos) by_reader.replace (name + 4, 1, "it");
         ASSERT_EQ (told, by_reader) << text;
     }
-    EXPECT_GT (taken, 100);
+    EXPECT_GT (taken, testing::sanitized ? 10 : 100);
 }
 
 } // namespace

