@@ -147,8 +147,9 @@ void place_leaves (Drawing& drawing, const Core& core) {
             const double lean = link.end == LinkEnd::substrate ? 2.2
                                 : link.end == LinkEnd::product ? 0.9
                                                                : 1.57;
-            const double angle = direction + (k % 2 == 0 ? lean : -lean) + 0.3 * (k / 2);
-            const double distance = link_room + 14 + reach_of (leaf) + 6 * (k / 2);
+            const int pair = k / 2; // the first on each side, the second
+            const double angle = direction + (k % 2 == 0 ? lean : -lean) + 0.3 * pair;
+            const double distance = link_room + 14 + reach_of (leaf) + 6 * pair;
             leaf.at = {(a.x + b.x) / 2 + distance * std::cos (angle),
                        (a.y + b.y) / 2 + distance * std::sin (angle)};
             ++k;

@@ -35,7 +35,7 @@ void FormulaDesk::take_result (formula::SearchResult result) {
 
 bool FormulaDesk::step (bool forward) {
     if (forward ? !has_next () : !has_previous ()) return false;
-    index_ += forward ? 1 : -1;
+    index_ = forward ? index_ + 1 : index_ - 1;
     return true;
 }
 

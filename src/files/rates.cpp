@@ -43,7 +43,8 @@ std::string name_of (const Node& n) {
 }
 
 bool never_runs_out (const Node& n) {
-    const Node& master = n.master () != nullptr ? *n.master () : n;
+    const Node* const original = n.master ();
+    const Node& master = original != nullptr ? *original : n;
     return master.bg_color () == excess_fill;
 }
 

@@ -13,8 +13,7 @@ using ::ASTNode;
 /// Formulas inside one another, and nodes that one law may have when it is written out.
 constexpr int deepest_formula = 200;
 constexpr long long most_nodes = 20000;
-/// Molecules of the simulator in one uM, and in one umol.
-constexpr double molecules_per_um = 602.252;
+/// Molecules of the simulator in one umol.
 constexpr double molecules_per_umol = 6.02252e17;
 constexpr double umol_per_mole = 1e6;
 /// The volume in which a uM is that many molecules, litres.
