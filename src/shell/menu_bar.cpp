@@ -93,7 +93,7 @@ void MenuBar::add_command (const CommandRow& row) {
     Fl_Menu_Item item{};
     item.text = keep (row.label);
     item.callback_ = chosen;
-    item.user_data_ = reinterpret_cast<void*> (static_cast<std::intptr_t> (row.code));
+    item.argument (static_cast<long> (row.code));
     item.flags = flags_of (row);
     items_.push_back (item);
 }
@@ -102,7 +102,7 @@ void MenuBar::add_item (const std::string& label, Fl_Callback* chosen, unsigned 
     Fl_Menu_Item item{};
     item.text = keep (toolkit::plain_menu_label (label));
     item.callback_ = chosen;
-    item.user_data_ = reinterpret_cast<void*> (static_cast<std::uintptr_t> (value));
+    item.argument (static_cast<long> (value));
     items_.push_back (item);
 }
 
