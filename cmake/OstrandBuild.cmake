@@ -64,8 +64,6 @@ target_include_directories (external_graphviz SYSTEM INTERFACE "${GRAPHVIZ_INCLU
 target_link_libraries (external_graphviz INTERFACE "${GRAPHVIZ_DOT_LIBRARY}"
     "${GRAPHVIZ_NEATO_LIBRARY}" "${GRAPHVIZ_GVC_LIBRARY}" "${GRAPHVIZ_CGRAPH_LIBRARY}")
 add_library (external_rsvg INTERFACE)
-# Its -pthread says nothing here, and headers that were compiled once do not fit it.
-set_property (TARGET PkgConfig::RSVG PROPERTY INTERFACE_COMPILE_OPTIONS "")
 target_link_libraries (external_rsvg INTERFACE PkgConfig::RSVG)
 add_library (external_sbml INTERFACE)
 target_include_directories (external_sbml SYSTEM INTERFACE "${SBML_INCLUDE_DIR}")

@@ -22,33 +22,25 @@ Shape shape_of (const Drawing& drawing) {
     for (const DrawnNode& n : drawing.nodes)
         shape.boxes.push_back ({n.at.x - n.half_width, n.at.y - n.half_height,
                                 n.at.x + n.half_width, n.at.y + n.half_height});
-    for (const DrawnReaction& r : drawing.reactions) {
-        const ArcPlace arc =
-            arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side);
-        const auto add_line = [&] (Point a, Point b) {
-            // A line as a row of small boxes, so that other parts may stand in its corners.
-            const int steps = 1 + static_cast<int> (std::hypot (b.x - a.x, b.y - a.y) / 20);
-            for (int i = 0; i <= steps; ++i) {
-                const double t = static_cast<double> (i) / steps;
-                const Point p{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)};
-                shape.boxes.push_back ({p.x - 8, p.y - 8, p.x + 8, p.y + 8});
-            }
-        };
-        add_line (arc.start, arc.end);
-    }
-    for (const DrawnLink& l : drawing.links) {
-        const DrawnReaction& r = drawing.reactions[at (l.reaction)];
-        const ArcPlace arc =
-            arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side);
-        const Point a = drawing.nodes[at (l.node)].at;
-        const Point b = arc.square;
+    const auto add_line = [&shape] (Point a, Point b) {
+        // A line as a row of small boxes, so that other parts may stand in its corners.
         const int steps = 1 + static_cast<int> (std::hypot (b.x - a.x, b.y - a.y) / 20);
         for (int i = 0; i <= steps; ++i) {
             const double t = static_cast<double> (i) / steps;
             const Point p{a.x + t * (b.x - a.x), a.y + t * (b.y - a.y)};
             shape.boxes.push_back ({p.x - 8, p.y - 8, p.x + 8, p.y + 8});
         }
+    };
+    const auto place_of = [&drawing] (const DrawnReaction& r) {
+        return arc_place (drawing.nodes[at (r.from)], drawing.nodes[at (r.to)], r.side);
+    };
+    for (const DrawnReaction& r : drawing.reactions) {
+        const ArcPlace arc = place_of (r);
+        add_line (arc.start, arc.end);
     }
+    for (const DrawnLink& l : drawing.links)
+        add_line (drawing.nodes[at (l.node)].at,
+                  place_of (drawing.reactions[at (l.reaction)]).square);
     return shape;
 }
 
@@ -102,18 +94,6 @@ class Compound {
         return boxes_;
     }
 
-    /// Boxes that have become smaller come nearer to each other, as long as that is better.
-    void tighten () {
-        for (int round = 0; round < most_rounds; ++round) {
-            const State before = state ();
-            const double cost = cost_of_all ();
-            squeeze (first_gap);
-            if (untangle (first_gap, cool) && cost_of_all () < cost) continue;
-            bring_back (before);
-            return;
-        }
-    }
-
   private:
     static constexpr double narrow_gap = 24; // between parts and between boxes
     static constexpr double first_gap = 48;  // between boxes that arcs with squares join
@@ -138,6 +118,18 @@ class Compound {
     void bring_back (const State& state) {
         sketch_.drawing.nodes = state.nodes;
         boxes_ = state.boxes;
+    }
+
+    /// Boxes that have become smaller come nearer to each other, as long as that is better.
+    void tighten () {
+        for (int round = 0; round < most_rounds; ++round) {
+            const State before = state ();
+            const double cost = cost_of_all ();
+            squeeze (first_gap);
+            if (untangle (first_gap, cool) && cost_of_all () < cost) continue;
+            bring_back (before);
+            return;
+        }
     }
 
     /// Arcs between compartments, which the parts were laid out without, count now: nodes move in

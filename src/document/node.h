@@ -156,6 +156,7 @@ class Node : public GraphBase {
     };
 
     const Size& size () const;
+    bool is_roomy (bool shared) const;
     Sharing& sharing ();
     void print (PrintState& to, float dx, float dy, int depth) const;
     std::unique_ptr<Node> clone_objects (Char* new_parent, CopyMap& map) const;
@@ -171,8 +172,6 @@ class Node : public GraphBase {
     std::vector<std::unique_ptr<Arque>> arcs_;
     std::unique_ptr<Sharing> sharing_; // null for most
     std::unique_ptr<std::string> user_data_;
-    bool is_roomy (bool shared) const;
-
     mutable Size size_{};
     mutable unsigned size_generation_ = 0; // of the metrics that size_ was made by; 0 never
     mutable bool arc_places_good_ = true;  // place_ of all arcs tells their index

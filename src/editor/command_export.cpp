@@ -5,7 +5,6 @@
 #include "export/png_export.h"
 #include "sbml_out/standard_write.h"
 
-#include "base/disk.h"
 #include "base/path.h"
 #include "base/report.h"
 #include "base/text.h"
@@ -112,6 +111,7 @@ void write_all (const std::vector<TabDrawing>& all, const WriteDrawing& write) {
             return;
         }
     }
+    if (all.empty ()) return;
     report_message ("Written: %d drawings, %s the last", static_cast<int> (all.size ()),
                     all.back ().path.c_str ());
 }
@@ -129,16 +129,6 @@ bool may_replace (Workbench& bench, const std::vector<TabDrawing>& all) {
         there.size () == 1 ? ""
                            : format_text (" and %d more", static_cast<int> (there.size () - 1));
     return bench.world ().yes_no ("Overwrite '" + there.front () + "'" + more, overwrite_hint, "?");
-}
-
-bool write_standard_sbml (const document::Network& network, const std::filesystem::path& path,
-                          std::string& error) {
-    const std::string text = sbml_out::write_standard (network, base_name (path.string ()));
-    if (text.empty ()) {
-        error = "the SBML library failed";
-        return false;
-    }
-    return write_file (path.string (), text, error);
 }
 
 } // namespace
@@ -218,7 +208,7 @@ void export_standard_sbml (Workbench& bench) {
                                          .filter = "*.xml",
                                          .title = "SBML Export",
                                          .native_filter = "SBML\t*.xml\n"},
-                            .write = write_standard_sbml});
+                            .write = sbml_out::export_standard});
 }
 
 } // namespace ostrand::editor::run

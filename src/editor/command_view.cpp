@@ -72,6 +72,7 @@ void smart_dialog (Workbench& bench) { flip (bench, bench.smart_dialog); }
 void show_guides (Workbench& bench) { flip (bench, bench.shared ().show_guides); }
 
 void snap_to_guides (Workbench& bench) { flip (bench, bench.shared ().snap_to_guides); }
+
 void animate (Workbench& bench) { flip (bench, bench.shared ().animate); }
 
 void arrange_opened (Workbench& bench) { flip (bench, bench.shared ().arrange_opened); }

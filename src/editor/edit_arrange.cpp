@@ -26,11 +26,6 @@ std::vector<document::Point> places (const Network& network) {
     return all;
 }
 
-/// Nodes that were moved find their compartments.
-void assign_all (Network& network) {
-    for (const auto& n : network.nodes ()) network.assign_compart (*n);
-}
-
 } // namespace
 
 bool align_nodes (Canvas& canvas) {
@@ -38,7 +33,7 @@ bool align_nodes (Canvas& canvas) {
     const std::vector<document::Point> before = places (network);
     network.align_all ();
     if (places (network) == before) return false;
-    assign_all (network);
+    canvas.assign_nodes ();
     canvas.finish_edit (Edit::structure ());
     return true;
 }
@@ -62,7 +57,7 @@ bool smart_move (Canvas&, Node& node) {
     const std::vector<document::Point> after = places (*network);
     before[network->place_of (node)] = {node.x (), node.y ()};
     if (after == before) return false;
-    assign_all (*network);
+    for (const auto& n : network->nodes ()) network->assign_compart (*n);
     return true;
 }
 
@@ -103,7 +98,7 @@ bool arrange (Canvas& canvas) {
     if (whole) {
         tidy::arrange_network (network);
     } else if (tidy::arrange_nodes (network, chosen)) {
-        assign_all (network);
+        canvas.assign_nodes ();
     }
     if (canvas.text_without_view () == before) return false;
     canvas.finish_edit (Edit::structure ());

@@ -39,9 +39,9 @@ struct EditorState {
     int next_undo_number = 0;
     bool show_guides = true;     // lines while nodes are dragged in line with others
     bool snap_to_guides = false; // and the nodes go there when they are near
-    std::string copied_markup;   // of letters that were copied last
     bool animate = true;         // arranged objects are seen on their way
     bool arrange_opened = true;  // SBML without places is arranged when it is opened
+    std::string copied_markup;   // of letters that were copied last
 };
 
 } // namespace ostrand::editor

@@ -17,7 +17,7 @@ class GapNotice {
     /// A run begins.
     void look (const Canvas& canvas);
     bool is_open () const { return open_; }
-    /// "2 of 5 left out: …" of the one that was shown last, at first of the first, in UTF-8.
+    /// "2 of 5, left out: …" of the one that was shown last, at first of the first, in UTF-8.
     std::string text () const;
     /// Selects the next object that a run would do without and brings it into view, whether the
     /// notice is open or not. False when there is none any more, which closes it.

@@ -23,11 +23,11 @@ Workbench::Workbench (World& world, const Preferences& preferences, BenchOptions
     switches.show_stoichiometry = preferences.stoichiometry;
     shared_.show_guides = preferences.guides;
     shared_.snap_to_guides = preferences.snap_to_guides;
+    shared_.animate = preferences.animate;
+    shared_.arrange_opened = preferences.arrange_opened;
     shared_.shortcuts = emacs_keys ? ShortcutSet::emacs : ShortcutSet::standard;
     style_ = style_of_preferences (preferences);
     shared_.style_word = style_.font_word;
-    shared_.animate = preferences.animate;
-    shared_.arrange_opened = preferences.arrange_opened;
     switches.default_color = style_.colour;
     set_status_line ([this] (std::string_view text) { show_status (text); });
 }

@@ -64,11 +64,10 @@ class GapFinder {
     void reaction (const Arque& r);
     void constant (const document::Char* field, const std::string& what);
     bool is_stated (const Arque& r) const;
+    void tell (std::string text) { gaps_.push_back ({std::move (text), object_}); }
 
     const Network& network_;
     bool has_rates_;
-    void tell (std::string text) { gaps_.push_back ({std::move (text), object_}); }
-
     std::vector<ModelGap> gaps_;
     const GraphBase* object_ = nullptr; // that is looked at
 };

@@ -5,6 +5,8 @@
 #include "sbml_out/names.h"
 #include "sbml_out/reactions.h"
 
+#include "base/disk.h"
+#include "base/path.h"
 #include "base/text.h"
 #include "files/native.h"
 #include "files/rates.h"
@@ -405,6 +407,14 @@ std::string write_standard (const Network& network, const std::string& model_id)
     } catch (...) { // the library has classes of its own
         return {};
     }
+}
+
+bool export_standard (const Network& network, const std::filesystem::path& path,
+                      std::string& error) {
+    const std::string text = write_standard (network, base_name (path.string ()));
+    if (!text.empty ()) return write_file (path, text, error);
+    error = "the network could not be said in SBML";
+    return false;
 }
 
 } // namespace ostrand::sbml_out

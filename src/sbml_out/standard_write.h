@@ -3,6 +3,7 @@
 #pragma once
 #include "document/network.h"
 
+#include <filesystem>
 #include <string>
 
 namespace ostrand::sbml_out {
@@ -14,5 +15,10 @@ namespace ostrand::sbml_out {
 /// The network must be laid out.
 /// model_id  what the model is called; letters that an id may not have become "_"
 std::string write_standard (const document::Network& network, const std::string& model_id);
+
+/// The same into a file, whose name names the model. False with the reason in `error` when that
+/// fails; then nothing is left.
+bool export_standard (const document::Network& network, const std::filesystem::path& path,
+                      std::string& error);
 
 } // namespace ostrand::sbml_out

@@ -98,10 +98,10 @@ void MenuBar::add_command (const CommandRow& row) {
     items_.push_back (item);
 }
 
-void MenuBar::add_item (const std::string& label, Fl_Callback* chosen, unsigned value) {
+void MenuBar::add_item (const std::string& label, Fl_Callback* called, unsigned value) {
     Fl_Menu_Item item{};
     item.text = keep (toolkit::plain_menu_label (label));
-    item.callback_ = chosen;
+    item.callback_ = called;
     item.argument (static_cast<long> (value));
     items_.push_back (item);
 }

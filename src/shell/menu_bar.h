@@ -27,7 +27,7 @@ class MenuBar : public Fl_Menu_Bar {
     /// The tool bar for those who use no mouse, with its lists of choices.
     void add_tools ();
     void add_choice (editor::Command command);
-    void add_item (const std::string& label, Fl_Callback* chosen, unsigned value);
+    void add_item (const std::string& label, Fl_Callback* called, unsigned value);
     const char* keep (std::string_view text);
 
     editor::Workbench& bench_;

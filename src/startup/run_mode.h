@@ -11,8 +11,8 @@ enum class RunMode { editor, simulator, viewer, choose_result, show_display, usa
 
 /// Looks at the words behind argv[0]: a first word that is exactly -a or -v chooses simulator or
 /// viewer, one that is --choose-result the viewer behind a dialog, one that is --show-display the
-/// report of the display; otherwise the first word that begins with -h or is --help asks for the usage text, one
-/// that is --version for the version; the rest is the editor's.
+/// report of the display; otherwise the first word that begins with -h or is --help asks for the
+/// usage text, one that is --version for the version; the rest is the editor's.
 RunMode choose_mode (std::span<const char* const> words);
 
 /// The usage text of the three modes, `name` being what the program was called by.

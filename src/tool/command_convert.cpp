@@ -1,6 +1,4 @@
 // ostrand-tool convert: a document from one format to another, or to a drawing.
-#include "base/disk.h"
-#include "base/path.h"
 #include "document/document_state.h"
 #include "export/export.h"
 #include "export/png_export.h"
@@ -35,14 +33,7 @@ struct Writing {
 /// Writes by the extension; drawings have their own.
 bool write (files::Document& document, const std::string& path, const Writing& how,
             std::string& error) {
-    if (how.standard) {
-        const std::string text = sbml_out::write_standard (*document.network, base_name (path));
-        if (text.empty ()) {
-            error = "the network could not be said in SBML";
-            return false;
-        }
-        return write_file (path, text, error);
-    }
+    if (how.standard) return sbml_out::export_standard (*document.network, path, error);
     if (path.ends_with (".svg")) return drawing::export_svg (*document.network, path, error);
     if (path.ends_with (".pdf")) return drawing::export_pdf (*document.network, path, error);
     if (path.ends_with (".png"))

@@ -1,5 +1,5 @@
 // Keys on a canvas: of the view, of texts, of fields, of the selection, behind prefixes.
-#include "bench.h"
+#include "rich_bench.h"
 
 #include <gtest/gtest.h>
 
@@ -15,16 +15,13 @@ constexpr int page_up_key = 0xff55;
 constexpr int page_down_key = 0xff56;
 constexpr int end_key = 0xff57;
 
-struct Rich : Bench {
-    Rich () { open_rich (); }
-    Strings added () { return records (1); }
+struct Rich : test::Rich {
     /// The pointer is over the text of the first reaction.
     document::Line& over_field () {
-        document::Line& text = *arc ("glc").label_line ();
-        canvas ().motion (on_text (arc ("glc"), text));
+        document::Line& text = *reaction ().label_line ();
+        canvas ().motion (on_text (reaction (), text));
         return text;
     }
-    std::string id (const document::GraphBase& object) { return std::to_string (object.id ()); }
 };
 
 struct Typed : Bench {
