@@ -169,7 +169,7 @@ void Writer::units () {
 std::string Writer::order_unit (int order) {
     if (order == 0) return unit_flow;
     if (order == 1) return unit_per_second;
-    const std::string id = "per_uM" + std::to_string (order - 1) + "_per_s";
+    std::string id = "per_uM" + std::to_string (order - 1) + "_per_s";
     if (model_.getUnitDefinition (id) == nullptr) unit (id, 1 - order, order - 1, -1);
     return id;
 }
