@@ -114,6 +114,7 @@ TEST_F (formula_command, nothing_happens_without_a_choice_of_a_model) {
 TEST_F (formula_command, a_cancelled_extraction_leaves_no_gates_or_those_of_before) {
     b.world.at_work = [] (BackgroundWork& work) { work.stop (); };
     extract ();
+    EXPECT_EQ (b.world.status, "The extraction was stopped.");
     EXPECT_FALSE (fs::exists (gates));
     EXPECT_FALSE (is_active (Command::enter_formula));
     b.world.at_work = nullptr;
@@ -223,6 +224,7 @@ TEST_F (formula_command, a_cancelled_search_changes_nothing) {
     enter ("ATP . G6P", "GAP");
     EXPECT_LE (b.bench->tabs ().count (), 2); // it may have been done before
     if (b.bench->tabs ().count () == 1) {
+        EXPECT_EQ (b.world.status, "The search was stopped.");
         EXPECT_EQ (b.text (), before);
         EXPECT_FALSE (is_active (Command::next_implementation));
     }

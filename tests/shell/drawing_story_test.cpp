@@ -15,11 +15,6 @@ using ::testing::HasSubstr;
 constexpr int start_x = 200; // where a new object stands in the canvas
 constexpr int start_y = 50;
 
-void pause (int milliseconds) {
-    // A sanitized editor needs more time to follow.
-    std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds * (sanitized ? 3 : 1)));
-}
-
 /// A user at the canvas; places are pixels from its corner.
 class Drawing {
   public:
@@ -73,14 +68,9 @@ int count (const std::string& text, const std::string& word) {
     return found;
 }
 
-void ask_in_the_line (const Editor& editor) {
-    editor.home ().write (".lattrix_rc", "<?xml version=\"1.0\"?>\n<lattrixprefs date=\"1\">\n"
-                                         "<pref smart_dialog=\"true\">\n</lattrixprefs>\n");
-}
-
 TEST (drawing_story, upper_glycolysis_from_nothing) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     const int column[] = {100, 280, 460, 640};
@@ -110,7 +100,7 @@ TEST (drawing_story, upper_glycolysis_from_nothing) {
 
 TEST (drawing_story, a_name_with_a_subscript_a_superscript_and_a_picture) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.home ().write ("dot.png", file_text (source_path ("docs/manual/swap.png")));
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
@@ -207,7 +197,7 @@ TEST (drawing_story, a_shared_molecule_is_detached_from_a_reaction_and_fused_aga
 
 TEST (drawing_story, a_name_with_a_greek_letter) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     constexpr int faces_x = 293; // the arrow of the choice, which shows Arial
@@ -228,7 +218,7 @@ TEST (drawing_story, a_name_with_a_greek_letter) {
 
 TEST (drawing_story, a_new_protein_goes_into_the_complex_that_is_selected) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     constexpr int new_complex_x = 113;

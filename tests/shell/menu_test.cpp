@@ -1,5 +1,5 @@
 // Every entry of the menus and every button of the tool bar, by a click of the mouse.
-#include "shell/running_editor.h"
+#include "shell/menu_choice.h"
 
 #include "editor/commands.h"
 
@@ -14,17 +14,6 @@ using editor::Command;
 using editor::CommandRow;
 using editor::Menu;
 using ::testing::HasSubstr;
-
-/// Where the titles of the menus stand, in the order of Menu; the last one is "Tools".
-constexpr int title_x[] = {21, 63, 110, 180, 264, 326, 378};
-constexpr int title_y = 14;
-constexpr int first_entry_y = 39;
-constexpr int entry_height = 21;
-
-void pause (int milliseconds) {
-    // A sanitized editor needs more time to follow.
-    std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds * (sanitized ? 3 : 1)));
-}
 
 /// Commands that were clicked in this case.
 std::set<Command>& clicked () {
@@ -41,21 +30,8 @@ void expect_all_of (Menu menu, const std::set<Command>& others = {}) {
     }
 }
 
-int place_in_menu (Command command) {
-    int place = 0;
-    for (const CommandRow& row : editor::command_rows ()) {
-        if (row.code == command) return place;
-        if (row.menu == editor::command_row (command).menu) ++place;
-    }
-    return -1;
-}
-
 void choose (const Editor& editor, Command command) {
-    const int x = title_x[static_cast<int> (editor::command_row (command).menu)];
-    editor.click (x, title_y);
-    pause (60);
-    editor.click (x + 5, first_entry_y + entry_height * place_in_menu (command));
-    pause (60);
+    choose_entry (editor, command);
     clicked ().insert (command);
 }
 
