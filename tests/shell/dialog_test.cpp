@@ -39,7 +39,9 @@ struct dialogs : ::testing::Test {
     void open_molecule () {
         editor.start ({editor.home ().write ("a.net", one_molecule)}, "a.net");
     }
-    void ask_concentration () const { editor.click (molecule_x + 8, canvas_y + molecule_y + 8, "2"); }
+    void ask_concentration () const {
+        editor.click (molecule_x + 8, canvas_y + molecule_y + 8, "2");
+    }
     std::string undo_file_with (const std::string& word) const {
         wait_until ([&] { return editor.undo_file ().find (word) != std::string::npos; }, 4);
         return editor.undo_file ();
