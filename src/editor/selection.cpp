@@ -114,7 +114,9 @@ std::vector<std::int32_t> Selection::ids () const {
     return found;
 }
 
-void Selection::forget (const GraphBase& object) { std::erase (objects_, &object); }
+void Selection::forget (GraphBase& object) {
+    if (std::erase (objects_, &object) > 0) object.selected = false; // it may come back elsewhere
+}
 
 void Selection::forget (const document::Char& text) {
     if (edit_line_ == &text) edit_line_ = nullptr;

@@ -53,8 +53,8 @@ class Selection {
     /// The ids that a record names: those of the objects, or of the object whose text is edited.
     std::vector<std::int32_t> ids () const;
 
-    /// An object or a text is no more.
-    void forget (const document::GraphBase& object);
+    /// An object or a text is no more, or goes elsewhere.
+    void forget (document::GraphBase& object);
     void forget (const document::Char& text);
 
   private:

@@ -81,6 +81,17 @@ TEST (arrange, an_arranged_network_stays_as_it_is_and_nothing_is_written) {
     }
 }
 
+TEST (arrange, an_arc_that_goes_to_a_copy_is_no_longer_marked) {
+    Bench b;
+    open_heap (b);
+    b.run (Command::select_all);
+    for (const auto& a : b.node ("ATP").arcs ()) b.canvas ().selection.add (*a);
+    b.run (Command::arrange);
+    for (const auto& n : b.network ().nodes ())
+        for (const auto& a : n->arcs ())
+            EXPECT_EQ (a->selected, b.canvas ().selection.contains (*a));
+}
+
 TEST (arrange, of_a_selection_moves_the_selected_only) {
     Bench b;
     open_heap (b);

@@ -626,7 +626,9 @@ std::string EditorWalk::check_objects () {
         if (!there.contains (const_cast<GraphBase*> (object))) return "a selected object is gone";
         if (!object->selected) return "a selected object is not marked";
     }
-    if (marked != on.selection.objects ().size ()) return "an object is marked and not selected";
+    if (marked != on.selection.objects ().size ())
+        return format_text ("%zu objects are marked, %zu selected", marked,
+                            on.selection.objects ().size ());
     if (on.hover () != nullptr && !there.contains (on.hover ())) return "the hover is gone";
     if (on.fuse_shown () != nullptr) return "a fuse target stays lit";
     if (const document::Line* const line = on.selection.edit_line ()) {
