@@ -1,17 +1,11 @@
 // Roads through the whole program, as a user takes them.
-#include "shell/running_editor.h"
+#include "shell/drawing_user.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
 
 namespace ostrand::testing {
 namespace {
-
-/// Questions are asked in the line above the canvas, by keys alone.
-void ask_in_the_line (const Editor& editor) {
-    editor.home ().write (".lattrix_rc", "<?xml version=\"1.0\"?>\n<lattrixprefs date=\"1\">\n"
-                                         "<pref smart_dialog=\"true\">\n</lattrixprefs>\n");
-}
 
 std::string copied (const Editor& editor, const char* name) {
     return editor.home ().write (name, file_text (source_path (std::string ("examples/") + name)));
