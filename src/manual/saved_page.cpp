@@ -3,14 +3,13 @@
 #include "manual/saved_page.h"
 
 #include "base/text.h"
-#include "manual/document.h"
 #include "manual/lexer.h"
 #include "manual/manual_images.h"
+#include "manual/page_style.h"
 #include "manual/reader.h"
 
 #include <algorithm>
 #include <map>
-#include <optional>
 #include <set>
 #include <utility>
 #include <vector>
@@ -22,50 +21,6 @@ namespace {
 constexpr std::size_t line_width = 96;
 /// The "font size" of the titles of the manual and of its chapters.
 constexpr int heading_step = 4;
-
-/// A colour that the told text gives to some of its words, as a class of the page's style sheet.
-struct ColourRow {
-    std::string_view told;
-    std::string_view name;
-    std::string_view on_light;
-    std::string_view on_dark;
-};
-constexpr ColourRow colour_rows[] = {
-    {"#2020ff", "command", "#2020e0", "#9db4ff"},
-    {"#902020", "name", "#902020", "#ff9d92"},
-};
-
-/// What the page has beside the told text and ground.
-struct PageLook {
-    const char* scheme;
-    const char* link;
-    const char* visited;
-    const char* line; // between chapters
-    const char* box;  // behind listings and keys
-};
-constexpr PageLook light_look{"light", "#00606a", "#5a4a78", "#c8ccd0", "#f0f2f4"};
-constexpr PageLook dark_look{"dark", "#00d0d0", "#d0d000", "#50565c", "#1e2226"};
-
-constexpr const char* style_sheet =
-    ":root { color-scheme: %s; }\n"
-    "body { margin: 0 auto; padding: 1.5em 1em 4em; max-width: 46em; color: %s;\n"
-    "       background: %s; overflow-wrap: break-word;\n"
-    "       font: 1rem/1.55 \"Segoe UI\", Roboto, \"Noto Sans\", \"Liberation Sans\", Arial,\n"
-    "             sans-serif; }\n"
-    "h1, .center { text-align: center; }\n"
-    "h1 { margin: 0.5em 0 1em; font-size: 1.9em; line-height: 1.25; }\n"
-    "h2 { margin: 2.2em 0 0.8em; padding-top: 0.9em; border-top: 1px solid %s;\n"
-    "     font-size: 1.5em; line-height: 1.25; }\n"
-    "h3 { margin: 1.8em 0 0.4em; font-size: 1.15em; }\n"
-    "p { margin: 0.7em 0; }\n"
-    "li { margin: 0.3em 0; }\n"
-    "img { max-width: 100%%; height: auto; vertical-align: bottom; }\n"
-    "a { color: %s; }\n"
-    "a:visited { color: %s; }\n"
-    "pre { padding: 0.7em 1em; overflow-x: auto; line-height: 1.4; }\n"
-    "pre, kbd, code { border-radius: 4px; background: %s;\n"
-    "                 font-family: \"Noto Sans Mono\", \"Liberation Mono\", monospace; }\n"
-    "kbd, code { padding: 0.1em 0.3em; font-size: 0.92em; }\n";
 
 std::string escaped (std::string_view text) {
     std::string html;
@@ -101,23 +56,6 @@ std::string address (std::string_view path) {
         }
     }
     return escaped (coded);
-}
-
-/// "#%x" as red, green and blue; nothing for another text.
-std::optional<unsigned> scan_colour (std::string_view text) {
-    if (!text.starts_with ('#')) return std::nullopt;
-    return scan_hexadecimal (text.substr (1));
-}
-
-std::string css_colour (unsigned rgb) { return format_text ("#%06x", rgb & 0xffffffU); }
-
-std::string colour_classes (bool dark) {
-    std::string css;
-    for (const ColourRow& row : colour_rows) {
-        const std::string_view colour = dark ? row.on_dark : row.on_light;
-        css.append (".").append (row.name).append (" { color: ").append (colour).append ("; }\n");
-    }
-    return css;
 }
 
 /// An element that changes the words within it.
@@ -308,11 +246,12 @@ void Writer::begin_font (const Attributes& found) {
         css = format_text ("font-size: %dpx", size_of_step (font.step));
     }
     if (const auto colour = found.find (token_color); colour != found.end ()) {
-        const auto* const row = std::ranges::find (colour_rows, colour->second, &ColourRow::told);
-        if (row != std::end (colour_rows)) {
-            font.begin = " class=\"" + std::string (row->name) + "\"";
-        } else if (const auto rgb = scan_colour (colour->second)) {
-            css += (css.empty () ? "color: " : "; color: ") + css_colour (*rgb);
+        const std::string_view name = colour_class (colour->second);
+        const std::string value = css_colour (colour->second);
+        if (!name.empty ()) {
+            font.begin.append (" class=\"").append (name).append ("\"");
+        } else if (!value.empty ()) {
+            css += (css.empty () ? "color: " : "; color: ") + value;
         }
     }
     if (!css.empty ()) font.begin += " style=\"" + css + "\"";
@@ -508,18 +447,13 @@ void Writer::write (std::string_view text) {
 
 std::string saved_page (std::string_view told) {
     const Document ground = read_html (told);
-    const PageLook& look = ground.is_dark () ? dark_look : light_look;
     Writer writer (told);
     const std::string body = writer.body ();
     return "<!DOCTYPE html>\n<html lang=\"en\">\n<head>\n<meta charset=\"utf-8\">\n"
            "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
            "<title>" +
-           escaped (writer.title ()) + "</title>\n<style>\n" +
-           format_text (style_sheet, look.scheme, css_colour (ground.text >> 8).c_str (),
-                        css_colour (ground.background >> 8).c_str (), look.line, look.link,
-                        look.visited, look.box) +
-           colour_classes (ground.is_dark ()) + "</style>\n</head>\n<body>\n" + body +
-           "</body>\n</html>\n";
+           escaped (writer.title ()) + "</title>\n<style>\n" + page_style (ground) +
+           "</style>\n</head>\n<body>\n" + body + "</body>\n</html>\n";
 }
 
 } // namespace ostrand::manual

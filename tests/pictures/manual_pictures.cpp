@@ -8,7 +8,6 @@
 #include "pictures/picture.h"
 #include "shell/running_editor.h"
 
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -24,10 +23,10 @@ constexpr const char* any_document = ".*\\.net";
 constexpr int window_width = 1031; // at scale 1, all of the tool bar
 constexpr int window_height = 440;
 constexpr int height_for_parts = 500; // no menu is cut off
-constexpr int menu_bar_y = 14;
-constexpr int edit_menu_x = 63;
-constexpr int fog_row_y = 259;  // in that menu
-constexpr int formula_menu = 4; // from the left
+constexpr int formula_menu = 4;       // from the left
+
+constexpr int viewer_height = 620;
+constexpr int height_above_sliders = 600; // of the viewer; here there are no sliders
 
 constexpr float scale_of_parts = 2;
 constexpr float scale_of_windows = 1.5F;
@@ -150,14 +149,6 @@ class Stage {
         return cut_out (editor_.display ().screenshot (),
                         {number ("X="), number ("Y="), number ("WIDTH="), number ("HEIGHT=")});
     }
-    void fill_formula () {
-        wait_for ("Enter Formula");
-        click_in ("Enter Formula", 200, 20);
-        editor_.key ("ctrl+a");
-        editor_.type ("GAP");
-        click_in ("Enter Formula", 200, 53);
-        type ("ATP . G6P");
-    }
     void write (const std::string& name, const Screenshot& picture) const {
         const std::string front = (form_.folder / name).string () + (form_.dark ? "-dark" : "");
         // An odd last row or column has no half.
@@ -209,7 +200,13 @@ void ask_formula (Stage& stage) {
     stage.key ("Return");
     stage.wait_for_file ("glycolysis-upper_gates.csv");
     stage.choose (formula_menu, "f");
-    stage.fill_formula ();
+    const char* const title = "Enter Formula";
+    stage.wait_for (title);
+    stage.click_in (title, 200, 20);
+    stage.key ("ctrl+a");
+    stage.type ("GAP");
+    stage.click_in (title, 200, 53);
+    stage.type ("ATP . G6P");
 }
 
 /// Parts of the window; the documents are visited from the last one back.
@@ -241,12 +238,6 @@ void take_parts (const Form& form) {
     stage.write ("duplicate", stage.canvas (450, 150));
 
     previous_tab (stage); // fog
-    stage.press (200, canvas_y + 15);
-    stage.drag_to (200, canvas_y + 15, 380, canvas_y + 165);
-    stage.release ();
-    stage.click (edit_menu_x, menu_bar_y);
-    stage.click (edit_menu_x, fog_row_y);
-    stage.click_beside ();
     stage.write ("fog", stage.canvas (360, 180));
 
     previous_tab (stage); // selection
@@ -303,9 +294,9 @@ void take_windows (const Form& form) {
     stage.key ("Return");
     stage.key ("Tab");
     stage.bring ("Stochora");
-    // Without the place of the sliders, of which there are none.
     const Screenshot viewer = stage.window ("Stochora");
-    stage.write ("Trivex", cut_out (viewer, {0, 0, viewer.width, viewer.height * 30 / 31}));
+    const int height = viewer.height * height_above_sliders / viewer_height;
+    stage.write ("Trivex", cut_out (viewer, {0, 0, viewer.width, height}));
     stage.key ("Escape");
     stage.click_beside ();
     ask_formula (stage);
