@@ -1,6 +1,8 @@
 // Other programs, on POSIX systems.
 #include "base/process.h"
 
+#include "base/file_lock.h"
+
 #include <cerrno>
 #include <condition_variable>
 #include <csignal>
@@ -29,16 +31,16 @@ constexpr int first_other_file = 3;
 /// Signals that a program may have set to be ignored and a child must not inherit so.
 constexpr int default_signals[] = {SIGPIPE, SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGCHLD, SIGXFSZ};
 
-/// Has the child close all files but the standard streams. Ours are closed on exec by themselves;
-/// libraries open some that are not.
-void close_other_files (posix_spawn_file_actions_t& files) {
+/// Has the child close all files from a number on. Ours are closed on exec by themselves; libraries
+/// open some that are not.
+void close_files_from (int first, posix_spawn_file_actions_t& files) {
 #if !defined(__GLIBC__) || __GLIBC_PREREQ(2, 34)
-    posix_spawn_file_actions_addclosefrom_np (&files, first_other_file);
+    posix_spawn_file_actions_addclosefrom_np (&files, first);
 #else
     std::error_code error;
     for (const auto& entry : std::filesystem::directory_iterator ("/proc/self/fd", error)) {
         const int file = std::atoi (entry.path ().filename ().c_str ());
-        if (file >= first_other_file) posix_spawn_file_actions_addclose (&files, file);
+        if (file >= first) posix_spawn_file_actions_addclose (&files, file);
     }
 #endif
 }
@@ -46,13 +48,12 @@ void close_other_files (posix_spawn_file_actions_t& files) {
 /// What a child is started with, beside its words.
 class SpawnSettings {
   public:
-    /// Names of files for the standard streams; empty where ours are inherited.
-    SpawnSettings (const std::string& output_file, const std::string& error_file) {
+    explicit SpawnSettings (const ChildFiles& files) {
         posix_spawn_file_actions_init (&files_);
         posix_spawn_file_actions_addopen (&files_, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-        send_to (STDOUT_FILENO, output_file);
-        send_to (STDERR_FILENO, error_file);
-        close_other_files (files_);
+        send_to (STDOUT_FILENO, files.output);
+        send_to (STDERR_FILENO, files.error);
+        close_files_from (keep (files.shared_lock), files_);
         posix_spawnattr_init (&attributes_);
         sigset_t signals;
         sigemptyset (&signals);
@@ -78,15 +79,21 @@ class SpawnSettings {
                                           O_WRONLY | O_CREAT | O_TRUNC, S_IRUSR | S_IWUSR);
     }
 
+    /// Gives the number behind the last file that stays open.
+    int keep (const FileLock* lock) {
+        if (lock == nullptr || !lock->held ()) return first_other_file;
+        posix_spawn_file_actions_adddup2 (&files_, lock->descriptor (), first_other_file);
+        return first_other_file + 1;
+    }
+
     posix_spawn_file_actions_t files_{};
     posix_spawnattr_t attributes_{};
 };
 
 /// Starts a program. Gives 0 or the number of the system's error.
-int spawn (const std::vector<std::string>& arguments, const std::string& output_file,
-           const std::string& error_file, pid_t& child) {
+int spawn (const std::vector<std::string>& arguments, const ChildFiles& files, pid_t& child) {
     if (arguments.empty ()) return ENOENT;
-    const SpawnSettings settings (output_file, error_file);
+    const SpawnSettings settings (files);
     std::vector<char*> words;
     words.reserve (arguments.size () + 1);
     for (const std::string& argument : arguments) {
@@ -129,19 +136,9 @@ struct ChildProcess::State {
     }
 };
 
-ChildProcess::ChildProcess (const std::vector<std::string>& arguments) {
-    start (arguments, "", "");
-}
-
-ChildProcess::ChildProcess (const std::vector<std::string>& arguments,
-                            const std::string& output_file, const std::string& error_file) {
-    start (arguments, output_file, error_file);
-}
-
-void ChildProcess::start (const std::vector<std::string>& arguments, const std::string& output_file,
-                          const std::string& error_file) {
+ChildProcess::ChildProcess (const std::vector<std::string>& arguments, const ChildFiles& files) {
     auto state = std::make_shared<State> ();
-    const int fault = spawn (arguments, output_file, error_file, state->child);
+    const int fault = spawn (arguments, files, state->child);
     if (fault != 0) {
         error_ = std::strerror (fault);
         return;

@@ -7,6 +7,18 @@
 
 namespace ostrand {
 
+class FileLock;
+
+/// The open files that a child begins with, beside its empty standard input.
+struct ChildFiles {
+    // Files for the standard streams, made anew; empty where ours are taken.
+    std::string output = {};
+    std::string error = {};
+    /// A lock that the child holds too: it goes when both have let it go. One that is not held is
+    /// none.
+    const FileLock* shared_lock = nullptr;
+};
+
 /// A program that was started beside this one. It goes on when this object goes and when this
 /// process ends, and leaves no zombie whether or not anybody asks for it.
 class ChildProcess {
@@ -14,13 +26,10 @@ class ChildProcess {
     /// No program.
     ChildProcess () = default;
     /// Starts a program with an argument vector; no shell looks at it. `arguments[0]` is its path,
-    /// or a name that is looked for in PATH. It gets this process's standard output and standard
-    /// error, an empty standard input, no other open file, and no ignored or blocked signal.
-    /// started() tells whether that worked.
-    explicit ChildProcess (const std::vector<std::string>& arguments);
-    /// Likewise, with standard output and standard error going to files, which are made anew.
-    ChildProcess (const std::vector<std::string>& arguments, const std::string& output_file,
-                  const std::string& error_file);
+    /// or a name that is looked for in PATH. It gets an empty standard input, the files
+    /// that it is to have and no other, and no ignored or blocked signal. started() tells whether
+    /// that worked.
+    explicit ChildProcess (const std::vector<std::string>& arguments, const ChildFiles& files = {});
 
     bool started () const { return state_ != nullptr; }
     /// Why it could not be started, as the system tells it; empty when it was.
@@ -37,8 +46,6 @@ class ChildProcess {
 
   private:
     struct State;
-    void start (const std::vector<std::string>& arguments, const std::string& output_file,
-                const std::string& error_file);
     std::shared_ptr<State> state_; // shared with the thread that waits for the child's end
     std::string error_;
 };

@@ -37,7 +37,7 @@ std::string asked (const std::string& key) {
     std::string answer;
     {
         const ChildProcess child ({"gsettings", "get", "org.gnome.desktop.interface", key},
-                                  file.string (), "/dev/null");
+                                  {.output = file.string (), .error = "/dev/null"});
         const auto limit = std::chrono::steady_clock::now () + patience;
         while (child.is_running () && std::chrono::steady_clock::now () < limit)
             std::this_thread::sleep_for (std::chrono::milliseconds (5));

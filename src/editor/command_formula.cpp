@@ -43,7 +43,10 @@ void formula_entered (Workbench& bench, const std::string& formula, const std::s
         report_message ("%s", outcome.reason.c_str ());
         return;
     }
-    if (outcome.stopped ()) return;
+    if (outcome.stopped ()) {
+        report_message ("The search was stopped.");
+        return;
+    }
     const std::size_t count = search->result ().implementations.size ();
     if (count == 0) {
         report_message ("No implementation found for %s = %s", output.c_str (), formula.c_str ());
@@ -101,6 +104,7 @@ void extract_gates (Workbench& bench) {
             bench, std::make_shared<gates::FrontEndExtraction> (*desk.front_end (), desk.depth),
             "Extracting gates, please wait...");
         if (outcome.failed ()) report_message ("%s", outcome.reason.c_str ());
+        if (outcome.stopped ()) report_message ("The extraction was stopped.");
         if (!desk.gates_ready ()) {
             desk.close_model ();
             bench.world ().refresh ();

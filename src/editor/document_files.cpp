@@ -1,6 +1,8 @@
 // Reading and writing the document of a canvas.
 #include "editor/document_files.h"
 
+#include <algorithm>
+
 namespace ostrand::editor {
 namespace {
 
@@ -10,8 +12,26 @@ files::OpenOptions options_of (Canvas& canvas) {
                                                          : files::Arranging::never};
 }
 
+/// Room between the window's edge and a drawing that was placed by a rule.
+constexpr float beginning = 10;
+
+/// A drawing that was placed by a rule is seen from its beginning, also where that lies left of or
+/// above the network's own.
+void show_beginning (document::Network& network) {
+    if (network.x () != beginning || network.y () != beginning) return; // the file tells a place
+    float left = 0;
+    float top = 0;
+    for (const auto& node : network.nodes ()) {
+        left = std::min (left, node->extent ().x);
+        top = std::min (top, node->extent ().y);
+    }
+    network.set_origin (beginning - left, beginning - top);
+}
+
 /// A document that came in takes the place of what is there.
 void take_document (Canvas& canvas, files::Document read, const std::string& name) {
+    const bool is_native = &files::reading_format (name) == &files::formats ().back ();
+    if (!is_native) show_beginning (*read.network);
     canvas.replace_network (std::move (read.network));
     canvas.set_duration (read.duration);
     canvas.set_file_name (name);

@@ -4,7 +4,6 @@
 #include "base/file_access.h"
 #include "base/report.h"
 
-#include <algorithm>
 #include <filesystem>
 
 namespace ostrand::editor {
@@ -24,22 +23,13 @@ SimulationDesk::SimulationDesk (std::string folder, std::string executable)
 
 SimulationDesk::~SimulationDesk () = default;
 
-/// A viewer of this editor or of another one shows these files, or another editor runs on them.
-bool SimulationDesk::is_in_use (int k) const {
-    if (std::ranges::any_of (viewers_, [k] (const Viewer& v) { return v.files == k; })) return true;
-    const RunFiles files = run_files (folder_, k);
-    return is_locked (files.model) || is_locked (files.result);
-}
-
 bool SimulationDesk::start (const std::string& model_text, bool deterministic, bool reverse_video,
                             std::string& error) {
     if (run_) {
         error = "a simulation goes on";
         return false;
     }
-    std::erase_if (viewers_, [] (const Viewer& v) { return !v.process.is_running (); });
     for (int k = 1; k <= most_runs; ++k) {
-        if (is_in_use (k)) continue;
         const RunFiles files = run_files (folder_, k);
         FileLock lock (files.model);
         if (lock.end () == FileLock::End::held_elsewhere) continue;
@@ -48,6 +38,10 @@ bool SimulationDesk::start (const std::string& model_text, bool deterministic, b
             return false;
         }
         std::error_code ignored;
+        if (is_locked (files.result)) { // a viewer shows it, of this editor or of another one
+            std::filesystem::remove (files.model, ignored);
+            continue;
+        }
         std::filesystem::remove (files.result, ignored);
         truncate_file (lock.descriptor (), 0);
         if (!write_at (lock.descriptor (), 0, model_text, error)) {
@@ -60,7 +54,6 @@ bool SimulationDesk::start (const std::string& model_text, bool deterministic, b
                                    .executable = executable_,
                                    .stochastic = !deterministic,
                                    .reverse_video = reverse_video});
-        run_k_ = k;
         run_lock_ = std::move (lock);
         return true;
     }
@@ -85,11 +78,6 @@ bool SimulationDesk::poll () {
     if (!outcome) return false;
     if (outcome->failed ()) report_message ("%s", outcome->reason.c_str ());
     if (outcome->stopped ()) report_message ("The simulation was stopped.");
-    if (outcome->done ()) {
-        if (!run_->viewer ().started () && !run_->viewer ().error ().empty ())
-            report_message ("The viewer cannot be started: %s", run_->viewer ().error ().c_str ());
-        viewers_.push_back ({run_k_, run_->viewer ()});
-    }
     run_.reset ();
     run_lock_.release ();
     return true;

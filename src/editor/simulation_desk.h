@@ -8,7 +8,6 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace ostrand::editor {
 
@@ -21,7 +20,8 @@ struct RunFiles {
 /// The names of the k-th pair, from 1.
 RunFiles run_files (const std::string& folder, int k);
 
-/// One run at a time; the viewers of earlier ones stay open beside it.
+/// One run at a time; the viewers of earlier ones stay open beside it. Files are in use while they
+/// are locked: the model's by the desk that runs it, the result's by its viewer.
 class SimulationDesk {
   public:
     /// folder      where the files of runs lie
@@ -42,18 +42,10 @@ class SimulationDesk {
     bool poll ();
 
   private:
-    struct Viewer {
-        int files; // the k of its files
-        ChildProcess process;
-    };
-    bool is_in_use (int k) const;
-
     std::string folder_;
     std::string executable_;
     std::unique_ptr<sim::BackgroundRun> run_;
-    int run_k_ = 0;     // of the run that goes on
     FileLock run_lock_; // of its model file
-    std::vector<Viewer> viewers_;
 };
 
 } // namespace ostrand::editor

@@ -13,7 +13,7 @@
 namespace ostrand::editor {
 namespace {
 
-/// The letter's own hint behind every question.
+/// The hint behind every question.
 constexpr const char* yes_no_hint = "[y/n]: ";
 
 constexpr unsigned map_size = 256;

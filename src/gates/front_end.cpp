@@ -1,8 +1,8 @@
 // The front end's flow.
 #include "gates/front_end.h"
 
-#include "base/disk.h"
 #include "base/platform.h"
+#include "gates/temporary_table.h"
 
 #include <filesystem>
 #include <map>
@@ -54,31 +54,21 @@ FrontEndExtraction::FrontEndExtraction (GateFrontEnd& front_end, int depth)
     : front_end_ (front_end), extractor_ ({.input_path = front_end.model_path,
                                            .model_file = {},
                                            .output_base = front_end.base,
-                                           .kinetics_path = temporary_kinetics,
+                                           .kinetics_path = {},
                                            .depth = depth,
                                            .threads = processor_count ()}) {}
 
 Outcome FrontEndExtraction::work (const std::stop_token& stop) {
     // The same bytes every time.
-    const GateFrontEnd::TableScope table (front_end_, seeded_numbers (1));
+    const TemporaryTable table (
+        reaction_table_text (front_end_.model_path, front_end_.reactions, seeded_numbers (1)));
+    extractor_.request.kinetics_path = table.name ();
     Outcome outcome = extractor_.begin (stop);
     if (!outcome.done ()) return outcome;
     front_end_.extracted = true;
     if (table.ok ()) return outcome;
-    return Outcome::failure ("cannot write '" + std::string (temporary_kinetics) +
-                             "': " + table.error () + "; the gates have no kinetics");
-}
-
-GateFrontEnd::TableScope::TableScope (const GateFrontEnd& front_end, const RandomNumbers& random) {
-    std::error_code ignored;
-    path_ = fs::absolute (temporary_kinetics, ignored);
-    guard_ = std::make_unique<InterruptionGuard> (path_);
-    write_file (path_, reaction_table_text (front_end.model_path, front_end.reactions, random),
-                error_);
-}
-
-GateFrontEnd::TableScope::~TableScope () {
-    if (error_.empty ()) remove_file (path_);
+    return Outcome::failure ("cannot write '" + table.name () + "': " + table.error () +
+                             "; the gates have no kinetics");
 }
 
 } // namespace ostrand::gates

@@ -3,7 +3,6 @@
 // Layer: gates.
 #pragma once
 #include "base/disk.h"
-#include "base/platform.h"
 #include "gates/gate_extractor.h"
 #include "gates/reaction.h"
 #include "gates/reaction_table.h"
@@ -23,9 +22,6 @@ struct Metabolite {
     bool can_be_input = false;  // a substrate, or either side of a reversible reaction
     bool can_be_output = false; // a product, or either side of a reversible reaction
 };
-
-/// Name of the reaction table while an extraction runs; it stands in the current directory.
-inline constexpr const char* temporary_kinetics = "tmp_kinetics.csv";
 
 /// The reactions of a model's text, as the front end reads them: like the search's own reader, but
 /// the references of a list get their roles when the list is closed.
@@ -52,24 +48,6 @@ class GateFrontEnd {
     /// The depth it was made with is not looked at.
     bool up_to_date ();
 
-    /// An extraction with all else at its defaults runs between these two. The table goes when the
-    /// scope ends, and when an interruption ends the process.
-    class TableScope {
-      public:
-        /// Writes the table; ok() tells whether that worked.
-        TableScope (const GateFrontEnd& front_end, const RandomNumbers& random);
-        ~TableScope ();
-        TableScope (const TableScope&) = delete;
-        TableScope& operator= (const TableScope&) = delete;
-        bool ok () const { return error_.empty (); }
-        const std::string& error () const { return error_; }
-
-      private:
-        std::string error_;
-        std::filesystem::path path_; // absolute, so that it is the same file at the end
-        std::unique_ptr<InterruptionGuard> guard_;
-    };
-
   private:
     void gather_metabolites (const std::stop_token& stop);
 };
@@ -77,8 +55,7 @@ class GateFrontEnd {
 /// The extraction that an editor asks for: writes the reaction table, extracts with the built-in
 /// catalogue, 8 jobs and all processors, deletes the table. When it is done, `extracted` of the
 /// front end is set; it is set too when all that failed is the table, for the gates are there then,
-/// without kinetics. Stopped, it leaves the gate file of before. Only one can go on at a time in a
-/// folder, since the table's name is fixed.
+/// without kinetics. Stopped, it leaves the gate file of before.
 class FrontEndExtraction : public LongWork {
   public:
     /// front_end  must outlive the work, and nobody else touches it meanwhile

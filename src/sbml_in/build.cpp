@@ -75,6 +75,7 @@ class Builder {
     Arque& link (Node& from, Arque& to, unsigned type, const Reference& reference);
     void stoichiometry (Arque& arc, bool at_source, const Reference& reference);
     void kinetics (const ModelReaction& r, Arque& main, const std::vector<Arque*>& substrates);
+    void display_what_changes ();
     void compartments ();
     void places ();
     document::Point rows (int compartment, float left, float top);
@@ -218,6 +219,20 @@ void Builder::reaction (const ModelReaction& r, int index) {
     kinetics (r, main, substrates);
 }
 
+/// A simulation shows what reactions of known laws consume and make, so that it shows something.
+void Builder::display_what_changes () {
+    for (const ModelReaction& r : model_.reactions) {
+        if (r.law.kind == LawKind::none || r.law.kind == LawKind::other) continue;
+        for (const auto* side : {&r.reactants, &r.products}) {
+            for (const Reference& one : *side) {
+                const auto species = static_cast<std::size_t> (one.species);
+                if (model_.species[species].held) continue;
+                for (Node* const n : nodes_[species]) n->set_calyx_display (true);
+            }
+        }
+    }
+}
+
 /// A box for each compartment that holds a species; the file's own where it has them. Boxes stand
 /// side by side also where the model has one inside the other: of two boxes around a node it
 /// belongs to the larger, so an inner one would lose its species.
@@ -324,6 +339,7 @@ std::unique_ptr<Network> Builder::run () {
     for (std::size_t i = 0; i < model_.reactions.size (); ++i) {
         reaction (model_.reactions[i], static_cast<int> (i));
     }
+    display_what_changes ();
     if (model_.places.compartments.empty ()) grid ();
     places ();
     if (!model_.places.empty ()) {

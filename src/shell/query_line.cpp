@@ -120,7 +120,6 @@ std::optional<std::string> Query::ask (const std::string& prompt, const std::str
 
 void Query::take (const editor::Completion& completion) {
     input_->value (completion.text.c_str ());
-    input_->insert_position (input_->size ());
     if (completion.finished) {
         answer_ = completion.text;
         close ();
@@ -134,6 +133,8 @@ void Query::take (const editor::Completion& completion) {
     }
     if (on_layout) on_layout ();
     input_->take_focus ();
+    // Behind the focus, which selects all where a Tab brings it: typing goes on behind the name.
+    input_->insert_position (input_->size ());
 }
 
 std::optional<std::string> Query::ask_name (const std::string& prompt, const std::string& filter,

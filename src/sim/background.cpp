@@ -2,6 +2,7 @@
 #include "sim/background.h"
 
 #include "base/disk.h"
+#include "base/file_lock.h"
 #include "sim/run.h"
 
 #include <filesystem>
@@ -23,6 +24,9 @@ class BackgroundRun::Work : public LongWork {
   protected:
     Outcome work (const std::stop_token& stop) override {
         Outcome outcome = run_.begin (stop);
+        // Nobody else takes or removes a result that is looked at, even when this process has
+        // ended. It is locked before the model, whose name keeps others away so far, is gone.
+        const FileLock lock (out_, FileLock::Missing::stays_missing);
         remove_model ();
         if (!outcome.done ()) return outcome;
         if (stop.stop_requested ()) { // too late for the run, not for the user
@@ -31,14 +35,18 @@ class BackgroundRun::Work : public LongWork {
         }
         std::vector<std::string> words{request_.executable, "-v", request_.out, "-d"};
         if (request_.reverse_video) words.emplace_back ("-r");
-        viewer_ = ChildProcess (words);
+        viewer_ = ChildProcess (words, {.shared_lock = &lock});
+        if (run_.fault () == RunFault::result_not_created)
+            return Outcome::failure (run_.no_result_because ());
         if (viewer_.started ()) return outcome;
         return Outcome::failure ("Cannot start '" + request_.executable + "': " + viewer_.error ());
     }
 
   private:
     BackgroundRequest request_;
+    // Made beforehand: what has to be done behind a run needs no memory.
     std::filesystem::path model_ = request_.model;
+    std::filesystem::path out_ = request_.out;
     SimulationRun run_;
     ChildProcess viewer_;
 };

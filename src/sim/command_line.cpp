@@ -87,7 +87,8 @@ int simulator_main (int argc, char** argv) {
     const Outcome outcome = run.run ();
     if (!outcome.failed ()) return 0;
     switch (run.fault ()) {
-    case RunFault::model_not_opened: break;
+    case RunFault::model_not_opened:
+    case RunFault::result_not_created: break; // the latter is no failure here
     case RunFault::model_refused:
     case RunFault::result_lost: report_message ("%s", outcome.reason.c_str ()); break;
     case RunFault::none:

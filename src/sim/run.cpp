@@ -111,14 +111,18 @@ void SimulationRun::simulate (const std::stop_token& stop) {
 
 Outcome SimulationRun::write (const std::stop_token& stop) {
     std::string error;
-    switch (write_result (request_.out, tables_, grid_, request_.sequential, error, stop)) {
-    case ResultStatus::written:
-    case ResultStatus::not_created: return Outcome::success ();
-    case ResultStatus::stopped: return Outcome::stop ();
-    case ResultStatus::lost: break;
+    const ResultStatus status =
+        write_result (request_.out, tables_, grid_, request_.sequential, error, stop);
+    if (status == ResultStatus::written) return Outcome::success ();
+    if (status == ResultStatus::stopped) return Outcome::stop ();
+    std::string reason = "Cannot write '" + request_.out + "': " + error;
+    if (status == ResultStatus::lost) {
+        fault_ = RunFault::result_lost;
+        return Outcome::failure (std::move (reason));
     }
-    fault_ = RunFault::result_lost;
-    return Outcome::failure ("Cannot write '" + request_.out + "': " + error);
+    fault_ = RunFault::result_not_created;
+    no_result_because_ = std::move (reason);
+    return Outcome::success ();
 }
 
 Outcome SimulationRun::work (const std::stop_token& stop) {

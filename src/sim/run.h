@@ -29,8 +29,9 @@ struct RunRequest {
 enum class RunFault {
     none, // or outside of these, for want of memory
     model_not_opened,
-    model_refused, // it could not be read, or its grid does not fit into memory
-    result_lost,   // the result was begun and could not be written to its end
+    model_refused,      // it could not be read, or its grid does not fit into memory
+    result_lost,        // the result was begun and could not be written to its end
+    result_not_created, // which counts as done
 };
 
 /// What goes on from run to run of a process; all process-wide state of the simulator. Runs may
@@ -54,6 +55,8 @@ class SimulationRun : public LongWork {
 
     /// Where it failed; the outcome has the reason in words.
     RunFault fault () const { return fault_; }
+    /// Why there is no result though the run is done, one line; empty when there is one.
+    const std::string& no_result_because () const { return no_result_because_; }
 
   protected:
     Outcome work (const std::stop_token& stop) override;
@@ -69,6 +72,7 @@ class SimulationRun : public LongWork {
     ModelTables tables_;
     Grid grid_;
     RunFault fault_ = RunFault::none;
+    std::string no_result_because_;
 };
 
 /// A whole run in one call, whose faults are reported; a model that cannot be opened is not. True

@@ -70,7 +70,7 @@ Answer ask (const std::string& program, const std::string& word) {
         answer.error = "no folder can be made in " + temporary_directory ().string ();
         return answer;
     }
-    const ChildProcess child ({path, word}, folder.out (), folder.error ());
+    const ChildProcess child ({path, word}, {.output = folder.out (), .error = folder.error ()});
     if (!child.started ()) {
         answer.end = Answer::End::not_asked;
         answer.error = child.error ();

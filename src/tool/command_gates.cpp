@@ -4,12 +4,14 @@
 #include "base/progress.h"
 #include "base/text.h"
 #include "gates/front_end.h"
+#include "gates/reaction_table.h"
+#include "gates/temporary_table.h"
 #include "tool/commands.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <memory>
+#include <optional>
 #include <utility>
 
 namespace ostrand::tool {
@@ -84,7 +86,7 @@ int extract (const Arguments& arguments, const Numbers& numbers, gates::GateFron
          .model_file = std::move (front_end.model_file),
          .output_base = arguments.value ("--output", front_end.base),
          .gate_file = arguments.value ("--gate-file", gates::builtin_gate_file),
-         .kinetics_path = arguments.value ("--kinetics", gates::temporary_kinetics),
+         .kinetics_path = arguments.value ("--kinetics", ""),
          .partition_count = numbers.jobs,
          .depth = numbers.depth,
          .evaluate_forks = !arguments.has ("--no-forks"),
@@ -95,13 +97,15 @@ int extract (const Arguments& arguments, const Numbers& numbers, gates::GateFron
          .threads = numbers.threads,
          .tell_progress = is_terminal (2)});
 
-    std::unique_ptr<gates::GateFrontEnd::TableScope> table;
+    std::optional<gates::TemporaryTable> table;
     if (!arguments.has ("--kinetics")) {
-        table = std::make_unique<gates::GateFrontEnd::TableScope> (
-            front_end, gates::seeded_numbers (static_cast<unsigned> (numbers.seed)));
+        table.emplace (gates::reaction_table_text (
+            front_end.model_path, front_end.reactions,
+            gates::seeded_numbers (static_cast<unsigned> (numbers.seed))));
+        extractor.request.kinetics_path = table->name ();
         if (!table->ok ()) {
             std::fprintf (stderr, "ostrand-tool gates: cannot write '%s': %s\n",
-                          gates::temporary_kinetics, table->error ().c_str ());
+                          table->name ().c_str (), table->error ().c_str ());
         }
     }
     Outcome outcome;
@@ -123,7 +127,7 @@ int extract (const Arguments& arguments, const Numbers& numbers, gates::GateFron
         extractor.gate_count (), extractor.fork_gate_count (),
         static_cast<unsigned long long> (extractor.circuit_counter));
     const int printed = print_result (told);
-    const bool all_written = outcome.done () && (table == nullptr || table->ok ());
+    const bool all_written = outcome.done () && (!table || table->ok ());
     return all_written ? printed : status_failure;
 }
 

@@ -105,6 +105,31 @@ TEST (file_lock, a_program_that_is_started_does_not_keep_it) {
     kill (sleeper.id (), SIGKILL);
 }
 
+TEST (file_lock, that_is_shared_with_a_program_goes_with_the_last_of_the_two) {
+    const TemporaryFolder folder;
+    const std::string path = folder.write ("f", "");
+    std::optional<FileLock> lock (path);
+    const ChildProcess sleeper ({"sleep", "1000"}, {.shared_lock = &*lock});
+    ASSERT_TRUE (sleeper.started ());
+    lock.reset ();
+    EXPECT_TRUE (is_locked (path));
+    EXPECT_EQ (FileLock (path).end (), End::held_elsewhere);
+    sleeper.kill ();
+    sleeper.wait ();
+    EXPECT_TRUE (FileLock (path).held ());
+    // The program's end takes nothing from who shares it still.
+    lock.emplace (path);
+    EXPECT_EQ (ChildProcess ({"true"}, {.shared_lock = &*lock}).wait (), 0);
+    EXPECT_TRUE (is_locked (path));
+}
+
+TEST (file_lock, that_is_not_held_is_shared_with_no_program) {
+    const TemporaryFolder folder;
+    const FileLock none (folder / "f", FileLock::Missing::stays_missing);
+    EXPECT_EQ (ChildProcess ({"true"}, {.shared_lock = &none}).wait (), 0);
+    EXPECT_TRUE (folder.names ().empty ());
+}
+
 TEST (file_lock, asking_hinders_nobody) {
     const TemporaryFolder folder;
     const std::string path = folder.write ("f", "");

@@ -113,15 +113,16 @@ TEST (process, takes_signals_as_if_nobody_here_ignored_or_blocked_them) {
 TEST (process, its_streams_go_to_files) {
     testing::TemporaryFolder folder;
     folder.write ("out", "what was there before, and is longer");
-    const ChildProcess child ({"sh", "-c", "echo said; echo told >&2"}, (folder / "out").string (),
-                              (folder / "error").string ());
+    const ChildProcess child (
+        {"sh", "-c", "echo said; echo told >&2"},
+        {.output = (folder / "out").string (), .error = (folder / "error").string ()});
     EXPECT_EQ (child.wait (), 0);
     EXPECT_EQ (testing::file_text (folder / "out"), "said\n");
     EXPECT_EQ (testing::file_text (folder / "error"), "told\n");
 }
 
 TEST (process, without_a_place_for_its_streams_it_is_not_started) {
-    const ChildProcess child ({"true"}, "/nowhere/out", "/nowhere/error");
+    const ChildProcess child ({"true"}, {.output = "/nowhere/out", .error = "/nowhere/error"});
     EXPECT_TRUE (!child.started () || child.wait () == 127);
 }
 

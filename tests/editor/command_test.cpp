@@ -2,6 +2,7 @@
 // shortcuts.
 #include "bench.h"
 
+#include "editor/document_files.h"
 #include "editor/popup_menus.h"
 
 #include "support/recording_device.h"
@@ -286,6 +287,24 @@ TEST (commands, a_picture_needs_a_letter_and_a_readable_file) {
     EXPECT_EQ (b.world.alerts.back (), "Picture '" + (b.folder / "none.png").string () +
                                            "'\ncannot be loaded (bad format or unreadable file)");
     EXPECT_EQ (b.record_count (), 1U);
+}
+
+TEST (commands, a_model_text_is_seen_from_its_beginning) {
+    Bench b;
+    const std::string path = b.folder.write (
+        "m.ssa", "[a] = 1 mM; [E] = 1 mM; E : a -> b | 1 mM - 0.5; E : c -> a | 1 mM - 0.5;");
+    ASSERT_TRUE (open_file (b.canvas (), path));
+    bool is_above = false;
+    for (const auto& node : b.network ().nodes ()) {
+        const document::Extent seen = node->extent ().moved (b.network ().x (), b.network ().y ());
+        EXPECT_GE (seen.x, 9);
+        EXPECT_GE (seen.y, 9);
+        is_above = is_above || node->extent ().y < 0;
+    }
+    EXPECT_TRUE (is_above); // enzymes, above the row of their reactions
+    // What a native file tells is kept.
+    b.open_text ("[N1 0 2 10 10\n[S1 0 50 -60 0 3 13{glc}-]\n]");
+    EXPECT_EQ (b.network ().y (), 10);
 }
 
 TEST (commands, a_duration_is_what_the_text_begins_with) {

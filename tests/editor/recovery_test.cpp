@@ -4,11 +4,11 @@
 #include "base/file_lock.h"
 #include "editor/history.h"
 
-#include <csignal>
+#include "support/full_disk.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace ostrand::editor {
@@ -256,34 +256,13 @@ TEST (recovery, more_than_32_stay_for_another_time) {
         EXPECT_EQ (testing::file_text (name_of (b, left)), session.bytes) << left;
 }
 
-/// No file grows beyond a size while it lives.
-class SmallFiles {
-  public:
-    explicit SmallFiles (rlim_t bytes) {
-        getrlimit (RLIMIT_FSIZE, &before_);
-        old_ = std::signal (SIGXFSZ, SIG_IGN);
-        const rlimit now{bytes, before_.rlim_max};
-        setrlimit (RLIMIT_FSIZE, &now);
-    }
-    ~SmallFiles () {
-        setrlimit (RLIMIT_FSIZE, &before_);
-        std::signal (SIGXFSZ, old_);
-    }
-    SmallFiles (const SmallFiles&) = delete;
-    SmallFiles& operator= (const SmallFiles&) = delete;
-
-  private:
-    rlimit before_{};
-    void (*old_) (int) = nullptr;
-};
-
 TEST (full_disk, editing_goes_on_and_undo_works_and_the_file_ends_behind_a_whole_record) {
     Bench b;
     b.open_rich ();
     Strings texts{b.text ()};
     const std::size_t begun = b.undo_bytes ().size ();
     {
-        const SmallFiles full (begun + 100);
+        const testing::FileSizeLimit full (begun + 100);
         for (int i = 0; i < 4; ++i) {
             b.run (Command::new_gene);
             texts.push_back (b.text ());
@@ -319,7 +298,7 @@ TEST (full_disk, small_records_wait_too) {
     b.click (b.on (b.node ("G")));
     const std::size_t begun = b.undo_bytes ().size ();
     {
-        const SmallFiles full (begun + 10);
+        const testing::FileSizeLimit full (begun + 10);
         for (int i = 0; i < 5; ++i) b.key (document::keys::right);
         EXPECT_EQ (b.undo_bytes ().size (), begun);
         b.canvas ().undo ();
@@ -340,7 +319,7 @@ TEST (full_disk, saving_into_it_fails_and_keeps_the_old_file_and_the_star) {
     const std::string path = (b.folder / "rich.net").string ();
     const std::string before = testing::file_text (path);
     {
-        const SmallFiles full (20);
+        const testing::FileSizeLimit full (20);
         b.run (Command::save_file);
     }
     EXPECT_EQ (b.world.status, "Cannot save '" + path + "'");

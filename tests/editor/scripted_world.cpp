@@ -81,6 +81,7 @@ std::optional<unsigned> ScriptedWorld::choose_colour (const std::string& title, 
 
 void ScriptedWorld::wait_for (const std::string& text, BackgroundWork& work) {
     questions.push_back (text);
+    if (at_work) at_work (work);
     work.wait ();
 }
 

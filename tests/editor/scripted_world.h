@@ -3,6 +3,7 @@
 #include "editor/world.h"
 
 #include <deque>
+#include <functional>
 #include <map>
 #include <optional>
 #include <string>
@@ -20,6 +21,8 @@ class ScriptedWorld : public editor::World {
     std::deque<unsigned> colour_answers;
     editor::RecoveryAnswer recovery_answer = editor::RecoveryAnswer::later;
     std::string clipboard;
+    /// Called when long work has begun, before it is waited for.
+    std::function<void (BackgroundWork&)> at_work;
     /// The dialog line takes any text; the popup dialog asks whether it is sound.
     bool values_are_checked = true;
 

@@ -1,12 +1,11 @@
 // The pictures of the manual.
 #include "manual/manual_images.h"
 
+#include "support/full_disk.h"
 #include "support/support.h"
 
-#include <csignal>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 namespace ostrand::manual {
 namespace {
@@ -103,33 +102,13 @@ TEST (extraction, does_not_follow_a_link_that_somebody_laid) {
     EXPECT_FALSE (std::filesystem::exists (folder / "target"));
 }
 
-/// While it lives, no file may grow beyond a size; a write that would fails as on a full disk.
-class FileSizeLimit {
-  public:
-    explicit FileSizeLimit (rlim_t bytes) : old_action_ (std::signal (SIGXFSZ, SIG_IGN)) {
-        getrlimit (RLIMIT_FSIZE, &old_);
-        const rlimit limit{bytes, old_.rlim_max};
-        setrlimit (RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit () {
-        setrlimit (RLIMIT_FSIZE, &old_);
-        std::signal (SIGXFSZ, old_action_);
-    }
-    FileSizeLimit (const FileSizeLimit&) = delete;
-    FileSizeLimit& operator= (const FileSizeLimit&) = delete;
-
-  private:
-    rlimit old_{};
-    void (*old_action_) (int);
-};
-
 TEST (extraction, a_picture_that_could_not_be_written_whole_leaves_nothing) {
     const std::vector<unsigned char> large (1 << 20);
     const ResourceImage image{"large.png", large.data (), static_cast<unsigned> (large.size ())};
     const TemporaryFolder folder;
     ::testing::internal::CaptureStderr ();
     {
-        const FileSizeLimit limit (1 << 16);
+        const testing::FileSizeLimit limit (1 << 16);
         extract_manual_images ({&image, 1}, folder.path ());
     }
     EXPECT_EQ (::testing::internal::GetCapturedStderr (),

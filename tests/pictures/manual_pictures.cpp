@@ -302,10 +302,7 @@ void take_windows (const Form& form) {
     ask_formula (stage);
     stage.key ("Return");
     stage.wait_for ("implementation.ssa\\*");
-    // Down, so that the enzymes are seen.
-    stage.press (700, 300, "3");
-    stage.drag_to (700, 300, 860, 380);
-    stage.release ("3");
+    stage.move (900, 300);
     stage.write ("merivale", stage.shot (0, 0, window_width, window_height));
 }
 

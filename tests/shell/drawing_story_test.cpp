@@ -21,7 +21,7 @@ int count (const std::string& text, const std::string& word) {
 
 TEST (drawing_story, upper_glycolysis_from_nothing) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     const int column[] = {100, 280, 460, 640};
@@ -51,8 +51,8 @@ TEST (drawing_story, upper_glycolysis_from_nothing) {
 
 TEST (drawing_story, a_name_with_a_subscript_a_superscript_and_a_picture) {
     Editor editor;
-    ask_in_the_line (editor);
-    editor.home ().write ("dot.png", file_text (source_path ("docs/manual/swap.png")));
+    editor.ask_in_the_line ();
+    editor.home ().write ("dot.png", file_text (source_path ("docs/manual/mouse-keyboard.png")));
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     draw.add (new_molecule_x, "Ca", 300, 250);
@@ -148,7 +148,7 @@ TEST (drawing_story, a_shared_molecule_is_detached_from_a_reaction_and_fused_aga
 
 TEST (drawing_story, a_name_with_a_greek_letter) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     constexpr int faces_x = 293; // the arrow of the choice, which shows Arial
@@ -169,7 +169,7 @@ TEST (drawing_story, a_name_with_a_greek_letter) {
 
 TEST (drawing_story, a_new_protein_goes_into_the_complex_that_is_selected) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.start ({}, "Ostrand");
     const Drawing draw (editor);
     constexpr int new_complex_x = 113;

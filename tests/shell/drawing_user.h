@@ -7,11 +7,6 @@ namespace ostrand::testing {
 inline constexpr int start_x = 200; // where a new object stands in the canvas
 inline constexpr int start_y = 50;
 
-inline void pause (int milliseconds) {
-    // A sanitized editor needs more time to follow.
-    std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds * (sanitized ? 3 : 1)));
-}
-
 /// A user at the canvas; places are pixels from its corner.
 class Drawing {
   public:
@@ -57,11 +52,5 @@ class Drawing {
   private:
     Editor& editor_;
 };
-
-/// Questions are asked in the line above the canvas, by keys alone.
-inline void ask_in_the_line (const Editor& editor) {
-    editor.home ().write (".lattrix_rc", "<?xml version=\"1.0\"?>\n<lattrixprefs date=\"1\">\n"
-                                         "<pref smart_dialog=\"true\">\n</lattrixprefs>\n");
-}
 
 } // namespace ostrand::testing

@@ -1,5 +1,5 @@
 // Every entry of the menus and every button of the tool bar, by a click of the mouse.
-#include "shell/running_editor.h"
+#include "shell/menu_choice.h"
 
 #include "editor/commands.h"
 
@@ -14,17 +14,6 @@ using editor::Command;
 using editor::CommandRow;
 using editor::Menu;
 using ::testing::HasSubstr;
-
-/// Where the titles of the menus stand, in the order of Menu; the last one is "Tools".
-constexpr int title_x[] = {21, 63, 110, 180, 264, 326, 378};
-constexpr int title_y = 14;
-constexpr int first_entry_y = 39;
-constexpr int entry_height = 21;
-
-void pause (int milliseconds) {
-    // A sanitized editor needs more time to follow.
-    std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds * (sanitized ? 3 : 1)));
-}
 
 /// Commands that were clicked in this case.
 std::set<Command>& clicked () {
@@ -41,21 +30,8 @@ void expect_all_of (Menu menu, const std::set<Command>& others = {}) {
     }
 }
 
-int place_in_menu (Command command) {
-    int place = 0;
-    for (const CommandRow& row : editor::command_rows ()) {
-        if (row.code == command) return place;
-        if (row.menu == editor::command_row (command).menu) ++place;
-    }
-    return -1;
-}
-
 void choose (const Editor& editor, Command command) {
-    const int x = title_x[static_cast<int> (editor::command_row (command).menu)];
-    editor.click (x, title_y);
-    pause (60);
-    editor.click (x + 5, first_entry_y + entry_height * place_in_menu (command));
-    pause (60);
+    choose_entry (editor, command);
     clicked ().insert (command);
 }
 
@@ -228,6 +204,65 @@ TEST (tool_bar, every_button_makes_its_object) {
             [&, what = word] { return editor.undo_file ().find (what) != std::string::npos; }, 3))
             << word;
     }
+}
+
+TEST (tool_bar, lists_of_letters_choose_what_is_typed_and_kept) {
+    Editor editor;
+    editor.start ({}, "Ostrand");
+    constexpr int arrows_x[] = {293, 343, 493}; // of faces, sizes, colours
+    constexpr int bold_x = 367;
+    constexpr int italic_x = 392;
+    choose (editor, Command::save_settings);
+    const auto settings = [&] { return file_text (editor.home () / ".lattrix_rc"); };
+    ASSERT_TRUE (
+        wait_until ([&] { return std::filesystem::exists (editor.home () / ".lattrix_rc"); }));
+    std::string before = settings ();
+    for (const int x : arrows_x) {
+        editor.click (x, tool_bar_y);
+        pause (100);
+        editor.key ("Down");
+        editor.key ("Return");
+        pause (60);
+        choose (editor, Command::save_settings);
+        EXPECT_TRUE (wait_until ([&] { return settings () != before; }, 3)) << x;
+        before = settings ();
+    }
+    editor.click (bold_x, tool_bar_y);
+    editor.click (italic_x, tool_bar_y);
+    editor.click (new_molecule_x, tool_bar_y);
+    EXPECT_TRUE (wait_until (
+        [&] { return editor.undo_file ().find (">molecule}") != std::string::npos; }, 3));
+}
+
+TEST (tool_bar, a_substrate_and_a_product_go_to_the_selected_reaction) {
+    Editor editor;
+    editor.start ({editor.home ().write ("a.net", drawing)}, "a.net");
+    constexpr int square_x = 163;
+    constexpr int square_y = 218;
+    constexpr int substrate_x = 592;
+    constexpr int product_x = 617;
+    for (const int x : {substrate_x, product_x}) {
+        editor.click (square_x, canvas_y + square_y);
+        pause (400); // the next click is no second one
+        const std::string before = editor.undo_file ();
+        editor.click (x, tool_bar_y);
+        EXPECT_TRUE (wait_until ([&] { return editor.undo_file () != before; }, 3)) << x;
+        pause (300);
+    }
+}
+
+TEST (menus, a_simulation_is_started_and_stopped) {
+    Editor editor;
+    const std::string model = "duration = 400000; [a] = 1 mM, 2 mM, 3 mM; [E] = 1 mM; "
+                              "display (a); E : a -> b | 1 mM - 0.5; E : b -> a | 1 mM - 0.5;";
+    editor.start ({editor.home ().write ("a.ssa", model)}, "a.ssa");
+    choose (editor, Command::start_simulation);
+    const auto goes_on = [&] { return std::filesystem::exists (editor.home () / "_tmp_.ssa"); };
+    EXPECT_TRUE (wait_until (goes_on));
+    choose (editor, Command::stop_simulation);
+    EXPECT_TRUE (wait_until ([&] { return !goes_on (); }));
+    EXPECT_FALSE (std::filesystem::exists (editor.home () / "_data_.gz"));
+    EXPECT_TRUE (editor.program ().running ());
 }
 
 } // namespace

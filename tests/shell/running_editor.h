@@ -46,6 +46,11 @@ inline bool wait_until (const std::function<bool ()>& condition, double seconds 
     return true;
 }
 
+/// Waits for what gives no sign of having come. A sanitized editor needs more time to follow.
+inline void pause (int milliseconds) {
+    std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds * (sanitized ? 3 : 1)));
+}
+
 /// Places in the window at scale 1, pixels from its top left corner.
 inline constexpr int tool_bar_y = 42;
 inline constexpr int new_protein_x = 13;
@@ -98,6 +103,16 @@ class Editor {
     /// Starts a program whose words are all given as the editor of this display.
     void run (std::vector<std::string> words) {
         program_ = std::make_unique<RunningProgram> (std::move (words));
+    }
+
+    /// Before the start: questions are asked in the line above the canvas, by keys alone.
+    void ask_in_the_line () const {
+        home_.write (".lattrix_rc", "<?xml version=\"1.0\"?>\n<lattrixprefs date=\"1\">\n"
+                                    "<pref smart_dialog=\"true\">\n</lattrixprefs>\n");
+    }
+    /// A copy of an example in its home.
+    std::string copied_example (const char* name) const {
+        return home_.write (name, file_text (source_path (std::string ("examples/") + name)));
     }
 
     const TemporaryFolder& home () const { return home_; }

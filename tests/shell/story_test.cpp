@@ -1,5 +1,5 @@
 // Roads through the whole program, as a user takes them.
-#include "shell/drawing_user.h"
+#include "shell/running_editor.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -7,13 +7,9 @@
 namespace ostrand::testing {
 namespace {
 
-std::string copied (const Editor& editor, const char* name) {
-    return editor.home ().write (name, file_text (source_path (std::string ("examples/") + name)));
-}
-
 TEST (story, a_network_is_simulated_and_its_curves_are_shown_twice) {
     Editor editor;
-    editor.start ({copied (editor, "hexokinase.net")}, "hexokinase.net");
+    editor.start ({editor.copied_example ("hexokinase.net")}, "hexokinase.net");
     editor.key ("Tab");
     ASSERT_TRUE (editor.shows_window ("Stochora"));
     // A second run may start while the first viewer is open; the pointer gives the keys back.
@@ -48,8 +44,8 @@ TEST (story, a_refused_model_says_why_and_the_editor_goes_on) {
 
 TEST (story, a_file_is_opened_from_the_line_by_keys_alone) {
     Editor editor;
-    ask_in_the_line (editor);
-    copied (editor, "clones.net");
+    editor.ask_in_the_line ();
+    editor.copied_example ("clones.net");
     editor.start ({}, "Ostrand");
     editor.key ("ctrl+o");
     std::this_thread::sleep_for (std::chrono::milliseconds (300));
@@ -60,7 +56,7 @@ TEST (story, a_file_is_opened_from_the_line_by_keys_alone) {
 
 TEST (story, escape_in_the_line_of_save_as_writes_nothing) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.start ({}, "Ostrand");
     editor.click (new_molecule_x, tool_bar_y);
     editor.move (300, 300);
@@ -80,8 +76,8 @@ TEST (story, escape_in_the_line_of_save_as_writes_nothing) {
 
 TEST (story, a_formula_becomes_a_network_in_a_tab_of_its_own) {
     Editor editor;
-    ask_in_the_line (editor);
-    copied (editor, "glycolysis-upper.xml");
+    editor.ask_in_the_line ();
+    editor.copied_example ("glycolysis-upper.xml");
     editor.start ({}, "Ostrand");
     editor.key ("alt+f"); // the first menu of that letter is the file menu; go right to Formula
     for (int i = 0; i < 4; ++i) editor.key ("Right");

@@ -65,7 +65,7 @@ std::string model_of (const std::string& file) {
 
 TEST (tutorial_story, from_an_empty_canvas_to_a_reaction_with_numbers_and_to_its_curves) {
     Editor editor;
-    ask_in_the_line (editor);
+    editor.ask_in_the_line ();
     editor.start ({}, "Ostrand");
     const Reader reader (editor);
 

@@ -4,6 +4,8 @@
 #include "sim/sim_support.h"
 #include "support/failing_memory.h"
 
+#include "base/file_lock.h"
+
 #include <chrono>
 #include <csignal>
 #include <gmock/gmock.h>
@@ -68,6 +70,21 @@ TEST_F (background, the_viewer_is_not_waited_for) {
     EXPECT_FALSE (run.viewer ().is_running ());
 }
 
+TEST_F (background, the_result_is_locked_until_the_viewer_has_ended) {
+    folder.write ("wait", "");
+    const BackgroundRequest asked = request (short_model);
+    ChildProcess shown;
+    {
+        BackgroundRun run (asked);
+        EXPECT_TRUE (run.wait ().done ());
+        shown = run.viewer ();
+    }
+    EXPECT_TRUE (is_locked (asked.out));
+    shown.kill ();
+    shown.wait ();
+    EXPECT_FALSE (is_locked (asked.out));
+}
+
 TEST_F (background, a_bad_model_is_deleted_too_and_no_viewer_starts) {
     const BackgroundRequest asked = request ("nonsense");
     std::atomic<bool> done{false};
@@ -90,6 +107,16 @@ TEST_F (background, a_model_that_is_not_there_and_a_viewer_that_is_not_are_failu
     EXPECT_EQ (BackgroundRun (asked).wait ().reason,
                "Cannot start '/nowhere/ostrand': No such file or directory");
     EXPECT_TRUE (std::filesystem::exists (asked.out)); // the result is not lost
+}
+
+TEST_F (background, a_result_that_cannot_be_created_is_a_failure_of_a_run_that_counts_as_done) {
+    BackgroundRequest asked = request (short_model);
+    asked.out = "/nowhere/_data_.gz";
+    BackgroundRun run (asked);
+    EXPECT_EQ (run.wait ().reason, "Cannot write '/nowhere/_data_.gz': No such file or directory");
+    EXPECT_EQ (run.viewer ().wait (), 0); // it is started all the same, and says so too
+    const std::string model = folder.write ("again.ssa", short_model);
+    EXPECT_TRUE (run_model (model.c_str (), asked.out.c_str (), false, false, false, true));
 }
 
 TEST_F (background, a_stopped_run_leaves_no_file_and_starts_no_viewer) {
