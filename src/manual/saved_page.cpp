@@ -99,6 +99,8 @@ class Writer {
     std::size_t innermost_list () const;
     void close_down_to (std::size_t count);
 
+    /// Directly in a list, where only items may stand.
+    bool stands_in_list () const { return !open_.empty () && innermost_list () == open_.size (); }
     bool stands_in_line () const { return !line_.empty (); }
     bool in_heading () const { return line_.starts_with ('h'); }
     void begin_line ();
@@ -316,7 +318,7 @@ void Writer::begin_heading (const char* name) {
 
 void Writer::begin_block (const char* name) {
     end_line ();
-    if (innermost_list () == open_.size () && !open_.empty ()) begin_item ();
+    if (stands_in_list ()) begin_item ();
     item_is_empty_ = false;
     write (format_text ("<%s>\n", name));
     open_.emplace_back (name);
@@ -364,10 +366,11 @@ void Writer::close_down_to (std::size_t count) {
 /// A line for the next words, where none is open.
 void Writer::begin_line () {
     if (stands_in_line ()) return;
-    if (innermost_list () == open_.size () && !open_.empty ()) begin_item ();
+    std::string name = std::exchange (next_line_, {});
+    if (stands_in_list ()) begin_item ();
+    if (!name.empty ()) return open_line (std::move (name));
     const bool is_title =
         centers_ > 0 && std::ranges::find (wanted_, heading_step, &Style::step) != wanted_.end ();
-    if (!next_line_.empty ()) return open_line (std::exchange (next_line_, {}));
     if (is_title) return open_line (std::exchange (has_main_heading_, true) ? "h2" : "h1");
     if (item_is_empty_ && centers_ == 0) {
         line_ = "li";

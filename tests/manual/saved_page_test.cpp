@@ -99,6 +99,7 @@ TEST (saved_page, puts_a_list_within_a_list_into_an_item) {
                "<ul>\n<li>a<ol>\n<li>b</li>\n</ol>\n</li>\n<li>c</li>\n</ul>\n");
     EXPECT_EQ (body_of ("<ul><ol><li>b</ol></ul>"),
                "<ul>\n<li><ol>\n<li>b</li>\n</ol>\n</li>\n</ul>\n");
+    EXPECT_EQ (body_of ("<ul><h3>a</h3></ul>"), "<ul>\n<li><h3>a</h3>\n</li>\n</ul>\n");
     EXPECT_EQ (body_of ("<li>alone"), "<ul>\n<li>alone</li>\n</ul>\n");
 }
 
@@ -349,10 +350,10 @@ TEST (saved_page, a_browser_shows_all_pictures_and_places_in_narrow_and_wide_win
     }
     const std::string frames = (*folder).write ("frames.html", four_frames);
     // Its profile is in the folder too, and it has no time limit of its own.
-    const auto shown =
-        run_program ({"/usr/bin/env", "timeout", "60", "chromium", "--headless", "--no-sandbox",
-                      "--disable-gpu", "--user-data-dir=" + (*folder / "profile").string (),
-                      "--virtual-time-budget=5000", "--dump-dom", "file://" + frames});
+    const auto shown = run_program (
+        {"/usr/bin/env", "timeout", "60", "chromium", "--headless", "--no-sandbox", "--disable-gpu",
+         "--disable-dev-shm-usage", "--user-data-dir=" + (*folder / "profile").string (),
+         "--virtual-time-budget=5000", "--dump-dom", "file://" + frames});
     const int pictures = count_of (light_page (), "<img ");
     EXPECT_GE (pictures, 15);
     for (const char* width : {"400", "1200"})
