@@ -429,6 +429,11 @@ void EditorWalk::command () {
         tell ("everything is deleted");
         return;
     }
+    if (choices_.one_in (40)) { // it takes a while
+        bench_->run (Command::arrange);
+        tell ("everything or the selection is arranged");
+        return;
+    }
     bench_->run (chosen);
     tell ("command " + std::string (editor::command_row (chosen).label));
 }
@@ -639,7 +644,7 @@ std::string EditorWalk::check_history (bool replayed) {
     Known& known = known_of (on);
     const std::int32_t position = on.history ().position ();
     const std::int32_t end = on.history ().end ();
-    std::string text = on.text_without_view ();
+    std::string text = without_nested_places (on.text_without_view ());
     on.network ().layout ();
     std::string look = has_loose_end (on.network ()) ? std::string () : look_of (on.network ());
     std::string fault;
@@ -695,7 +700,7 @@ std::string EditorWalk::check () {
         Known& fresh = known_of (canvas ());
         fresh.position = canvas ().history ().position ();
         fresh.end = canvas ().history ().end ();
-        fresh.text = canvas ().text_without_view ();
+        fresh.text = without_nested_places (canvas ().text_without_view ());
         fresh.texts[fresh.position] = fresh.text;
         return "";
     }

@@ -42,6 +42,18 @@ struct dialogs : ::testing::Test {
     void ask_concentration () const {
         editor.click (molecule_x + 8, canvas_y + molecule_y + 8, "2");
     }
+    /// The editor beside a copy of an example with a metabolic network.
+    void start_beside (const char* network) {
+        editor.ask_in_the_line ();
+        editor.copied_example (network);
+        editor.start ({}, "Ostrand");
+    }
+    void extract (const std::string& beginning_of_name) const {
+        choose_entry (editor, Command::extract_gates);
+        pause (300);
+        editor.type (beginning_of_name);
+        editor.key ("Tab");
+    }
     std::string undo_file_with (const std::string& word) const {
         wait_until ([&] { return editor.undo_file ().find (word) != std::string::npos; }, 4);
         return editor.undo_file ();
@@ -162,13 +174,8 @@ TEST_F (dialogs, a_name_of_the_list_is_taken_by_a_click_and_a_folder_is_entered)
 }
 
 TEST_F (dialogs, a_formula_is_composed_by_buttons_and_given_up) {
-    editor.ask_in_the_line ();
-    editor.copied_example ("glycolysis-upper.xml");
-    editor.start ({}, "Ostrand");
-    choose_entry (editor, Command::extract_gates);
-    pause (300);
-    editor.type ("glyc");
-    editor.key ("Tab");
+    start_beside ("glycolysis-upper.xml");
+    extract ("glyc");
     const char* const title = "Enter Formula";
     const auto formula_is_open = [&] {
         choose_entry (editor, Command::enter_formula);
@@ -209,18 +216,13 @@ TEST_F (dialogs, a_formula_is_composed_by_buttons_and_given_up) {
 }
 
 TEST_F (dialogs, an_extraction_goes_on_beside_the_interface_and_is_cancelled) {
-    editor.ask_in_the_line ();
-    editor.copied_example ("tca-shuttles.xml");
-    editor.start ({}, "Ostrand");
+    start_beside ("tca-shuttles.xml");
     choose_entry (editor, Command::reactions_per_gate);
     pause (300);
     editor.key ("ctrl+a");
     editor.type ("7"); // minutes of work
     editor.key ("Return");
-    choose_entry (editor, Command::extract_gates);
-    pause (300);
-    editor.type ("tca");
-    editor.key ("Tab");
+    extract ("tca");
     const char* const title = "Please wait";
     ASSERT_TRUE (editor.shows_window (title));
     const Screenshot first = editor.display ().screenshot ();
