@@ -8,8 +8,7 @@ add_executable (make_images image_maker/main/main.cpp)
 target_link_libraries (make_images PRIVATE ostrand_image_maker)
 
 set (images "${CMAKE_CURRENT_BINARY_DIR}/images")
-file (GLOB_RECURSE image_sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/assets/*"
-      "${CMAKE_SOURCE_DIR}/examples/*.net") # pictures of windows show examples
+file (GLOB_RECURSE image_sources CONFIGURE_DEPENDS "${CMAKE_SOURCE_DIR}/assets/*")
 # The time of `made` tells when images were last looked at; the other file keeps its own time, so
 # that it is compiled again only when an image has become another.
 add_custom_command (

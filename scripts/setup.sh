@@ -2,7 +2,7 @@
 # Installs what Ostrand needs to build, test and run, and gets FLTK 1.4.
 # Safe to call again: when everything is there it answers in well under a second.
 #   scripts/setup.sh --checks   also what .ci/run needs beside: clang-tidy, clang for the fuzz targets,
-#                               and what tries the packages
+#                               what tries the packages, and a browser for the saved manual
 set -euo pipefail
 
 say () { printf 'setup: %s\n' "$*" >&2; }
@@ -29,6 +29,7 @@ cmd:gzip                        gzip                    gzip                  gz
 cmd:rsvg-convert                librsvg2-bin            librsvg2-tools        librsvg
 cmd:pdftoppm                    poppler-utils           poppler-utils         poppler
 cmd:xmllint                     libxml2-utils           libxml2               libxml2
+cmd:tidy                        tidy                    tidy                  tidy
 inc:gtest/gtest.h               libgtest-dev            gtest-devel           gtest
 inc:gmock/gmock.h               libgmock-dev            gmock-devel           gtest
 inc:benchmark/benchmark.h       libbenchmark-dev        google-benchmark-devel benchmark
@@ -68,6 +69,7 @@ cmd:appstreamcli                appstream               appstream             ap
 cmd:update-mime-database        shared-mime-info        shared-mime-info      shared-mime-info
 cmd:gio                         libglib2.0-bin          glib2                 glib2
 cmd:xdg-open                    xdg-utils               xdg-utils             xdg-utils
+cmd:chromium                    chromium                chromium              chromium
 cmd:fish                        fish                    fish                  fish
 cmd:zsh                         zsh                     zsh                   zsh
 TABLE

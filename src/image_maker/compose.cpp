@@ -2,11 +2,7 @@
 #include "image_maker/compose.h"
 
 #include "base/disk.h"
-#include "base/report.h"
 #include "base/text.h"
-#include "document/document_state.h"
-#include "export/export.h"
-#include "files/document_io.h"
 
 #include <utility>
 
@@ -46,59 +42,18 @@ int outer_number (std::string_view svg, std::string_view attribute) {
     return at == std::string_view::npos ? 0 : parse_atoi (outer.substr (at + attribute.size ()));
 }
 
-/// Networks are painted light or dark while it lives.
-class PaintMode {
-  public:
-    explicit PaintMode (bool dark) : before_ (document::document_state ().dark_mode) {
-        document::document_state ().dark_mode = dark;
-    }
-    ~PaintMode () { document::document_state ().dark_mode = before_; }
-    PaintMode (const PaintMode&) = delete;
-    PaintMode& operator= (const PaintMode&) = delete;
-
-  private:
-    bool before_;
-};
-
-/// A network file as an SVG text; a fault in the file counts as a failure.
-std::optional<std::string> painted_network (const Composition& image, const fs::path& file,
-                                            bool aligned) {
-    const PaintMode mode (image.dark);
-    std::string fault; // the first
-    const MessageScope scope ([&fault] (std::string_view text) {
-        if (fault.empty ()) fault = text;
-    });
-    files::Document document;
-    const auto status = files::open_document (file.string (), {}, document);
-    if (status != files::LoadStatus::loaded || !fault.empty ()) {
-        image.error = file.string () + ": " + (fault.empty () ? "cannot be read" : fault);
-        return std::nullopt;
-    }
-    if (aligned) document.network->align_all ();
-    return drawing::svg_text (*document.network);
-}
-
 std::optional<std::string> composed_file (const Composition& image, const fs::path& file,
                                           int depth);
 
 /// The content that one "insert" comment stands for.
-/// words  a file's name below assets, perhaps with "aligned" behind it
-std::optional<std::string> inserted (const Composition& image, std::string_view words, int depth) {
-    const std::size_t blank = words.find (' ');
-    const fs::path file = image.assets / words.substr (0, blank);
-    const std::string_view option = blank == std::string_view::npos ? "" : words.substr (blank + 1);
-    const bool is_network = file.extension () == ".net";
-    if (!option.empty () && !(is_network && option == "aligned")) {
-        image.error = "what is \"" + std::string (option) + "\" behind " + file.string () + "?";
-        return std::nullopt;
-    }
+/// name  of a file below assets
+std::optional<std::string> inserted (const Composition& image, std::string_view name, int depth) {
+    const fs::path file = image.assets / name;
     if (depth == deepest_insert) {
         image.error = file.string () + ": inserts itself";
         return std::nullopt;
     }
-    const std::optional<std::string> text = is_network
-                                                ? painted_network (image, file, !option.empty ())
-                                                : composed_file (image, file, depth + 1);
+    const std::optional<std::string> text = composed_file (image, file, depth + 1);
     if (!text) return std::nullopt;
     return std::string (inner_svg (*text));
 }
@@ -123,11 +78,11 @@ std::optional<std::string> composed_file (const Composition& image, const fs::pa
     std::size_t done = 0;
     for (std::size_t at = source->find (insert_front); at != std::string::npos;
          at = source->find (insert_front, done)) {
-        const std::size_t words = at + insert_front.size ();
-        const std::size_t end = source->find (comment_end, words);
+        const std::size_t name = at + insert_front.size ();
+        const std::size_t end = source->find (comment_end, name);
         if (end == std::string::npos) break;
         const auto content =
-            inserted (image, std::string_view (*source).substr (words, end - words), depth);
+            inserted (image, std::string_view (*source).substr (name, end - name), depth);
         if (!content) return std::nullopt;
         result.append (*source, done, at - done);
         result += *content;

@@ -19,11 +19,9 @@ struct ComposedImage {
 
 /// Composes `<name>.svg` of the folder `assets`.
 ///
-/// A comment "insert FILE" in it stands for the content of another file of that folder, without its
-/// outermost element: an .svg, which may insert others in turn, or a .net, whose network is painted
-/// as the program paints it. The word "aligned" behind a .net lays its nodes out by the automatic
-/// alignment first. What is inserted keeps its own coordinates; a <g transform> around the comment
-/// moves it.
+/// A comment "insert FILE" in it stands for the content of another .svg of that folder, which may
+/// insert others in turn, without its outermost element. What is inserted keeps its own coordinates;
+/// a <g transform> around the comment moves it.
 ///
 /// palette  colours of the SVG sources; null: they may have any, and stay as they are when `dark`
 /// Nothing when a file cannot be read, has no size, has a colour that is not in the palette, or

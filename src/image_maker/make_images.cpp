@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <map>
 #include <mutex>
 #include <sstream>
 #include <thread>
@@ -23,8 +24,9 @@ namespace fs = std::filesystem;
 struct Job {
     ImageName image;
     ComposedImage light;
-    ComposedImage dark; // as `light` where nothing differs
-    std::string key;    // all that the rendering depends on; stands beside it once it is done
+    ComposedImage dark;                          // as `light` where nothing differs
+    std::map<std::string, std::string> pictures; // of one that is taken: its files and their bytes
+    std::string key; // all that the rendering depends on; stands beside it once it is done
 };
 
 /// The scales at which an image is rendered. An icon has a source or a name for each of its sizes.
@@ -70,6 +72,23 @@ bool compose_icon (const fs::path& assets, Job& job, std::string& error) {
     return true;
 }
 
+/// Reads the files of an image that is taken from the screen, at all scales on both grounds.
+bool read_pictures (const fs::path& folder, Job& job, std::string& error) {
+    for (const bool dark : {false, true}) {
+        for (const int scale : scales_of (job.image)) {
+            const std::string name = png_name (job.image, scale, dark);
+            std::optional<std::string> bytes = read_file (folder / name);
+            if (!bytes) {
+                error = (folder / name).string () + ": cannot be read";
+                return false;
+            }
+            job.key += format_text ("%s %zu\n", name.c_str (), bytes->size ()) + *bytes;
+            job.pictures.emplace (name, std::move (*bytes));
+        }
+    }
+    return true;
+}
+
 bool compose_both (const fs::path& assets, const Palette& palette, Job& job, std::string& error) {
     if (job.image.folder == "icon") return compose_icon (assets, job, error);
     const std::string name = job.image.folder + "/" + job.image.name;
@@ -78,6 +97,19 @@ bool compose_both (const fs::path& assets, const Palette& palette, Job& job, std
         if (!image) return false;
         (dark ? job.dark : job.light) = *image;
     }
+    return true;
+}
+
+/// Takes in all that an image is made of, and its key.
+bool read_sources (const fs::path& assets, const Palette& palette, const std::string& renderer,
+                   Job& job, std::string& error) {
+    const fs::path folder = assets / job.image.folder;
+    if (fs::exists (folder / png_name (job.image, 1, false))) {
+        return read_pictures (folder, job, error);
+    }
+    if (!compose_both (assets, palette, job, error)) return false;
+    job.key = format_text ("%s %d %d\n", renderer.c_str (), job.light.width, job.light.height) +
+              job.light.svg + job.dark.svg;
     return true;
 }
 
@@ -124,6 +156,32 @@ void use_light_as_dark (const fs::path& folder, const Job& job, std::string& arr
     }
 }
 
+/// The arrays of an image that is taken; where both grounds look alike, the light ones are the dark
+/// ones too.
+std::string picture_arrays (const Job& job) {
+    std::string arrays;
+    for (const int scale : scales_of (job.image)) {
+        const std::string light_array = array_name (job.image, scale, false);
+        const std::string dark_array = array_name (job.image, scale, true);
+        const std::string& light = job.pictures.at (png_name (job.image, scale, false));
+        const std::string& dark = job.pictures.at (png_name (job.image, scale, true));
+        arrays += array_text (light_array, light);
+        arrays +=
+            light == dark ? alias_text (dark_array, light_array) : array_text (dark_array, dark);
+    }
+    return arrays;
+}
+
+bool render_both (const std::string& renderer, const fs::path& folder, const Job& job,
+                  std::string& arrays, std::string& error) {
+    if (!render_text (renderer, folder, job, false, arrays, error)) return false;
+    if (job.light.svg != job.dark.svg) {
+        return render_text (renderer, folder, job, true, arrays, error);
+    }
+    use_light_as_dark (folder, job, arrays);
+    return true;
+}
+
 bool render_job (const std::string& renderer, const fs::path& target, const Job& job,
                  std::string& error) {
     const fs::path folder = target / job.image.folder;
@@ -132,10 +190,9 @@ bool render_job (const std::string& renderer, const fs::path& target, const Job&
     std::error_code ignored;
     fs::remove (key, ignored);
     std::string arrays;
-    if (!render_text (renderer, folder, job, false, arrays, error)) return false;
-    if (job.light.svg == job.dark.svg) {
-        use_light_as_dark (folder, job, arrays);
-    } else if (!render_text (renderer, folder, job, true, arrays, error)) {
+    if (!job.pictures.empty ()) {
+        arrays = picture_arrays (job);
+    } else if (!render_both (renderer, folder, job, arrays, error)) {
         return false;
     }
     return write_if_other (folder / (job.image.name + ".inc"), arrays, error) &&
@@ -203,9 +260,7 @@ bool make_images (const fs::path& assets, const fs::path& target, const std::str
         fs::create_directories (target / image.folder, ignored);
         Job job;
         job.image = image;
-        if (!compose_both (assets, *palette, job, error)) return false;
-        job.key = format_text ("%s %d %d\n", renderer.c_str (), job.light.width, job.light.height) +
-                  job.light.svg + job.dark.svg;
+        if (!read_sources (assets, *palette, renderer, job, error)) return false;
         const fs::path made = target / image.folder / image.name;
         const bool is_made =
             fs::exists (made.string () + ".inc") && read_file (made.string () + ".key") == job.key;

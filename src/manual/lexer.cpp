@@ -131,7 +131,7 @@ Token Lexer::tag () {
     in_tag_ = true;
     value_follows_ = false;
     const TokenId id = token_of_name (name);
-    if (id == token_none) return {token_unknown, name};
+    if (id == token_none) return {token_unknown, closing ? "/" + name : name};
     return {closing ? -id : id, ""};
 }
 

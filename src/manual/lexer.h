@@ -50,7 +50,7 @@ enum TokenId : int {
     token_quoted,       // a value in quotes
     token_blank,        // white space between words
     token_line_end,     // of a line of "pre"
-    token_unknown,      // a tag or an attribute of another name
+    token_unknown,      // a tag or an attribute of another name; a closing tag's begins with "/"
     token_end_of_tag,   // ">"
     token_end_of_source // from then on, for ever
 };
@@ -60,7 +60,7 @@ TokenId token_of_name (std::string_view name);
 
 struct Token {
     int id = token_none;
-    std::string text; // of words, values and blanks, entities decoded
+    std::string text; // of words, values and blanks, entities decoded; of unknown names
 
     bool operator== (const Token&) const = default;
 };

@@ -5,6 +5,7 @@
 #include "base/platform.h"
 #include "base/report.h"
 #include "manual/manual_images.h"
+#include "manual/saved_page.h"
 
 #include <utility>
 
@@ -30,7 +31,7 @@ ShowResult show_manual (Manual& manual, HTML* widget, const std::filesystem::pat
     if (widget != nullptr && widget->source () != manual.text ()) widget->value (manual.text ());
     if (file == nullptr) return ShowResult::show;
     std::string error;
-    if (write_file (*file, manual.text (), error)) return ShowResult::saved;
+    if (write_file (*file, saved_page (manual.text ()), error)) return ShowResult::saved;
     report_message ("Cannot save the user manual to '%s'\n", file->c_str ());
     return ShowResult::failed;
 }
@@ -47,7 +48,7 @@ bool write_manual_folder (std::span<const ResourceImage> images,
         const std::string_view bytes (reinterpret_cast<const char*> (image.data), image.size);
         if (!write_file (folder / image.name, bytes, error)) return false;
     }
-    return write_file (folder / suggested_manual_name, generate_manual ({}), error);
+    return write_file (folder / suggested_manual_name, saved_page (generate_manual ({})), error);
 }
 
 } // namespace ostrand::manual

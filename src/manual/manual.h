@@ -45,8 +45,8 @@ enum class ShowResult {
     failed // it is not, and the user knows
 };
 
-/// Makes the text when needed and gives it to the viewer when that shows another; then writes it to
-/// `file`, or asks for the window.
+/// Makes the text when needed and gives it to the viewer when that shows another; then writes the
+/// page for browsers to `file`, or asks for the window.
 /// widget  null while there is no window
 /// file    null to show the manual
 ShowResult show_manual (Manual& manual, HTML* widget, const std::filesystem::path* file, bool dark,

@@ -11,27 +11,39 @@
 namespace ostrand::manual {
 namespace {
 
-constexpr std::array<std::string_view, 19> names{
-    "Trivex.png",
-    "align-after.png",
-    "align-before.png",
-    "banner.png",
-    "duplicate.png",
-    "file-selection-box.png",
-    "fog.png",
-    "formula-box.png",
-    "calyx-window.png",
-    "keyboard-commands.png",
-    "menu-type.png",
-    "menubar.png",
-    "mouse-commands.png",
-    "mouse-help.png",
-    "mouse-keyboard.png",
-    "merivale.png",
-    "rubber-band-selection.png",
-    "ostrand.png",
-    "swap.png",
+struct ImageRow {
+    std::string_view name;
+    std::string_view description; // what is to be seen, for those who do not see it
 };
+
+constexpr std::array<ImageRow, 19> rows{{
+    {"Trivex.png", "The curve viewer: amounts over time, a plane for each amount of glucose"},
+    {"align-after.png", "The same molecules in straight lines"},
+    {"align-before.png", "Molecules that stand nearly in line"},
+    {"banner.png", "Ostrand, a workbench for biochemical networks"},
+    {"duplicate.png", "A reaction, and its selected copy beside it"},
+    {"file-selection-box.png", "A line that asks for a file, with the list of names under it"},
+    {"fog.png", "A network of which a part is dimmed"},
+    {"formula-box.png", "The formula window: output, formula, inputs and signs"},
+    {"calyx-window.png", "The window of Ostrand with the reaction of hexokinase"},
+    {"keyboard-commands.png", "The cursor in a subscript of a name"},
+    {"menu-type.png", "The menu of a molecule, with the kinds that it may have"},
+    {"menubar.png", "The menu bar and the tool bar"},
+    {"mouse-commands.png", "The menu of the arc between an enzyme and its reaction"},
+    {"mouse-help.png", "The mouse help: what each button does at the pointer's place"},
+    {"mouse-keyboard.png",
+     "The mouse help while Ctrl and Mouse-1 are held: their row and column are marked"},
+    {"merivale.png", "A tab with the network that computes the formula: GPI, PFK1 and ALDOA"},
+    {"rubber-band-selection.png", "A frame that is drawn around molecules, which are selected"},
+    {"ostrand.png", "The sign of Ostrand"},
+    {"swap.png", "A reaction, and the same with its two substrates exchanged"},
+}};
+
+constexpr std::array<std::string_view, rows.size ()> names = [] {
+    std::array<std::string_view, rows.size ()> all;
+    std::ranges::transform (rows, all.begin (), &ImageRow::name);
+    return all;
+}();
 
 struct CloseFile {
     void operator() (std::FILE* file) const { std::fclose (file); }
@@ -72,6 +84,11 @@ std::string_view image_name (std::string_view source) {
     std::size_t separator = source.rfind ('\\');
     if (separator == std::string_view::npos) separator = source.rfind ('/');
     return separator == std::string_view::npos ? source : source.substr (separator + 1);
+}
+
+std::string_view image_description (std::string_view source) {
+    const auto* const row = std::ranges::find (rows, image_name (source), &ImageRow::name);
+    return row == rows.end () ? std::string_view () : row->description;
 }
 
 ImageBox find_image (std::span<const ResourceImage> images, std::string_view source) {

@@ -16,6 +16,10 @@ std::span<const std::string_view> manual_image_names ();
 /// The last part of an "img"'s source: behind the last "\", failing that behind the last "/".
 std::string_view image_name (std::string_view source);
 
+/// What is to be seen on the picture that an "img" names, in words; empty for a name that is not in
+/// the table.
+std::string_view image_description (std::string_view source);
+
 /// The picture that an "img" names, with its size as its PNG head tells it. A name that is not in
 /// the table gives the first picture with size 0.
 ImageBox find_image (std::span<const ResourceImage> images, std::string_view source);

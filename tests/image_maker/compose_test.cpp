@@ -1,7 +1,6 @@
-// Images composed of others and of painted networks.
+// Images composed of others.
 #include "image_maker/compose.h"
 
-#include "document/document_state.h"
 #include "support/support.h"
 
 #include <gmock/gmock.h>
@@ -12,13 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using ::testing::HasSubstr;
-using ::testing::Not;
 using testing::TemporaryFolder;
-
-const std::string one_node = "# Lattrix: 1.2\n"
-                             "[N1 2 2 10 10\n"
-                             "[S1 0 60 30 0 3 13{<67F><0C>ATP}-]\n"
-                             "]\n";
 
 /// A folder of sources with a palette of two colours.
 class Compose : public ::testing::Test {
@@ -33,7 +26,7 @@ class Compose : public ::testing::Test {
         return compose_image (folder_.path (), name, dark, &*palette, error_);
     }
     void write (const std::string& name, const std::string& content) {
-        const bool whole = content.starts_with ("<svg") || !name.ends_with (".svg");
+        const bool whole = content.starts_with ("<svg");
         folder_.write (name,
                        whole ? content : "<svg width=\"30\" height=\"20\">" + content + "</svg>\n");
     }
@@ -77,54 +70,12 @@ TEST_F (Compose, colors_of_all_parts_become_dark) {
     EXPECT_THAT (image->svg, HasSubstr ("<a fill=\"#eeeeee\"/><b fill=\"#000000\"/>"));
 }
 
-TEST_F (Compose, a_network_is_painted_as_the_program_paints_it) {
-    write ("manual/n.net", one_node);
-    write ("manual/a.svg", "<!-- insert manual/n.net -->");
-    const auto light = compose ("manual/a");
-    const auto dark = compose ("manual/a", true);
-    ASSERT_TRUE (light && dark) << error_;
-    EXPECT_THAT (light->svg, HasSubstr ("<ellipse"));
-    EXPECT_THAT (light->svg, HasSubstr ("\nATP\n"));
-    EXPECT_THAT (light->svg, HasSubstr ("#ffff00"));
-    EXPECT_THAT (dark->svg, HasSubstr ("\nATP\n"));
-    EXPECT_THAT (dark->svg, Not (HasSubstr ("#ffff00")));
-    EXPECT_THAT (light->svg, Not (HasSubstr ("<?xml")));
-}
-
-TEST_F (Compose, the_switch_of_dark_painting_is_put_back) {
-    write ("manual/n.net", one_node);
-    write ("manual/a.svg", "<!-- insert manual/n.net -->");
-    ASSERT_TRUE (compose ("manual/a", true));
-    EXPECT_FALSE (document::document_state ().dark_mode);
-}
-
-TEST_F (Compose, an_aligned_network_has_its_nodes_in_other_places) {
-    const std::string net = testing::source_file ("assets/manual/sources/align.net");
-    write ("manual/n.net", net);
-    write ("manual/a.svg", "<!-- insert manual/n.net -->");
-    write ("manual/b.svg", "<!-- insert manual/n.net aligned -->");
-    const auto as_it_is = compose ("manual/a");
-    const auto aligned = compose ("manual/b");
-    ASSERT_TRUE (as_it_is && aligned) << error_;
-    EXPECT_NE (as_it_is->svg, aligned->svg);
-}
-
 TEST_F (Compose, a_file_that_is_not_there_is_told) {
     EXPECT_FALSE (compose ("manual/a"));
     EXPECT_THAT (error_, HasSubstr ("manual/a.svg: cannot be read"));
     write ("manual/a.svg", "<!-- insert parts/b.svg -->");
     EXPECT_FALSE (compose ("manual/a"));
     EXPECT_THAT (error_, HasSubstr ("parts/b.svg: cannot be read"));
-    write ("manual/a.svg", "<!-- insert manual/n.net -->");
-    EXPECT_FALSE (compose ("manual/a"));
-    EXPECT_THAT (error_, HasSubstr ("manual/n.net: cannot be read"));
-}
-
-TEST_F (Compose, a_fault_in_a_network_is_told) {
-    write ("manual/n.net", "# Lattrix: 1.2\n[N2 2 2 10 10\n[S1 0 60 30 0 3 13{x}-]\n]\n");
-    write ("manual/a.svg", "<!-- insert manual/n.net -->");
-    EXPECT_FALSE (compose ("manual/a"));
-    EXPECT_THAT (error_, HasSubstr ("Wrong number of nodes"));
 }
 
 TEST_F (Compose, a_color_outside_the_palette_is_told_with_its_file) {
@@ -146,17 +97,6 @@ TEST_F (Compose, an_image_that_inserts_itself_is_told) {
     write ("manual/a.svg", "<!-- insert parts/b.svg -->");
     EXPECT_FALSE (compose ("manual/a"));
     EXPECT_THAT (error_, HasSubstr ("inserts itself"));
-}
-
-TEST_F (Compose, a_word_that_is_not_known_is_told) {
-    write ("manual/n.net", one_node);
-    write ("manual/a.svg", "<!-- insert manual/n.net straight -->");
-    EXPECT_FALSE (compose ("manual/a"));
-    EXPECT_THAT (error_, HasSubstr ("straight"));
-    write ("parts/b.svg", "<b/>");
-    write ("manual/a.svg", "<!-- insert parts/b.svg aligned -->");
-    EXPECT_FALSE (compose ("manual/a"));
-    EXPECT_THAT (error_, HasSubstr ("aligned"));
 }
 
 TEST_F (Compose, an_image_without_a_size_is_told) {

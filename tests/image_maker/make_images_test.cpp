@@ -185,6 +185,25 @@ TEST_F (MakeImages, a_list_of_another_form_is_told) {
     EXPECT_THAT (error_, HasSubstr ("cannot be read"));
 }
 
+TEST_F (MakeImages, an_image_that_was_taken_is_embedded_as_it_is) {
+    fs::remove (assets_ / "manual/page.svg");
+    for (const char* file : {"page.png", "page@2x.png", "page-dark.png"})
+        assets_.write (std::string ("manual/") + file, std::string ("\x89PNG ") + file);
+    EXPECT_FALSE (make ());
+    EXPECT_THAT (error_, HasSubstr ("page-dark@2x.png: cannot be read"));
+    // This one looks as on a light ground.
+    assets_.write ("manual/page-dark@2x.png", "\x89PNG page@2x.png");
+    ASSERT_TRUE (make ()) << error_;
+    const std::string arrays = made ("manual/page.inc");
+    EXPECT_THAT (arrays, HasSubstr (array_text ("manual_page_1x", "\x89PNG page.png")));
+    EXPECT_THAT (arrays, HasSubstr (array_text ("manual_page_2x", "\x89PNG page@2x.png")));
+    EXPECT_THAT (arrays, HasSubstr (array_text ("manual_page_dark_1x", "\x89PNG page-dark.png")));
+    EXPECT_THAT (arrays, HasSubstr (alias_text ("manual_page_dark_2x", "manual_page_2x")));
+    assets_.write ("manual/page.png", "\x89PNG another");
+    ASSERT_TRUE (make ()) << error_;
+    EXPECT_EQ (rendered_, 1);
+}
+
 TEST (embed, bytes_become_a_literal_that_holds_all_of_them) {
     const std::string bytes ("\x89PNG\0\"\\\n\xff", 9);
     const std::string text = array_text ("a", bytes);

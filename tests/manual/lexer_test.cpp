@@ -76,6 +76,7 @@ TEST (lexer, unknown_tags_and_attributes_are_told_by_name) {
     EXPECT_THAT (tokens ("<u link=#0>"),
                  ElementsAre (Token (token_unknown, "u"), Token (token_unknown, "link"),
                               word ("#0"), tag_end));
+    EXPECT_THAT (tokens ("</u>"), ElementsAre (Token (token_unknown, "/u"), tag_end));
 }
 
 TEST (lexer, entities_are_decoded_and_a_hard_blank_stays_in_its_word) {
