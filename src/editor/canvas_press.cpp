@@ -197,9 +197,9 @@ void Canvas::click_select (const Press& press) {
 }
 
 void Canvas::ctrl_click_toggle (const Press& press) {
-    mode = Mode::selection;
     GraphBase& object = *press.object;
-    if (!object.is_selectable ()) return;
+    if (!object.is_selectable ()) return; // and a text that is edited stays so
+    mode = Mode::selection;
     if (selection.contains (object)) {
         selection.remove (object);
         tell_selection_count ();

@@ -201,6 +201,17 @@ TEST (press, a_move_after_an_object_was_taken_out_is_told_the_selection_first) {
     EXPECT_EQ (b.undo_and_redo (), "");
 }
 
+TEST (press, ctrl_mouse_1_on_what_cannot_be_selected_leaves_an_edited_text_alone) {
+    Rich b;
+    b.glc ().set_selectable (false);
+    b.click (b.on_letter (b.node ("G"), 0));
+    ASSERT_EQ (b.canvas ().mode, Mode::text);
+    b.click (b.on (b.glc (), test::ctrl));
+    EXPECT_EQ (b.canvas ().mode, Mode::text);
+    b.type ("x");
+    EXPECT_EQ (b.node ("xG").name (), "xG");
+}
+
 TEST (press, ctrl_shift_mouse_1_marks_the_species_of_several_concentrations) {
     Rich b;
     b.click (b.on (b.node ("G"), test::ctrl_shift));
