@@ -87,6 +87,7 @@ void fuse_selected (Canvas& canvas, Node& target, Node& dragged) {
 }
 
 bool move_label (Arque& arc, Line& text, float x, float y) {
+    if (text.is_empty ()) return false; // no file holds the place of a text without letters
     const bool near_source = &text == arc.label () || &text == arc.stoech_src ();
     const document::Point place =
         near_source ? arc.geometry ().label_pos : arc.geometry ().residu_pos;

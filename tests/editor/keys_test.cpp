@@ -1,6 +1,9 @@
 // Keys on a canvas: of the view, of texts, of fields, of the selection, behind prefixes.
 #include "rich_bench.h"
 
+#include "document/markup.h"
+#include "editor/edit_reactants.h"
+
 #include <gtest/gtest.h>
 
 namespace ostrand::editor {
@@ -299,6 +302,14 @@ TEST (keys, a_moved_text_that_is_emptied_leaves_the_others_in_the_record) {
     EXPECT_EQ (b.records ().back (), "labels 3 {}(20 3){yz}{}{}");
     EXPECT_EQ (b.undo_and_redo (), "");
     EXPECT_NE (b.arc ("a").residu (), nullptr);
+}
+
+TEST (keys, a_field_without_letters_is_not_moved) {
+    Rich b;
+    auto& arc = *static_cast<document::Arque*> (b.over_field ().find_object ());
+    arc.take_label (document::line_from_markup ("", document::start_font, 0));
+    EXPECT_FALSE (move_label (arc, *arc.label_line (), 12, 30));
+    EXPECT_EQ (arc.label ()->x (), 0);
 }
 
 TEST (keys, delete_takes_the_field_under_the_pointer_away) {
