@@ -58,20 +58,24 @@ inline Compared convert (const std::string& xml, int seconds) {
     return out;
 }
 
-/// Converts a model, lets the deterministic engine run it, and gives what it ends with.
-inline Compared simulate (const std::string& xml, const std::vector<std::string>& species,
-                          int seconds) {
+/// Lets the deterministic engine run a converted model and adds what it ends with.
+inline Compared run (Compared converted, const std::vector<std::string>& species) {
     const TemporaryFolder folder;
-    Compared out = convert (xml, seconds);
     std::string display = "display (";
     for (std::size_t i = 0; i < species.size (); ++i) {
         display += (i > 0 ? ", \"" : "\"") + species[i] + "\"";
     }
-    folder.write ("m.ssa", out.model + display + ");\n");
-    const auto run = run_program ({"ostrand", "-a", "m.ssa", "-d", "-o", "m.gz"}, folder.path ());
-    EXPECT_EQ (run.status, 0) << run.error << out.model;
-    out.simulated = last_counts (unzipped_file (folder / "m.gz"));
-    return out;
+    folder.write ("m.ssa", converted.model + display + ");\n");
+    const auto ran = run_program ({"ostrand", "-a", "m.ssa", "-d", "-o", "m.gz"}, folder.path ());
+    EXPECT_EQ (ran.status, 0) << ran.error << converted.model;
+    converted.simulated = last_counts (unzipped_file (folder / "m.gz"));
+    return converted;
+}
+
+/// Both.
+inline Compared simulate (const std::string& xml, const std::vector<std::string>& species,
+                          int seconds) {
+    return run (convert (xml, seconds), species);
 }
 
 } // namespace ostrand::testing
