@@ -104,8 +104,9 @@ TEST (Arrange, a_tangle_of_compartments_has_nothing_on_anything) {
 TEST (Settle, a_crowd_is_spread) {
     Drawing drawing;
     for (int i = 0; i < 400; ++i) {
+        const int row = i / 20;
         DrawnNode node;
-        node.at = {10.0 * (i % 20), 6.0 * (i / 20)};
+        node.at = {10.0 * (i % 20), 6.0 * row};
         node.half_width = 22;
         node.half_height = 12;
         drawing.nodes.push_back (node);
