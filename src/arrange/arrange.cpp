@@ -41,7 +41,7 @@ Layout arrange (const Graph& graph, const Options& options) {
             drafts.push_back ({std::move (part.drawing), {}});
             continue;
         }
-        drafts.push_back (make_draft (std::move (part.drawing), effort));
+        drafts.push_back (make_draft (part.drawing, effort));
         if (!options.copies) continue;
         Drawing& drawing = drafts.back ().drawing;
         for (const int l : links_to_split (drafts.back ())) {

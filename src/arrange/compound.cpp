@@ -150,12 +150,10 @@ class Compound {
     }
 
     /// Untangles; everything is as it was when that makes nothing better.
-    bool improve_if_better (double gap, double heat, double share) {
+    void improve_if_better (double gap, double heat, double share) {
         const State before = state ();
         const double cost = cost_of_all ();
-        if (untangle (gap, heat, share) && cost_of_all () < cost) return true;
-        bring_back (before);
-        return false;
+        if (!untangle (gap, heat, share) || cost_of_all () >= cost) bring_back (before);
     }
 
     /// Boxes that have become smaller come nearer to each other, as long as that is better.

@@ -51,7 +51,7 @@ Box walls_of (const Drawing& drawing, double fill) {
 
 } // namespace
 
-Draft make_draft (Drawing drawing, double effort) {
+Draft make_draft (const Drawing& drawing, double effort) {
     const auto flows = acyclic_reactions (drawing);
     Draft best;
     double best_cost = 0;
