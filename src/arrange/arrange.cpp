@@ -14,7 +14,17 @@
 namespace ostrand::arrange {
 namespace {
 
+constexpr double first_share = 0.5; // of the work, for parts that are moved against each other
+
 std::size_t at (int i) { return static_cast<std::size_t> (i); }
+
+/// Some arcs lead from one part to another.
+bool is_apart (const Drawing& whole, const std::vector<Part>& parts) {
+    std::size_t inside = 0;
+    for (const Part& part : parts)
+        inside += part.drawing.reactions.size () + part.drawing.links.size ();
+    return inside < whole.reactions.size () + whole.links.size ();
+}
 
 } // namespace
 
@@ -22,13 +32,16 @@ Layout arrange (const Graph& graph, const Options& options) {
     Sketch sketch = make_sketch (graph, options.copies);
     sketch.drawing.set_ideal_lengths ();
     std::vector<Part> parts = connected_parts (sketch.drawing);
+    // Nodes move once more where arcs lead from one part to another.
+    const double effort =
+        is_apart (sketch.drawing, parts) ? first_share * options.effort : options.effort;
     std::vector<Draft> drafts;
     for (Part& part : parts) {
         if (part.drawing.reactions.empty ()) {
             drafts.push_back ({std::move (part.drawing), {}});
             continue;
         }
-        drafts.push_back (make_draft (std::move (part.drawing), options.effort));
+        drafts.push_back (make_draft (part.drawing, effort));
         if (!options.copies) continue;
         Drawing& drawing = drafts.back ().drawing;
         for (const int l : links_to_split (drafts.back ())) {
@@ -51,7 +64,7 @@ Layout arrange (const Graph& graph, const Options& options) {
             drawing.nodes[n].half_width = sketch.drawing.nodes[at (parts[p].nodes[n])].half_width;
             drawing.nodes[n].half_height = sketch.drawing.nodes[at (parts[p].nodes[n])].half_height;
         }
-        if (!drawing.reactions.empty ()) finish_draft (drafts[p], options.effort);
+        if (!drawing.reactions.empty ()) finish_draft (drafts[p], effort);
         settle (drawing);
     }
     const std::vector<Box> boxes = place_parts (graph, sketch, parts, drafts, options);

@@ -145,10 +145,10 @@ class PartArranger {
             if (r >= 0 && number[at (l.node)] >= 0)
                 chosen.links.push_back ({number[at (l.node)], r, l.end});
         }
-        for (Part& part : connected_parts (chosen)) {
+        for (const Part& part : connected_parts (chosen)) {
             if (part.drawing.reactions.empty ()) continue;
             const Point before = middle_of (part.drawing);
-            Draft draft = make_draft (std::move (part.drawing), effort_);
+            Draft draft = make_draft (part.drawing, effort_);
             if (draft.drawing.nodes.empty ()) continue;
             finish_draft (draft, effort_);
             settle (draft.drawing);

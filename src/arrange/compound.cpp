@@ -2,6 +2,7 @@
 #include "arrange/compound.h"
 
 #include "arrange/arc_place.h"
+#include "arrange/blocks.h"
 #include "arrange/pack.h"
 #include "arrange/search.h"
 #include "arrange/settle.h"
@@ -11,6 +12,7 @@
 #include <cmath>
 #include <numbers>
 #include <numeric>
+#include <optional>
 
 namespace ostrand::arrange {
 namespace {
@@ -68,25 +70,11 @@ class Compound {
         place_inside (-1, arcs_cross ? first_gap : narrow_gap);
         measure_boxes ();
         if (!arcs_cross) return boxes_;
-        // Arcs between compartments want room between boxes and in them: the least that does.
         double gap = first_gap;
-        bool clear = untangle (gap, hot);
-        for (int tries = 1; !clear && tries < most_tries; ++tries) {
-            gap *= gap_growth;
-            place_inside (-1, gap);
-            measure_boxes ();
-            clear = untangle (gap, hot);
-        }
-        if (clear) tighten ();
-        const double cost = clear ? cost_of_all () : 1e300;
-        const State first = state ();
-        // All in layers is another beginning, which thinks of those arcs first.
-        if (start_in_layers () && untangle (first_gap, warm)) {
+        if (best_beginning (gap)) {
+            improve_if_better (gap, warm, 1);
             tighten ();
-            if (cost_of_all () < cost) return boxes_;
-        }
-        bring_back (first);
-        if (!clear) {
+        } else {
             // The last resort: everything spreads, and boxes may touch.
             settle (sketch_.drawing);
             measure_boxes ();
@@ -99,16 +87,25 @@ class Compound {
     static constexpr double first_gap = 48;  // between boxes that arcs with squares join
     static constexpr double gap_growth = 1.7;
     static constexpr int most_tries = 8;
-    static constexpr double good_sides = 2;        // longer side / shorter one of a page
-    static constexpr double long_page_cost = 2000; // for each more
-    static constexpr double padding = 18;          // inside a box
-    static constexpr double shadow = 6;            // of a node, right of and below it
+    static constexpr double good_sides = 2; // longer side / shorter one of a page
+    static constexpr double most_sides = 2.8;
+    static constexpr double long_page_cost = 60;       // for each element and each more
+    static constexpr double too_long_page_cost = 2000; // likewise beyond the most
+    static constexpr double padding = 18;              // inside a box
+    static constexpr double shadow = 6;                // of a node, right of and below it
     static constexpr double empty_page_cost = 400; // for each element, of a page that is all empty
     static constexpr double hot = 600;             // heats of untangling
     static constexpr double warm = 200;
     static constexpr double cool = 60;
+    static constexpr double begin_share = 0.4;   // of the work, for each beginning
+    static constexpr double tighten_share = 0.5; // and for each round that draws boxes tighter
+    static constexpr double tighten_crowds = 0.1;
+    static constexpr double tighten_walls = 0.5; // of the sides of the page: nodes go to its middle
     static constexpr int most_rounds = 2;
-    static constexpr double work_of_element = 40000; // of untangling, at effort 1
+    static constexpr double work_of_element = 20000; // of untangling, at effort 1
+    // Less than all work for each of many elements, and more for each of few.
+    static constexpr double few_elements = 150;
+    static constexpr double many_elements = 700;
 
     struct State {
         std::vector<DrawnNode> nodes;
@@ -120,40 +117,84 @@ class Compound {
         boxes_ = state.boxes;
     }
 
+    /// Several beginnings are tried a little: boxes packed, boxes where their arcs are short, and
+    /// all in layers. False, with `gap` as large as it was tried, when nothing found room.
+    bool best_beginning (double& gap) {
+        std::vector<State> begins{state ()};
+        join (gap, true);
+        begins.push_back (state ());
+        if (start_in_layers ()) begins.push_back (state ());
+        std::optional<State> best;
+        double best_cost = 0;
+        for (const State& begin : begins) {
+            bring_back (begin);
+            if (!untangle (gap, hot, begin_share)) continue;
+            const double cost = cost_of_all ();
+            if (best && cost >= best_cost) continue;
+            best = state ();
+            best_cost = cost;
+        }
+        if (best) {
+            bring_back (*best);
+            return true;
+        }
+        // Arcs between compartments want room between boxes and in them: the least that does.
+        for (int tries = 1; tries < most_tries; ++tries) {
+            gap *= gap_growth;
+            place_inside (-1, gap);
+            measure_boxes ();
+            join (gap, true);
+            if (untangle (gap, hot, 1)) return true;
+        }
+        return false;
+    }
+
+    /// Untangles; everything is as it was when that makes nothing better.
+    void improve_if_better (double gap, double heat, double share) {
+        const State before = state ();
+        const double cost = cost_of_all ();
+        if (!untangle (gap, heat, share) || cost_of_all () >= cost) bring_back (before);
+    }
+
     /// Boxes that have become smaller come nearer to each other, as long as that is better.
     void tighten () {
         for (int round = 0; round < most_rounds; ++round) {
             const State before = state ();
             const double cost = cost_of_all ();
             squeeze (first_gap);
-            if (untangle (first_gap, cool) && cost_of_all () < cost) continue;
+            join (first_gap, false);
+            if (untangle (first_gap, cool, tighten_share) && cost_of_all () < cost) continue;
             bring_back (before);
             return;
         }
     }
 
     /// Arcs between compartments, which the parts were laid out without, count now: nodes move in
-    /// their boxes, and a little beyond, until those are short and cross little. Then the boxes are
-    /// drawn tight. False, with everything as it was, when nodes or squares are still in each
-    /// other's way.
-    bool untangle (double gap, double heat) {
+    /// their boxes, and a little beyond, until those are short and cross little. When it is cool
+    /// they also go to the middle of the page. Then the boxes are drawn tight. False, with
+    /// everything as it was, when nodes or squares are still in each other's way.
+    bool untangle (double gap, double heat, double share) {
         Drawing& all = sketch_.drawing;
         const State before = state ();
         Wishes wishes;
         const double more = (gap - narrow_gap) / 2;
         wishes.rooms = rooms (more);
-        wishes.walls = page_box ();
+        const bool crowds = heat <= cool;
+        wishes.walls = middle_of_page (crowds ? tighten_walls : 1);
         wishes.flow_weight = 0;
         wishes.flows.assign (all.reactions.size (), 0);
         wishes.clarity = 2;
         {
             Field field (all, wishes);
             Random random (97531);
-            const double elements =
+            const auto elements =
                 static_cast<double> (all.nodes.size () + all.reactions.size () + all.links.size ());
-            const double work = options_.effort * work_of_element * elements;
+            const double work = share * options_.effort * work_of_element *
+                                std::clamp (elements, few_elements, many_elements);
             search (all, field, wishes,
-                    {static_cast<std::uint64_t> (work), heat, 0.5, heat / 2 + 60, 8, 0}, random);
+                    {static_cast<std::uint64_t> (work), heat, 0.5, heat / 2 + 60, 8,
+                     crowds ? tighten_crowds : 0},
+                    random);
         }
         if (settle (all, wishes.rooms)) {
             measure_boxes (outlines (more));
@@ -183,19 +224,9 @@ class Compound {
         if (!boxes_are_apart ()) return false;
         fold_blocks ();
         squeeze (first_gap);
+        if (sides () > good_sides) join (first_gap, false);
         return boxes_are_apart ();
     }
-
-    struct Block {
-        Box box;
-        Point moved;
-        std::vector<int> nodes;
-
-        void move (double x, double y) {
-            box = {box.left + x, box.top + y, box.right + x, box.bottom + y};
-            moved = {moved.x + x, moved.y + y};
-        }
-    };
 
     /// Outermost boxes, and nodes in none.
     std::vector<Block> blocks () const {
@@ -213,19 +244,10 @@ class Compound {
             }
             list.push_back ({{own.at.x - own.half_width, own.at.y - own.half_height,
                               own.at.x + own.half_width, own.at.y + own.half_height},
-                             {},
                              {static_cast<int> (n)}});
         }
         std::erase_if (list, [] (const Block& b) { return b.nodes.empty (); });
         return list;
-    }
-
-    void move_blocks (const std::vector<Block>& list) {
-        for (const Block& block : list) {
-            for (const int n : block.nodes)
-                node (n).at = {node (n).at.x + block.moved.x, node (n).at.y + block.moved.y};
-        }
-        measure_boxes ();
     }
 
     /// A row of boxes that is much longer than wide becomes rows one below the other.
@@ -242,9 +264,21 @@ class Compound {
             // Every second row is reversed, so that neighbours stay neighbours.
             const double rest = middle - row * part;
             const double to = row % 2 == 0 ? rest : part - rest;
-            block.move (std::round (to - middle), row * std::ceil (page.height () + first_gap));
+            block.move (sketch_.drawing, std::round (to - middle),
+                        row * std::ceil (page.height () + first_gap));
         }
-        move_blocks (list);
+        measure_boxes ();
+    }
+
+    /// Outermost boxes come to the sides of each other where their arcs are short.
+    void join (double gap, bool afresh) {
+        const std::vector<DrawnNode>& nodes = sketch_.drawing.nodes;
+        if (std::any_of (nodes.begin (), nodes.end (),
+                         [] (const DrawnNode& n) { return n.compartment < 0; }))
+            return;
+        std::vector<Block> list = blocks ();
+        join_blocks (sketch_.drawing, list, gap, afresh);
+        measure_boxes ();
     }
 
     /// Outermost boxes, and nodes in none, go left and up until they keep `gap` from each other.
@@ -268,28 +302,27 @@ class Compound {
                     if (beside) place = std::max (place, end (other) + gap);
                 }
                 const double by = std::round (place - begin (box));
-                list[b].move (level ? by : 0, level ? 0 : by);
+                list[b].move (sketch_.drawing, level ? by : 0, level ? 0 : by);
             }
         }
-        move_blocks (list);
+        measure_boxes ();
     }
 
     /// What the whole drawing costs where it stands, and the page it needs.
     double cost_of_all () {
         Wishes wishes;
         wishes.wall_weight = 0;
-        wishes.clarity = 2;
+        wishes.clarity = 3;
         wishes.flows.assign (sketch_.drawing.reactions.size (), 0);
         const Box page = page_box ();
-        const double sides =
-            std::max (page.width () / page.height (), page.height () / page.width ());
         double area = 0;
         for (const DrawnNode& n : sketch_.drawing.nodes) area += 4 * n.half_width * n.half_height;
         const double empty = 1 - area / (page.width () * page.height ());
         const auto elements =
             static_cast<double> (sketch_.drawing.nodes.size () + sketch_.drawing.reactions.size ());
         return Field (sketch_.drawing, wishes).total () + empty_page_cost * elements * empty +
-               long_page_cost * std::max (0.0, sides - good_sides);
+               elements * (long_page_cost * std::max (0.0, sides () - good_sides) +
+                           too_long_page_cost * std::max (0.0, sides () - most_sides));
     }
 
     Rooms rooms (double more) const {
@@ -308,6 +341,20 @@ class Compound {
             list.push_back (room);
         }
         return Rooms (std::move (list));
+    }
+
+    /// Longer side of the page / shorter one.
+    double sides () const {
+        const Box page = page_box ();
+        return std::max (page.width () / page.height (), page.height () / page.width ());
+    }
+
+    /// The middle of the page, with `part` of its width and height.
+    Box middle_of_page (double part) const {
+        const Box page = page_box ();
+        const double x = (1 - part) / 2 * page.width ();
+        const double y = (1 - part) / 2 * page.height ();
+        return {page.left + x, page.top + y, page.right - x, page.bottom - y};
     }
 
     Box page_box () const {

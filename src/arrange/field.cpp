@@ -51,7 +51,8 @@ Field::Field (Drawing& drawing, const Wishes& wishes) : drawing_ (drawing), wish
     while ((width / cell_) * (height / cell_) > most) cell_ *= 1.5F;
     columns_ = std::max (1, static_cast<int> (width / cell_) + 1);
     rows_ = std::max (1, static_cast<int> (height / cell_) + 1);
-    cells_.resize (at (columns_) * at (rows_));
+    for (auto* const cells : {&solid_cells_, &line_cells_})
+        cells->resize (at (columns_) * at (rows_));
 
     for (std::size_t r = 0; r < drawing.reactions.size (); ++r)
         place_reaction (static_cast<int> (r));
@@ -177,12 +178,14 @@ void Field::cells_of (int element, float margin, Visit visit) const {
 
 void Field::insert (int element) {
     const Entry entry{boxes_[at (element)], element};
-    cells_of (element, 0, [&] (std::size_t cell) { cells_[cell].push_back (entry); });
+    Cells& cells = element < first_arc_ ? solid_cells_ : line_cells_;
+    cells_of (element, 0, [&] (std::size_t cell) { cells[cell].push_back (entry); });
 }
 
 void Field::remove (int element) {
+    Cells& cells = element < first_arc_ ? solid_cells_ : line_cells_;
     cells_of (element, 0, [&] (std::size_t cell) {
-        std::vector<Entry>& members = cells_[cell];
+        std::vector<Entry>& members = cells[cell];
         for (Entry& entry : members) {
             if (entry.element != element) continue;
             entry = members.back ();
@@ -197,6 +200,13 @@ void Field::remove (int element) {
 double Field::around (int element, double limit) {
     next_number (query_, seen_);
     seen_[at (element)] = query_;
+    // Nodes and squares first: they cost the most.
+    double sum = around (element, solid_cells_, limit);
+    if (sum < limit) sum += around (element, line_cells_, limit - sum);
+    return sum;
+}
+
+double Field::around (int element, const Cells& cells, double limit) {
     double sum = 0;
     const float reach = element < first_square_ ? node_reach
                         : element < first_arc_  ? square_reach
@@ -204,13 +214,21 @@ double Field::around (int element, double limit) {
     const SmallBox& own = boxes_[at (element)];
     const SmallBox near{own.left - reach, own.top - reach, own.right + reach, own.bottom + reach};
     cells_of (element, reach, [&] (std::size_t cell) {
-        work_ += cells_[cell].size ();
+        const std::vector<Entry>& entries = cells[cell];
+        work_ += entries.size ();
         if (sum >= limit) return;
-        for (const Entry& entry : cells_[cell]) {
-            if (entry.box.left > near.right || entry.box.right < near.left ||
-                entry.box.top > near.bottom || entry.box.bottom < near.top)
-                continue;
-            const int other = entry.element;
+        // Most are not near, and no processor guesses which are: found without a branch.
+        near_.resize (std::max (near_.size (), entries.size ()));
+        std::size_t found = 0;
+        for (const Entry& entry : entries) {
+            near_[found] = entry.element;
+            found += static_cast<std::size_t> (static_cast<int> (entry.box.left <= near.right) &
+                                               static_cast<int> (entry.box.right >= near.left) &
+                                               static_cast<int> (entry.box.top <= near.bottom) &
+                                               static_cast<int> (entry.box.bottom >= near.top));
+        }
+        for (std::size_t i = 0; i < found && sum < limit; ++i) {
+            const int other = near_[i];
             if (seen_[at (other)] == query_ || in_trial_[at (other)] == trial_) continue;
             seen_[at (other)] = query_;
             const double cost = pair (element, other);
@@ -238,7 +256,7 @@ void Field::nodes_in_the_way (int node, Point place, std::vector<int>& found) co
     };
     for (int y = row (place.y - h); y <= row (place.y + h); ++y) {
         for (int x = column (place.x - w); x <= column (place.x + w); ++x) {
-            for (const Entry& entry : cells_[at (y) * at (columns_) + at (x)]) {
+            for (const Entry& entry : solid_cells_[at (y) * at (columns_) + at (x)]) {
                 if (entry.element >= first_square_ || entry.element == node) continue;
                 const SmallBox& b = entry.box;
                 if (b.left < place.x + w && b.right > place.x - w && b.top < place.y + h &&

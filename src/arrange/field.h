@@ -82,6 +82,7 @@ class Field {
         SmallBox box;
         int element;
     };
+    using Cells = std::vector<std::vector<Entry>>;
     struct PairCost {
         int other;
         double cost;
@@ -122,6 +123,7 @@ class Field {
     void insert (int element);
     void remove (int element);
     double around (int element, double limit);
+    double around (int element, const Cells& cells, double limit);
     double alone (int element) const;
     double pair (int a, int b) const;
     double node_node (int a, int b) const;
@@ -145,12 +147,14 @@ class Field {
     std::vector<SmallBox> boxes_;              // element -> what it covers
     std::vector<double> alone_;                // element -> its own cost
     std::vector<std::vector<PairCost>> pairs_; // element -> others with which it costs something
-    std::vector<std::vector<Entry>> cells_;
-    float cell_ = 72;
+    Cells solid_cells_;                        // nodes and squares by where they stand
+    Cells line_cells_;                         // arcs and links
+    float cell_ = 150;
     float origin_x_ = 0, origin_y_ = 0;
     int columns_ = 1, rows_ = 1;
     std::vector<std::uint32_t> seen_; // element -> number of the last query that met it
     std::uint32_t query_ = 0;
+    std::vector<int> near_; // elements of a cell that a query comes near
     std::uint64_t work_ = 0;
 
     // The trial that is under way.

@@ -8,7 +8,7 @@ namespace ostrand::arrange {
 namespace {
 
 // Costs, in pixels of arc.
-constexpr double overlap_cost = 500;     // of two nodes, or of a node on a square: must not be
+constexpr double overlap_cost = 1500;    // of two nodes, or of a node on a square: must not be
 constexpr double overlap_slope = 12;     // and by its depth, so that small steps lead out of it
 constexpr double crowd_slope = 4;        // per pixel that lacks of a gap
 constexpr double squares_cost = 150;     // two squares one on the other
@@ -22,7 +22,7 @@ constexpr double short_slope = 4;
 constexpr double slant_cost = 9; // an arc that is neither upright nor level
 constexpr double link_angle_cost = 25;
 constexpr double line_clearance = 3; // of an arc beside a node
-constexpr double misfit_cost = 500;  // of a node outside its compartment, or in a strange one
+constexpr double misfit_cost = 1500; // of a node outside its compartment, or in a strange one
 constexpr double misfit_slope = 12;
 
 std::size_t at (int i) { return static_cast<std::size_t> (i); }
@@ -150,6 +150,12 @@ double Field::node_line (int node, int line) const {
     const double w = p.half_width + line_clearance;
     const double h = p.half_height + line_clearance;
     const Segment& s = segment (line);
+    // All corners on one side of the line: most are.
+    const double dx = s.to.x - s.from.x;
+    const double dy = s.to.y - s.from.y;
+    if (std::abs (dx * (p.at.y - s.from.y) - dy * (p.at.x - s.from.x)) >=
+        w * std::abs (dy) + h * std::abs (dx))
+        return 0;
     const double inside =
         length_inside (s.from, s.to, {p.at.x - w, p.at.y - h, p.at.x + w, p.at.y + h});
     return inside > 0 ? wishes_.clarity * (through_node_cost + through_node_slope * inside) : 0;

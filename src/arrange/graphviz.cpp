@@ -4,9 +4,11 @@
 #include <cmath>
 #include <graphviz/cgraph.h>
 #include <graphviz/gvc.h>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <string>
+#include <utility>
 
 // The two layout plugins are linked, so that no configuration file is read and nothing else is
 // loaded.
@@ -44,11 +46,60 @@ std::string inches (double pixels) {
     return std::to_string (thousandths / 1000) + "." + fraction;
 }
 
+/// Names of nodes, edges and groups as numbers in the order in which they come. Graphviz' own
+/// numbers are addresses of their texts, and it visits groups in the order of their numbers: the
+/// same graph would be drawn differently from one call to the next.
+class Names {
+  public:
+    static Agiddisc_t* discipline () {
+        static Agiddisc_t functions = {open, map, alloc, free, print, close, note};
+        return &functions;
+    }
+
+  private:
+    static void* open (Agraph_t*, Agdisc_t*) { return new Names; }
+    static void close (void* state) { delete static_cast<Names*> (state); }
+
+    static long map (void* state, int kind, char* name, IDTYPE* number, int create) {
+        return static_cast<Names*> (state)->number_of (kind, name, *number, create != 0);
+    }
+    long number_of (int kind, const char* name, IDTYPE& number, bool create) {
+        if (name == nullptr) {
+            if (create) number = ++last_;
+            return create ? 1 : 0;
+        }
+        // Kinds share no names: a node "1" is no group "1".
+        const auto found = numbers_.find ({kind, name});
+        if (found != numbers_.end ()) {
+            number = found->second;
+            return 1;
+        }
+        if (!create) return 0;
+        number = ++last_;
+        const auto made = numbers_.emplace (std::pair<int, std::string> (kind, name), number).first;
+        texts_[{kind, number}] = made->first.second.c_str ();
+        return 1;
+    }
+    static long alloc (void*, int, IDTYPE) { return 0; }
+    static void free (void*, int, IDTYPE) {}
+    static char* print (void* state, int kind, IDTYPE number) {
+        const auto& texts = static_cast<Names*> (state)->texts_;
+        const auto found = texts.find ({kind, number});
+        return found == texts.end () ? nullptr : text (found->second);
+    }
+    static void note (void*, int, void*) {}
+
+    IDTYPE last_ = 0;
+    std::map<std::pair<int, std::string>, IDTYPE> numbers_;
+    std::map<std::pair<int, IDTYPE>, const char*> texts_;
+};
+
 /// A graph of Graphviz with its layout, freed in the right order.
 class GraphvizGraph {
   public:
     GraphvizGraph (GVC_t* context, const PlainGraph& graph, Method method) : context_ (context) {
-        graph_ = agopen (text ("arrange"), Agstrictdirected, nullptr);
+        Agdisc_t disciplines = {nullptr, Names::discipline (), nullptr};
+        graph_ = agopen (text ("arrange"), Agstrictdirected, &disciplines);
         default_of (AGNODE, "label", "");
         default_of (AGNODE, "shape", "box");
         default_of (AGNODE, "fixedsize", "true");

@@ -19,7 +19,7 @@ std::size_t elements_of (const Drawing& drawing) {
 std::uint64_t work_of (const Drawing& drawing, double effort) {
     const double e = static_cast<double> (elements_of (drawing));
     effort *= std::max (std::min (e, 250.0), std::min (0.2 * e, 2800.0)) / e;
-    return static_cast<std::uint64_t> (20 * effort * static_cast<double> (elements_of (drawing)));
+    return static_cast<std::uint64_t> (13 * effort * static_cast<double> (elements_of (drawing)));
 }
 
 double tangle_of (const Drawing& drawing) {
@@ -51,7 +51,7 @@ Box walls_of (const Drawing& drawing, double fill) {
 
 } // namespace
 
-Draft make_draft (Drawing drawing, double effort) {
+Draft make_draft (const Drawing& drawing, double effort) {
     const auto flows = acyclic_reactions (drawing);
     Draft best;
     double best_cost = 0;

@@ -14,7 +14,7 @@ struct Draft {
 
 /// Starts the drawing in layers and by stress, improves each start a little, and goes on with the
 /// best. `effort` scales the work.
-Draft make_draft (Drawing drawing, double effort);
+Draft make_draft (const Drawing& drawing, double effort);
 
 /// Links of nodes with other arcs that are so long, or run through so much, that a copy of the node
 /// beside the square says it better. Ascending.

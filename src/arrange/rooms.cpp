@@ -43,4 +43,14 @@ double Rooms::misfit (const DrawnNode& node) const {
     return sum;
 }
 
+Point Rooms::nearest (const DrawnNode& node) const {
+    if (node.compartment < 0 || at (node.compartment) >= rooms_.size ()) return node.at;
+    const Box& box = rooms_[at (node.compartment)].inside;
+    const auto clamp = [] (double value, double low, double high) {
+        return low < high ? std::clamp (value, low, high) : (low + high) / 2;
+    };
+    return {clamp (node.at.x, box.left + node.half_width, box.right - node.half_width),
+            clamp (node.at.y, box.top + node.half_height, box.bottom - node.half_height)};
+}
+
 } // namespace ostrand::arrange

@@ -24,6 +24,8 @@ class Rooms {
     /// How far a node is from where it may stand: out of its own room, or in a strange one. 0 when
     /// it stands right.
     double misfit (const DrawnNode& node) const;
+    /// The place nearest to where the node stands that is wholly in its own room.
+    Point nearest (const DrawnNode& node) const;
     bool empty () const { return rooms_.empty (); }
 
   private:

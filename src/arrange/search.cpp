@@ -10,6 +10,7 @@ namespace {
 
 constexpr double lattice = 4; // centres stand on multiples of it, so that straight lines come about
 constexpr std::size_t most_followers = 60;
+constexpr std::uint64_t steps_of_heat = 32; // it falls by steps of so many trials
 
 std::size_t at (int i) { return static_cast<std::size_t> (i); }
 
@@ -32,11 +33,12 @@ class Search {
         const double ratio = plan_.cold / plan_.hot;
         // Work that does nothing counts, too, so that the loop ends.
         std::uint64_t idle = 0;
+        std::uint64_t steps = 0;
         while (true) {
             const double done = static_cast<double> (field_.work () - begin + idle) /
                                 static_cast<double> (std::max<std::uint64_t> (plan_.work, 1));
             if (done >= 1) break;
-            heat_ = plan_.hot * std::pow (ratio, done);
+            if (steps++ % steps_of_heat == 0) heat_ = plan_.hot * std::pow (ratio, done);
             reach_ = plan_.far + done * (plan_.near - plan_.far);
             idle += 20;
             propose ();

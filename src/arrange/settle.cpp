@@ -16,6 +16,11 @@ constexpr double ring_step = 12;
 constexpr double spread_factor = 1.15;
 constexpr int most_spreads = 80;
 constexpr int rounds = 4; // of moving before everything is spread
+// More nodes in each other's way than these, and one in so many: looking for free places for each is
+// in vain, and everything is spread at once, as long as that helps.
+constexpr std::size_t few_unfit = 20;
+constexpr std::size_t crowded_share = 6;
+constexpr int most_in_vain = 16;
 
 std::size_t at (int i) { return static_cast<std::size_t> (i); }
 
@@ -27,11 +32,22 @@ class Settler {
     bool run () {
         const bool some_fixed = std::any_of (drawing_.nodes.begin (), drawing_.nodes.end (),
                                              [] (const DrawnNode& n) { return n.fixed; });
+        std::size_t last_unfit = drawing_.nodes.size () + 1;
+        int in_vain = 0;
         for (int spread = 0; spread <= most_spreads; ++spread) {
             for (DrawnNode& node : drawing_.nodes) {
                 if (!node.fixed) node.at = {std::round (node.at.x), std::round (node.at.y)};
             }
             fill_grid ();
+            if (!some_fixed && rooms_.empty () && in_vain < most_in_vain) {
+                const std::size_t unfit = count_unfit ();
+                if (unfit > few_unfit + drawing_.nodes.size () / crowded_share) {
+                    in_vain = unfit < last_unfit ? 0 : in_vain + 1;
+                    last_unfit = unfit;
+                    spread_all ();
+                    continue;
+                }
+            }
             for (int round = 0; round < rounds; ++round) {
                 bool clear = true;
                 bool moved = false;
@@ -45,8 +61,7 @@ class Settler {
                 if (!moved) break;
             }
             if (some_fixed || !rooms_.empty ()) return all_fit ();
-            for (DrawnNode& node : drawing_.nodes)
-                node.at = {node.at.x * spread_factor, node.at.y * spread_factor};
+            spread_all ();
         }
         return false;
     }
@@ -192,6 +207,8 @@ class Settler {
         // Many arcs make every try dear.
         const std::size_t arcs = drawing_.node_reactions[at (node)].size ();
         const int most = arcs > 40 ? rings / 4 : rings;
+        // What stands outside its room looks around the nearest place inside.
+        const Point middle = rooms_.nearest (drawing_.nodes[at (node)]);
         for (int ring = 1; ring <= most; ++ring) {
             const int places = std::min (8 * ring, 48);
             for (int i = 0; i < places; ++i) {
@@ -205,8 +222,8 @@ class Settler {
                                      : edge == 2 ? Point{-r, -along * r}
                                                  : Point{along * r, -r};
                 take_away (node);
-                drawing_.nodes[at (node)].at = {std::round (before.x + offset.x),
-                                                std::round (before.y + offset.y)};
+                drawing_.nodes[at (node)].at = {std::round (middle.x + offset.x),
+                                                std::round (middle.y + offset.y)};
                 put_back (node);
                 if (fits (node)) return true;
             }
@@ -217,11 +234,19 @@ class Settler {
         return false;
     }
 
-    bool all_fit () const {
-        for (std::size_t n = 0; n < drawing_.nodes.size (); ++n)
-            if (!fits (static_cast<int> (n))) return false;
-        return true;
+    void spread_all () {
+        for (DrawnNode& node : drawing_.nodes)
+            node.at = {node.at.x * spread_factor, node.at.y * spread_factor};
     }
+
+    std::size_t count_unfit () const {
+        std::size_t unfit = 0;
+        for (std::size_t n = 0; n < drawing_.nodes.size (); ++n)
+            unfit += fits (static_cast<int> (n)) ? 0 : 1;
+        return unfit;
+    }
+
+    bool all_fit () const { return count_unfit () == 0; }
 
     Drawing& drawing_;
     const Rooms& rooms_;

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t most_for_stress = 400; // nodes: its time and memory grow by the square
 constexpr std::size_t most_for_layers = 800;
-constexpr std::size_t most_cycles_for_layers = 130; // edges beyond a tree: each asks for detours
+constexpr std::size_t most_cycles_for_layers = 160; // edges beyond a tree: each asks for detours
 constexpr double square_room = 22;                  // of a square as a node of the layered drawing
 constexpr double link_room = 32; // of a link from its square to the box of its node
 constexpr double leaf_room = 6;  // that a leaf at its square adds to the length of an arc

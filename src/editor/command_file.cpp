@@ -8,6 +8,8 @@
 #include "base/report.h"
 #include "base/text.h"
 
+#include <cstdio>
+
 namespace ostrand::editor::run {
 namespace {
 
@@ -51,6 +53,7 @@ void load_file (Workbench& bench) {
         switch (bench.add_tab (path)) {
         case AddTab::full: report_message ("no more than 32 tabs"); break;
         case AddTab::unreadable: report_message ("Cannot load %s", path.c_str ()); break;
+        case AddTab::no_history:
         case AddTab::added: break;
         }
     }
@@ -105,9 +108,10 @@ void insert_picture (Workbench& bench) {
                                                .title = "Insert Picture",
                                                .native_filter = "Image files\t*.{jpg,gif,png}\n"});
     if (path.empty () || !can_insert_picture (canvas)) return;
-    if (!editor::insert_picture (canvas, path))
-        bench.world ().alert (format_text (
-            "Picture '%s'\ncannot be loaded (bad format or unreadable file)", path.c_str ()));
+    if (editor::insert_picture (canvas, path)) return;
+    bench.world ().alert (format_text (
+        "Picture '%s'\ncannot be loaded (bad format or unreadable file)", path.c_str ()));
+    std::fprintf (stderr, "pix = %p\n", static_cast<void*> (nullptr)); // there is none
 }
 
 void save_as (Workbench& bench) {

@@ -14,6 +14,11 @@ namespace {
 constexpr const char* first_name = "implementation.ssa";
 constexpr const char* later_name = "implementation.xml";
 
+/// The number that a text is, 0 when it is none.
+int whole_number (const std::string& text) {
+    return text.find_first_not_of ("0123456789") == std::string::npos ? parse_atoi (text) : 0;
+}
+
 /// Runs long work while the window that says so is shown; its outcome, with what it reported told.
 Outcome run_work (Workbench& bench, std::shared_ptr<LongWork> work, const std::string& text) {
     BackgroundWork running (std::move (work));
@@ -78,7 +83,7 @@ void reactions_per_gate (Workbench& bench) {
                                .type = FieldType::whole_number,
                                .fault = {}},
                               [&bench] (const std::string& text) {
-                                  const int depth = parse_atoi (text);
+                                  const int depth = whole_number (text);
                                   if (depth >= least_depth && depth <= most_depth)
                                       bench.formulas ().depth = depth;
                               });

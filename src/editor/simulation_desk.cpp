@@ -23,6 +23,11 @@ SimulationDesk::SimulationDesk (std::string folder, std::string executable)
 
 SimulationDesk::~SimulationDesk () = default;
 
+void SimulationDesk::end () {
+    run_.reset ();
+    run_lock_.release ();
+}
+
 bool SimulationDesk::start (const std::string& model_text, bool deterministic, bool reverse_video,
                             std::string& error) {
     if (run_) {
@@ -78,8 +83,7 @@ bool SimulationDesk::poll () {
     if (!outcome) return false;
     if (outcome->failed ()) report_message ("%s", outcome->reason.c_str ());
     if (outcome->stopped ()) report_message ("The simulation was stopped.");
-    run_.reset ();
-    run_lock_.release ();
+    end ();
     return true;
 }
 

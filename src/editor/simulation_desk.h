@@ -35,6 +35,8 @@ class SimulationDesk {
     bool start (const std::string& model_text, bool deterministic, bool reverse_video,
                 std::string& error);
     void stop ();
+    /// Stops a run that goes on and waits until nothing of it is left.
+    void end ();
     bool running () const { return run_ != nullptr; }
     /// Part of the run that is done, 0 to 1; nothing when none goes on.
     std::optional<float> progress () const;

@@ -20,8 +20,9 @@ namespace ostrand::editor {
 
 /// What came of a wish for a new tab.
 enum class AddTab {
-    full = -1,      // no slot is free
-    unreadable = 0, // the tab is there, empty
+    no_history = -2, // there is no tab, since its undo file cannot be made, which is reported
+    full = -1,       // no slot is free
+    unreadable = 0,  // the tab is there, empty
     added = 1
 };
 
@@ -75,7 +76,8 @@ class Workbench {
     void quit_request ();
     /// The process ends, without a question.
     void quit () { world_.end (); }
-    /// Every canvas goes, with its undo file. The windows call it at the end.
+    /// A run that goes on is stopped, and every canvas goes, with its undo file. The windows call it
+    /// at the end.
     void close_all ();
     /// Names that were dropped on the window, a line each, as the desktop gives them.
     void accept_dropped_paths (std::string_view text);

@@ -47,6 +47,7 @@ void Workbench::open_recent (const std::string& path) {
     switch (add_tab (path)) {
     case AddTab::full: report_message ("no more than 32 tabs"); break;
     case AddTab::unreadable: report_message ("Cannot load %s", path.c_str ()); break;
+    case AddTab::no_history:
     case AddTab::added: break;
     }
 }

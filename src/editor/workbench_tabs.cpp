@@ -124,6 +124,7 @@ void Workbench::open_command_line (const std::vector<std::string>& names) {
         switch (add_tab (names[i])) {
         case AddTab::full: report_message (too_many_tabs); break;
         case AddTab::unreadable: report_message ("Cannot load %s", names[i].c_str ()); break;
+        case AddTab::no_history:
         case AddTab::added: break;
         }
     }
@@ -135,7 +136,7 @@ AddTab Workbench::add_tab (const std::optional<std::string>& path) {
     Canvas* const canvas = make_canvas ("New tab");
     if (canvas == nullptr) {
         report_message ("kill-stack???");
-        return AddTab::full;
+        return AddTab::no_history;
     }
     tabs_.add (*canvas);
     select_tab (tabs_.count () - 1);
@@ -189,6 +190,7 @@ void Workbench::quit_request () {
 }
 
 void Workbench::close_all () {
+    simulations_.end ();
     tabs_ = TabList ();
     for (OpenTab& tab : slots_) tab.canvas.reset ();
     std::error_code error;

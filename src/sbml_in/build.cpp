@@ -40,7 +40,12 @@ std::unique_ptr<Line> text_line (const std::string& text, unsigned font, unsigne
     return document::line_from_markup (names::name_markup (text), font, color);
 }
 
-std::string concentration_text (double um) { return format_g (um) + " uM"; }
+/// Model texts know no plus sign in an exponent: 1e06, not 1e+06.
+std::string concentration_text (double um) {
+    std::string number = format_g (um);
+    std::erase (number, '+');
+    return number + " uM";
+}
 
 /// "0.1 /uM/s": a constant of mass action; the unit tells its order.
 std::string rate_text (double k, int order) {

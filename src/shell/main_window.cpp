@@ -27,6 +27,7 @@ constexpr int slider_height = 17;
 constexpr int tab_height = 18;
 constexpr int query_height = 25;
 constexpr int list_height = 350;
+constexpr int below_list = 300; // left to everything else, or half of a low window
 constexpr int notice_height = 24;
 constexpr int status_height = 20;
 
@@ -126,7 +127,8 @@ void MainWindow::build_header () {
 
 void MainWindow::lay_out () {
     header_pack_->size (header_pack_->w (), header_height);
-    file_list_->size (file_list_->w (), std::min (list_height, h () / 2));
+    const int room = std::max (h () / 2, h () - below_list);
+    file_list_->size (file_list_->w (), std::min (list_height, room));
     root_pack_->place_children ();
     redraw ();
 }

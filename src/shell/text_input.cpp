@@ -65,6 +65,7 @@ int TextInput::key_down () {
 }
 
 int TextInput::handle (int event) {
+    if (event == FL_PASTE && !lets_in (Fl::event_text ())) return 1;
     const std::string before = value ();
     const int handled = event == FL_KEYBOARD ? key_down () : Fl_Input::handle (event);
     if (on_change && (event == FL_KEYBOARD || event == FL_PASTE) && before != value ())

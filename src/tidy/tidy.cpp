@@ -2,6 +2,7 @@
 #include "tidy/tidy.h"
 
 #include "arrange/arrange.h"
+#include "tidy/labels.h"
 
 #include <algorithm>
 #include <cmath>
@@ -387,6 +388,7 @@ void Arranger::apply (const arrange::Layout& layout) {
     network_.update_shared_nodes ();
     network_.check_compartments ();
     network_.layout ();
+    if (place_labels (network_)) network_.layout ();
 }
 
 } // namespace

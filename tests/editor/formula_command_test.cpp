@@ -82,7 +82,7 @@ TEST_F (formula_command, gates_newer_than_their_model_are_taken_whatever_the_dep
 }
 
 TEST_F (formula_command, reactions_per_gate_lie_between_1_and_7) {
-    for (const char* const refused : {"0", "8", "-2", "x", "", "99999999999"}) {
+    for (const char* const refused : {"0", "8", "-2", "x", "", "99999999999", "5x", "6.9"}) {
         b.world.value_answers = {refused};
         b.run (Command::reactions_per_gate);
         EXPECT_EQ (b.bench->formulas ().depth, 3) << refused;

@@ -104,6 +104,15 @@ TEST_F (simulation_desk, one_run_at_a_time) {
     EXPECT_TRUE (comes ([&] { return one.poll (); }));
 }
 
+TEST_F (simulation_desk, a_run_is_over_when_its_desk_is_closed) {
+    SimulationDesk one = desk ();
+    ASSERT_TRUE (starts (one, endless_model));
+    one.end ();
+    EXPECT_FALSE (one.running ());
+    EXPECT_THAT (runs.names (), IsEmpty ());
+    EXPECT_TRUE (shows (one));
+}
+
 TEST_F (simulation_desk, several_viewers_are_open_each_on_a_result_of_its_own) {
     folder.write ("open", "");
     SimulationDesk one = desk ();
@@ -220,6 +229,7 @@ TEST (simulation_command, tells_what_kept_it_from_starting_and_goes_on_when_it_c
     EXPECT_EQ (b.world.status,
                "The simulation cannot be started: '" + b.home () + "/_tmp_.ssa' is no file");
     EXPECT_FALSE (b.bench->simulation_progress ());
+    EXPECT_TRUE (b.bench->entry (Command::start_simulation).active);
     fs::remove (fs::path (b.home ()) / "_tmp_.ssa");
     const std::string before = b.text ();
     b.bench->start_simulation ();

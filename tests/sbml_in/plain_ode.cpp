@@ -1,5 +1,6 @@
 #include "sbml_in/plain_ode.h"
 
+#include <algorithm>
 #include <cmath>
 
 namespace ostrand::testing {
@@ -125,23 +126,53 @@ std::vector<double> PlainOde::derivative (const std::vector<double>& amounts) co
     return out;
 }
 
-void PlainOde::run_to (double time, double step) {
-    const auto moved = [this] (const std::vector<double>& by, double h) {
-        std::vector<double> to = amounts_;
-        for (std::size_t i = 0; i < to.size (); ++i) to[i] += h * by[i];
+std::vector<double> PlainOde::stepped (const std::vector<double>& amounts, double h) const {
+    const auto moved = [&] (const std::vector<double>& by, double part) {
+        std::vector<double> to = amounts;
+        for (std::size_t i = 0; i < to.size (); ++i) to[i] += part * by[i];
         return to;
     };
+    const auto a = derivative (amounts);
+    const auto b = derivative (moved (a, h / 2));
+    const auto c = derivative (moved (b, h / 2));
+    const auto d = derivative (moved (c, h));
+    std::vector<double> to = amounts;
+    for (std::size_t i = 0; i < to.size (); ++i)
+        to[i] += h / 6 * (a[i] + 2 * b[i] + 2 * c[i] + d[i]);
+    return to;
+}
+
+void PlainOde::run_to (double time, double step) {
     while (time_ < time - 1e-12) {
         const double h = std::min (step, time - time_);
-        const auto a = derivative (amounts_);
-        const auto b = derivative (moved (a, h / 2));
-        const auto c = derivative (moved (b, h / 2));
-        const auto d = derivative (moved (c, h));
-        for (std::size_t i = 0; i < amounts_.size (); ++i) {
-            amounts_[i] += h / 6 * (a[i] + 2 * b[i] + 2 * c[i] + d[i]);
-        }
+        amounts_ = stepped (amounts_, h);
         time_ += h;
     }
+}
+
+bool PlainOde::run_in_steps (double time, int most) {
+    constexpr double tolerance = 1e-6;
+    double largest = 0;
+    for (const double amount : amounts_) largest = std::max (largest, std::fabs (amount));
+    for (int steps = 0; time_ < time - 1e-12; ++steps) {
+        if (steps == most) return false;
+        const double h = std::min (step_, time - time_);
+        const auto whole = stepped (amounts_, h);
+        auto halves = stepped (stepped (amounts_, h / 2), h / 2);
+        double error = 0;
+        for (std::size_t i = 0; i < halves.size (); ++i) {
+            error = std::max (error, std::fabs (halves[i] - whole[i]) /
+                                         (std::fabs (halves[i]) + 1e-4 * largest + 1e-300));
+        }
+        if (!(error <= tolerance)) {
+            step_ = h / 2;
+            continue;
+        }
+        amounts_ = std::move (halves);
+        time_ += h;
+        if (error < tolerance / 40 && h == step_) step_ = 2 * h;
+    }
+    return true;
 }
 
 double PlainOde::concentration (const std::string& species) const {

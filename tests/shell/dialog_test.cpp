@@ -140,6 +140,35 @@ TEST_F (dialogs, the_line_asks_before_it_writes_over_a_file) {
     EXPECT_THAT (file_text (editor.home () / "other.net"), HasSubstr ("glc"));
 }
 
+TEST_F (dialogs, enter_means_what_default_yes_says_but_never_overwrites) {
+    editor.ask_in_the_line ();
+    const std::string file = editor.home ().write ("a.net", one_molecule);
+    editor.home ().write ("other.net", "mine");
+    editor.start ({file}, "a.net");
+    const auto ask_to_reopen = [&] { // a question, since the network is modified
+        editor.click (new_molecule_x, tool_bar_y);
+        pause (200);
+        choose_entry (editor, Command::reopen_file);
+        pause (300);
+        const std::string before = editor.undo_file ();
+        editor.key ("Return");
+        pause (300);
+        return editor.undo_file () != before;
+    };
+    EXPECT_FALSE (ask_to_reopen ());
+    choose_entry (editor, Command::default_yes);
+    EXPECT_TRUE (ask_to_reopen ());
+    editor.move (300, 300);
+    editor.key ("ctrl+shift+s");
+    pause (300);
+    editor.type ("other.net");
+    editor.key ("Return");
+    pause (300);
+    editor.key ("Return");
+    pause (300);
+    EXPECT_EQ (file_text (editor.home () / "other.net"), "mine");
+}
+
 TEST_F (dialogs, a_name_is_typed_on_behind_its_completion) {
     editor.ask_in_the_line ();
     for (int i = 0; i < 600; ++i)

@@ -263,6 +263,15 @@ TEST (menus, a_simulation_is_started_and_stopped) {
     EXPECT_TRUE (wait_until ([&] { return !goes_on (); }));
     EXPECT_FALSE (std::filesystem::exists (editor.home () / "_data_.gz"));
     EXPECT_TRUE (editor.program ().running ());
+    // Who leaves meanwhile stops it, too.
+    choose (editor, Command::start_simulation);
+    ASSERT_TRUE (wait_until (goes_on));
+    choose (editor, Command::quit);
+    EXPECT_EQ (editor.program ().wait (), 0);
+    EXPECT_THAT (editor.home ().names (),
+                 ::testing::Not (::testing::Contains (::testing::HasSubstr ("_tmp_"))));
+    EXPECT_THAT (editor.home ().names (),
+                 ::testing::Not (::testing::Contains (::testing::HasSubstr ("_data_"))));
 }
 
 } // namespace

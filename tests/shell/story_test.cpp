@@ -7,6 +7,8 @@
 namespace ostrand::testing {
 namespace {
 
+constexpr int status_y = 661;
+
 TEST (story, a_network_is_simulated_and_its_curves_are_shown_twice) {
     Editor editor;
     editor.start ({editor.copied_example ("hexokinase.net")}, "hexokinase.net");
@@ -34,8 +36,17 @@ TEST (story, a_refused_model_says_why_and_the_editor_goes_on) {
         return editor.undo_file ().find ("prod") != std::string::npos ||
                editor.undo_file ().size () > 150;
     }));
+    const auto status_line = [&] { // the lowest 20 pixels of the window
+        const Screenshot screen = editor.display ().screenshot ();
+        std::vector<std::uint32_t> line;
+        for (int y = status_y; y < status_y + 16; ++y)
+            for (int x = 200; x < 800; ++x) line.push_back (screen.at (x, y));
+        return line;
+    };
+    const std::vector<std::uint32_t> before = status_line ();
     editor.key ("Tab");
-    std::this_thread::sleep_for (std::chrono::milliseconds (800));
+    EXPECT_TRUE (wait_until ([&] { return status_line () != before; })); // the reason
+    EXPECT_FALSE (editor.has_window ("Stochora"));
     EXPECT_TRUE (editor.program ().running ());
     editor.click (new_molecule_x, tool_bar_y);
     EXPECT_TRUE (

@@ -12,6 +12,8 @@ struct NetworkMeasures {
     int overlaps = 0;  // pairs of nodes that overlap
     int covered = 0;   // squares of reactions that a node covers
     int off_page = 0;  // nodes that begin left of or above the page, or end behind it
+    int texts = 0;     // of arcs
+    int texts_on = 0;  // of these, the ones that lie on a node
     int strangers = 0; // nodes that reach into a box that is not their compartment's
     double page_use = 0;
     double sides = 1; // longer side / shorter side
@@ -54,6 +56,23 @@ inline NetworkMeasures measure (document::Network& network) {
                          ? 1
                          : 0;
         area += 14 * 14;
+    }
+    for (const document::Arque* a : network.all_arcs ()) {
+        const document::ArcGeometry& at = a->geometry ();
+        for (const auto& [text, place] :
+             {std::pair<const document::Char*, document::Point>{a->label (), at.label_pos},
+              std::pair<const document::Char*, document::Point>{a->residu (), at.residu_pos}}) {
+            if (text == nullptr) continue;
+            const double x = place.x + text->x ();
+            const double y = place.y + text->y ();
+            const PlainBox box{x, y - text->get_ascent (), x + text->get_width (),
+                               y + text->get_descent ()};
+            ++m.texts;
+            m.texts_on += std::any_of (nodes.begin (), nodes.end (),
+                                       [&] (const PlainBox& node) { return box.meets (node); })
+                              ? 1
+                              : 0;
+        }
     }
     for (const auto& n : network.nodes ()) {
         const double w = n->get_width () / 2;

@@ -4,6 +4,7 @@
 #include "document/markup.h"
 #include "support/random_document.h"
 #include "support/support.h"
+#include "tidy/labels.h"
 #include "tidy/measures.h"
 
 #include <gtest/gtest.h>
@@ -68,6 +69,14 @@ std::multiset<std::tuple<unsigned, std::string, std::string>> links (const Netwo
     return all;
 }
 
+/// Where the texts of arcs stand beside their own places.
+std::multiset<std::pair<float, float>> texts_of (const Network& network) {
+    std::multiset<std::pair<float, float>> all;
+    for (const document::Arque* a : network.all_arcs ())
+        if (a->label () != nullptr) all.emplace (a->label ()->x (), a->label ()->y ());
+    return all;
+}
+
 void expect_clear (const ostrand::testing::NetworkMeasures& m) {
     EXPECT_EQ (m.overlaps, 0);
     EXPECT_EQ (m.covered, 0);
@@ -116,6 +125,47 @@ TEST (Tidy, the_same_network_gives_the_same_places) {
         for (const auto& n : network->nodes ()) list.emplace_back (n->x (), n->y ());
     }
     EXPECT_EQ (places[0], places[1]);
+}
+
+TEST (Labels, a_text_leaves_the_node_that_it_lies_on_and_a_free_one_stays) {
+    Network network;
+    const auto node = [&] (const char* name, float x, float y) -> Node& {
+        return network.add_node (std::make_unique<Node> (x, y, 13U, 3U, name));
+    };
+    Node& a = node ("A", 60, 60);
+    Node& b = node ("B", 60, 260);
+    node ("D", 400, 160); // the page is wide
+    document::Arque& arc = *a.connect (b, document::arc::reaction);
+    arc.set_label ("0.5 /s");
+    network.layout ();
+    EXPECT_FALSE (place_labels (network));
+    const document::Point own = arc.geometry ().label_pos;
+    node ("C", own.x + 20, own.y);
+    network.layout ();
+    EXPECT_EQ (ostrand::testing::measure (network).texts_on, 1);
+    EXPECT_TRUE (place_labels (network));
+    EXPECT_EQ (ostrand::testing::measure (network).texts_on, 0);
+}
+
+/// A constant of an arc has its own place only where nothing else stands.
+TEST (Tidy, texts_of_arcs_keep_off_nodes_and_stay_when_arranged_again) {
+    const auto network = metabolism (20, false, 4);
+    for (document::Arque* a : network->all_arcs ()) {
+        if (document::is_reaction (a->type ())) a->set_label ("0.02 /uM/s");
+    }
+    network->layout ();
+    arrange_network (*network);
+    const auto m = ostrand::testing::measure (*network);
+    EXPECT_GE (m.texts, 20);
+    const auto once = texts_of (*network);
+    arrange_network (*network);
+    EXPECT_EQ (texts_of (*network), once);
+    for (document::Arque* a : network->all_arcs ()) {
+        if (a->label () != nullptr) static_cast<document::Line*> (a->label ())->set_offset (0, 0);
+    }
+    const auto own = ostrand::testing::measure (*network);
+    EXPECT_GE (own.texts_on, 4);
+    EXPECT_LE (3 * m.texts_on, 2 * own.texts_on);
 }
 
 TEST (Tidy, species_stay_in_their_compartments) {
