@@ -1,5 +1,6 @@
-// What differs between operating systems, all of it: folders, processors, memory, processes,
-// terminals, interruption. One .cpp per system (this tree has platform_posix.cpp).
+// What differs between operating systems: folders, processors, memory, terminals, files that must go
+// when the process is interrupted. What file_access.h, file_lock.h, interruption.h and process.h
+// declare differs too; all of it is defined in the files platform*_posix.cpp.
 // Layer: base.
 #pragma once
 #include <cstdint>

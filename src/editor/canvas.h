@@ -226,6 +226,8 @@ class Canvas final : private document::NetworkListener {
     void paint (document::PaintDevice& pixels, document::PaintDevice& network,
                 unsigned background) const;
     document::PaintStyle paint_style () const;
+
+    // What is shown, and what lies where (canvas.cpp).
     /// What is painted: the document, or the picture of it on its way to new places.
     const document::Network& shown () const;
     /// Everything flies from where it stood to where it is, unless animation is off.

@@ -1,5 +1,5 @@
 // How the drawing is arranged and shown: alignment, shared species, colours by status, fog.
-// Layer: editor (uses document).
+// Layer: editor (uses document, tidy).
 #pragma once
 #include "editor/canvas.h"
 

@@ -1,5 +1,5 @@
 // What the mouse would do at the pointer: the words of the mouse help.
-// Layer: editor (uses document).
+// Layer: editor (uses document, sim).
 #pragma once
 #include "document/char.h"
 #include "document/node.h"

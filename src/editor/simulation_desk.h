@@ -1,5 +1,5 @@
 // Simulations that the editor starts, and the viewers that show their results.
-// Layer: editor (uses sim, files).
+// Layer: editor (uses sim).
 #pragma once
 #include "sim/background.h"
 

@@ -94,7 +94,7 @@ class Workbench {
     std::string tab_label (int index) const;
     void set_tab_label (const Canvas& canvas, std::string label);
 
-    // Commands (workbench_entries.cpp).
+    // Commands (workbench.cpp).
     void run (Command command);
     EntryState entry (Command command) const;
     /// The set of shortcuts in force.
