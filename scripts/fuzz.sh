@@ -38,5 +38,6 @@ fuzz_one () {            # $1: the target
     fi
 }
 export -f fuzz_one
+export LSAN_OPTIONS=suppressions=$PWD/scripts/leaks-of-others.txt:print_suppressions=0
 export FUZZ_SECONDS=$seconds
 printf '%s\n' "${targets[@]}" | xargs -n 1 -P "$(nproc)" bash -c 'fuzz_one "$0"'
