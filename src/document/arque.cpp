@@ -46,9 +46,11 @@ const char* arc_type_name (unsigned type) {
 Arque::Arque (unsigned new_type) : type_ (new_type) { color_ = document_state ().default_color; }
 
 Arque::~Arque () {
-    if (goes_with_all_) return;
-    drop_incoming ();
-    unlink ();
+    if (!goes_with_all_) {
+        drop_incoming ();
+        unlink ();
+    }
+    drop_texts ();
 }
 
 // Ends

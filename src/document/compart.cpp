@@ -25,6 +25,7 @@ Compart::Compart (int new_shape, float new_x, float new_y, float new_width, floa
 
 Compart::~Compart () {
     if (!goes_with_all_) drop_incoming ();
+    drop_texts ();
 }
 
 bool Compart::set_shape (int new_shape) {

@@ -9,6 +9,11 @@ namespace ostrand::document {
 
 GraphBase::~GraphBase () = default;
 
+void GraphBase::drop_texts () {
+    label_.reset ();
+    residu_.reset ();
+}
+
 void GraphBase::note () {
     if (destroyed_) return; // nothing may hold it any more
     if (Network* const network = owner_network ()) network->note (*this);

@@ -141,6 +141,9 @@ class GraphBase : public Char {
     void note ();
     /// In the destructor of a class: the arcs that end here go.
     void drop_incoming ();
+    /// At the end of it: label and second text go while the object still knows what it is, since a
+    /// network in them asks who is around it.
+    void drop_texts ();
     /// A text goes from its place, and stays in the document.
     std::unique_ptr<Char> release_label ();
     std::unique_ptr<Line> release_residu ();

@@ -34,6 +34,7 @@ Node::~Node () {
         while (!clones ().empty ()) clones ().back ()->set_master (nullptr);
     }
     if (Network* const inner = nested ()) inner->holder_ = nullptr;
+    drop_texts ();
 }
 
 Node::Sharing& Node::sharing () {

@@ -457,5 +457,15 @@ TEST (NativeText, arcs_may_end_on_a_nested_network) {
     EXPECT_EQ (read_native (text + ']')->count_arcs (), 100);
 }
 
+TEST (native, a_network_in_the_name_of_a_compartment_goes_with_it) {
+    // Its arcs end on each other from network to network; what they ask is answered to the end.
+    const CaughtMessages messages;
+    std::unique_ptr<Network> network =
+        read_native (testing::source_file ("fuzz/seeds/native/network_in_a_compartments_name.net"));
+    ASSERT_NE (network, nullptr);
+    EXPECT_EQ (network->nb_comp (), 1);
+    network.reset ();
+}
+
 } // namespace
 } // namespace ostrand::files
