@@ -457,7 +457,7 @@ TEST (NativeText, arcs_may_end_on_a_nested_network) {
     EXPECT_EQ (read_native (text + ']')->count_arcs (), 100);
 }
 
-TEST (native, a_network_in_the_name_of_a_compartment_goes_with_it) {
+TEST (NativeText, a_network_in_the_name_of_a_compartment_goes_with_it) {
     // Its arcs end on each other from network to network; what they ask is answered to the end.
     const CaughtMessages messages;
     std::unique_ptr<Network> network =
