@@ -24,7 +24,7 @@ inline int place_in_menu (editor::Command command) {
 inline void choose_entry (const Editor& editor, editor::Command command) {
     const int x = title_x[static_cast<int> (editor::command_row (command).menu)];
     editor.click (x, title_y);
-    pause (60);
+    pause (100);
     editor.click (x + 5, first_entry_y + entry_height * place_in_menu (command));
     pause (60);
 }
