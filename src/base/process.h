@@ -26,9 +26,8 @@ class ChildProcess {
     /// No program.
     ChildProcess () = default;
     /// Starts a program with an argument vector; no shell looks at it. `arguments[0]` is its path,
-    /// or a name that is looked for in PATH. It gets an empty standard input, the files
-    /// that it is to have and no other, and no ignored or blocked signal. started() tells whether
-    /// that worked.
+    /// or a name that is looked for in PATH. It gets an empty standard input, the files that it is
+    /// to have and no other, and no ignored or blocked signal. started() tells whether that worked.
     explicit ChildProcess (const std::vector<std::string>& arguments, const ChildFiles& files = {});
 
     bool started () const { return state_ != nullptr; }

@@ -1,8 +1,6 @@
 // Reading and writing the document of a canvas.
 #include "editor/document_files.h"
 
-#include <algorithm>
-
 namespace ostrand::editor {
 namespace {
 
@@ -19,13 +17,10 @@ constexpr float beginning = 10;
 /// above the network's own.
 void show_beginning (document::Network& network) {
     if (network.x () != beginning || network.y () != beginning) return; // the file tells a place
-    float left = 0;
-    float top = 0;
-    for (const auto& node : network.nodes ()) {
-        left = std::min (left, node->extent ().x);
-        top = std::min (top, node->extent ().y);
-    }
-    network.set_origin (beginning - left, beginning - top);
+    document::Extent all;
+    for (const auto& node : network.nodes ()) all.join (node->extent ());
+    for (const auto& box : network.comps ()) all.join (box->extent ());
+    network.set_origin (beginning - all.x, beginning - all.y);
 }
 
 /// A document that came in takes the place of what is there.

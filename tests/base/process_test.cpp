@@ -15,12 +15,7 @@ namespace {
 
 using testing::file_text;
 using testing::TemporaryFolder;
-
-/// Waits until something is so, for as long as a test may take.
-template <class Condition>
-void wait_until (const Condition& condition) {
-    while (!condition ()) std::this_thread::sleep_for (std::chrono::milliseconds (2));
-}
+using testing::wait_until;
 
 /// The state letter of a process ("S", "Z"); empty when it is gone.
 std::string state_of (int process) {
@@ -57,7 +52,7 @@ TEST (process, is_not_waited_for_and_tells_whether_it_lives) {
     EXPECT_TRUE (sleeper.is_running ());
     EXPECT_GT (sleeper.id (), 0);
     kill (sleeper.id (), SIGKILL);
-    wait_until ([&] { return !sleeper.is_running (); });
+    EXPECT_TRUE (wait_until ([&] { return !sleeper.is_running (); }));
     EXPECT_EQ (sleeper.wait (), 128 + SIGKILL);
 }
 
@@ -68,7 +63,8 @@ TEST (process, leaves_no_zombie_though_nobody_asks) {
         ASSERT_TRUE (child.started ());
         id = child.id ();
     }
-    wait_until ([id] { return state_of (id).empty (); }); // for ever while it is a zombie
+    EXPECT_TRUE (
+        wait_until ([id] { return state_of (id).empty (); })); // for ever while it is a zombie
 }
 
 TEST (process, goes_on_when_its_handle_is_gone) {
@@ -77,7 +73,7 @@ TEST (process, goes_on_when_its_handle_is_gone) {
         folder.write ("s", "while [ ! -e \"$0.go\" ]; do sleep 0.01; done; touch \"$0.done\"\n");
     { const ChildProcess child ({"sh", script}); }
     folder.write ("s.go", "");
-    wait_until ([&] { return std::filesystem::exists (folder / "s.done"); });
+    EXPECT_TRUE (wait_until ([&] { return std::filesystem::exists (folder / "s.done"); }));
 }
 
 TEST (process, gets_an_empty_standard_input_and_no_file_of_ours) {

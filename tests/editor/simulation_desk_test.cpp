@@ -7,12 +7,10 @@
 #include "base/process.h"
 #include "support/full_disk.h"
 
-#include <chrono>
 #include <filesystem>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
-#include <thread>
 
 namespace ostrand::editor {
 namespace {
@@ -22,6 +20,7 @@ using testing::CaughtMessages;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using testing::TemporaryFolder;
+using testing::wait_until;
 namespace fs = std::filesystem;
 
 constexpr const char* short_model = "duration = 2; [a] = 1 uM; a -> b | 0; display (b);\n";
@@ -37,21 +36,11 @@ std::string write_viewer (const TemporaryFolder& folder) {
     return viewer;
 }
 
-template <class Condition>
-bool comes (const Condition& condition) {
-    const auto end = std::chrono::steady_clock::now () + std::chrono::seconds (20);
-    while (!condition ()) {
-        if (std::chrono::steady_clock::now () > end) return false;
-        std::this_thread::sleep_for (std::chrono::milliseconds (2));
-    }
-    return true;
-}
-
 struct simulation_desk : ::testing::Test {
     void TearDown () override {
         close_viewers ();
         for (const std::string& line : viewers ())
-            comes ([&] { return kill (std::stoi (line), 0) != 0; });
+            wait_until ([&] { return kill (std::stoi (line), 0) != 0; });
     }
     void close_viewers () const { fs::remove (folder / "open"); }
     /// Process ids of the viewers that were started.
@@ -70,8 +59,8 @@ struct simulation_desk : ::testing::Test {
     /// Runs it to its end, and waits until its viewer is there.
     bool shows (SimulationDesk& desk) {
         const std::size_t before = viewers ().size ();
-        return starts (desk) && comes ([&] { return desk.poll (); }) &&
-               comes ([&] { return viewers ().size () > before; });
+        return starts (desk) && wait_until ([&] { return desk.poll (); }) &&
+               wait_until ([&] { return viewers ().size () > before; });
     }
 
     TemporaryFolder folder;
@@ -96,12 +85,12 @@ TEST_F (simulation_desk, one_run_at_a_time) {
     EXPECT_FALSE (starts (one));
     EXPECT_EQ (error, "a simulation goes on");
     one.stop ();
-    EXPECT_TRUE (comes ([&] { return one.poll (); }));
+    EXPECT_TRUE (wait_until ([&] { return one.poll (); }));
     EXPECT_THAT (messages.all, ElementsAre ("The simulation was stopped."));
     EXPECT_THAT (runs.names (), IsEmpty ());
     EXPECT_TRUE (viewers ().empty ());
     EXPECT_TRUE (starts (one));
-    EXPECT_TRUE (comes ([&] { return one.poll (); }));
+    EXPECT_TRUE (wait_until ([&] { return one.poll (); }));
 }
 
 TEST_F (simulation_desk, a_run_is_over_when_its_desk_is_closed) {
@@ -120,7 +109,7 @@ TEST_F (simulation_desk, several_viewers_are_open_each_on_a_result_of_its_own) {
     ASSERT_TRUE (shows (one));
     EXPECT_THAT (runs.names (), ElementsAre ("_data_.gz", "_data_2.gz"));
     close_viewers ();
-    EXPECT_TRUE (comes ([&] { return runs.names ().empty (); }));
+    EXPECT_TRUE (wait_until ([&] { return runs.names ().empty (); }));
     // What a viewer let go is used again.
     ASSERT_TRUE (starts (one, endless_model));
     EXPECT_THAT (runs.names (), ElementsAre ("_tmp_.ssa"));
@@ -134,11 +123,11 @@ TEST_F (simulation_desk, two_editors_in_one_folder_never_share_files) {
     ASSERT_TRUE (starts (other, endless_model));
     EXPECT_THAT (runs.names (), ElementsAre ("_tmp_.ssa", "_tmp_2.ssa"));
     one.stop ();
-    ASSERT_TRUE (comes ([&] { return one.poll (); }));
+    ASSERT_TRUE (wait_until ([&] { return one.poll (); }));
     ASSERT_TRUE (shows (one));
     EXPECT_THAT (runs.names (), ElementsAre ("_data_.gz", "_tmp_2.ssa"));
     other.stop ();
-    ASSERT_TRUE (comes ([&] { return other.poll (); }));
+    ASSERT_TRUE (wait_until ([&] { return other.poll (); }));
     // The first one's viewer keeps its result, so the other one counts on.
     ASSERT_TRUE (shows (other));
     EXPECT_THAT (runs.names (), ElementsAre ("_data_.gz", "_data_2.gz"));
@@ -162,7 +151,7 @@ TEST_F (simulation_desk, a_killed_viewer_leaves_its_result_to_the_next_run) {
     SimulationDesk one = desk ();
     ASSERT_TRUE (shows (one));
     kill (std::stoi (viewers ().front ()), SIGKILL);
-    ASSERT_TRUE (comes ([&] { return !is_locked (runs / "_data_.gz"); }));
+    ASSERT_TRUE (wait_until ([&] { return !is_locked (runs / "_data_.gz"); }));
     ASSERT_TRUE (shows (one));
     EXPECT_THAT (runs.names (), ElementsAre ("_data_.gz"));
     EXPECT_THAT (messages.all, IsEmpty ());
@@ -171,7 +160,7 @@ TEST_F (simulation_desk, a_killed_viewer_leaves_its_result_to_the_next_run) {
 TEST_F (simulation_desk, a_model_that_is_refused_says_why_and_leaves_nothing) {
     SimulationDesk one = desk ();
     ASSERT_TRUE (starts (one, "a -> ; nonsense ("));
-    ASSERT_TRUE (comes ([&] { return one.poll (); }));
+    ASSERT_TRUE (wait_until ([&] { return one.poll (); }));
     EXPECT_FALSE (messages.all.empty ());
     EXPECT_THAT (runs.names (), IsEmpty ());
     EXPECT_TRUE (viewers ().empty ());
@@ -181,7 +170,7 @@ TEST_F (simulation_desk, a_model_that_is_refused_says_why_and_leaves_nothing) {
 TEST_F (simulation_desk, a_viewer_that_cannot_be_started_is_told_and_the_result_is_kept) {
     SimulationDesk one (runs.path ().string (), "/nowhere/ostrand");
     ASSERT_TRUE (starts (one));
-    ASSERT_TRUE (comes ([&] { return one.poll (); }));
+    ASSERT_TRUE (wait_until ([&] { return one.poll (); }));
     EXPECT_THAT (messages.all,
                  ElementsAre ("Cannot start '/nowhere/ostrand': No such file or directory"));
     EXPECT_THAT (runs.names (), ElementsAre ("_data_.gz"));
@@ -211,7 +200,7 @@ TEST_F (simulation_desk, a_full_disk_is_told_and_leaves_nothing) {
         const char* const model = "duration = 900; [a] = 1 mM; a -> b | 0.001; display (a, b);\n";
         const testing::FileSizeLimit full (std::string_view (model).size ());
         ASSERT_TRUE (starts (one, model));
-        ASSERT_TRUE (comes ([&] { return one.poll (); }));
+        ASSERT_TRUE (wait_until ([&] { return one.poll (); }));
     }
     EXPECT_THAT (messages.all, ElementsAre ("Cannot write '" + (runs / "_data_.gz").string () +
                                             "': File too large"));
@@ -238,7 +227,7 @@ TEST (simulation_command, tells_what_kept_it_from_starting_and_goes_on_when_it_c
     EXPECT_TRUE (b.bench->entry (Command::stop_simulation).active);
     // A second wish while it goes on is none.
     b.bench->start_simulation ();
-    EXPECT_TRUE (comes ([&] {
+    EXPECT_TRUE (wait_until ([&] {
         b.world.pass (0.01);
         return !b.bench->simulation_progress ();
     }));

@@ -36,16 +36,6 @@ class Environment {
     std::optional<std::string> before_;
 };
 
-/// Waits until it holds; false when it does not within `seconds`.
-inline bool wait_until (const std::function<bool ()>& condition, double seconds = 10) {
-    const auto end = std::chrono::steady_clock::now () + std::chrono::duration<double> (seconds);
-    while (!condition ()) {
-        if (std::chrono::steady_clock::now () > end) return false;
-        std::this_thread::sleep_for (std::chrono::milliseconds (20));
-    }
-    return true;
-}
-
 /// Waits for what gives no sign of having come. A sanitized editor needs more time to follow.
 inline void pause (int milliseconds) {
     std::this_thread::sleep_for (std::chrono::milliseconds (milliseconds * (sanitized ? 3 : 1)));

@@ -83,9 +83,7 @@ TEST_F (background, the_result_is_locked_until_the_viewer_has_ended) {
     shown.kill ();
     shown.wait ();
     // What the script of this viewer had started ends a moment later.
-    for (int i = 0; i < 5000 && is_locked (asked.out); ++i)
-        std::this_thread::sleep_for (std::chrono::milliseconds (2));
-    EXPECT_FALSE (is_locked (asked.out));
+    EXPECT_TRUE (testing::wait_until ([&] { return !is_locked (asked.out); }));
 }
 
 TEST_F (background, a_bad_model_is_deleted_too_and_no_viewer_starts) {

@@ -6,10 +6,12 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdlib>
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <zlib.h>
 
@@ -151,6 +153,15 @@ std::string unzipped_file (const fs::path& path) {
     }
     gzclose (file);
     return text;
+}
+
+bool wait_until (const std::function<bool ()>& condition, double seconds) {
+    const auto end = std::chrono::steady_clock::now () + std::chrono::duration<double> (seconds);
+    while (!condition ()) {
+        if (std::chrono::steady_clock::now () > end) return false;
+        std::this_thread::sleep_for (std::chrono::milliseconds (10));
+    }
+    return true;
 }
 
 } // namespace ostrand::testing

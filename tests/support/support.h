@@ -3,6 +3,7 @@
 #include "base/report.h"
 
 #include <filesystem>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -60,6 +61,9 @@ struct ProgramResult {
 /// input   what it finds on standard input
 ProgramResult run_program (std::vector<std::string> words, const std::filesystem::path& folder = {},
                            std::string_view input = {});
+
+/// Waits until it holds; false when it does not within `seconds`.
+bool wait_until (const std::function<bool ()>& condition, double seconds = 10);
 
 /// A file of the source tree, whole.
 std::string source_file (std::string_view path);
