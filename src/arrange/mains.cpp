@@ -12,14 +12,16 @@ namespace {
 
 constexpr double cofactor_malus = 8;
 constexpr double degree_malus = 2.0;      // per doubling of the reactions that a species is in
-constexpr double order_malus = 0.5;       // per place behind the first
 constexpr double same_species_malus = 30; // of an arc from a species to itself
 constexpr double unchanged_malus = 5;     // of a species that stands on both sides
 constexpr double name_bonus = 3;          // for names that are one word
+constexpr double least_reason = 0.5;      // to leave the order in which the sides are written
 constexpr std::size_t longest_name = 40;  // of a name that is compared
 
 // A side is looked at to this depth: reactions of genomes have hundreds of reactants (biomass).
 constexpr std::size_t most_candidates = 24;
+
+std::size_t at (int i) { return static_cast<std::size_t> (i); }
 
 /// Length of the longest part that both names have, over the length of the shorter; 0 for parts of
 /// one letter.
@@ -41,64 +43,87 @@ double likeness (std::string_view a, std::string_view b) {
     return longest / static_cast<double> (std::min (a.size (), b.size ()));
 }
 
+/// Scores pairs of a substrate and a product of one reaction.
+class Pairs {
+  public:
+    Pairs (const Graph& graph, const Reaction& reaction, const std::vector<double>& malus)
+        : graph_ (graph), substrates_ (reaction.substrates), products_ (reaction.products),
+          malus_ (malus) {}
+
+    /// What is written first, to another species where there is one.
+    MainReactants first () const {
+        MainReactants pair{substrates_.empty () ? -1 : 0, products_.empty () ? -1 : 0};
+        if (pair.substrate < 0 || pair.product < 0) return pair;
+        const auto other = std::find_if (products_.begin (), products_.end (),
+                                         [this] (int p) { return p != substrates_.front (); });
+        if (other != products_.end ()) pair.product = static_cast<int> (other - products_.begin ());
+        return pair;
+    }
+
+    /// What is written first, unless there is a reason for others.
+    MainReactants best () const {
+        const MainReactants begin = first ();
+        MainReactants found = begin;
+        double most = score (begin) + least_reason;
+        for (int i = begin.substrate; i < candidates (substrates_); ++i) {
+            for (int j = begin.product < 0 ? -1 : 0; j < candidates (products_); ++j) {
+                const double own = score ({i, j});
+                if (own <= most) continue;
+                most = own;
+                found = {i, j};
+            }
+            if (i < 0) break;
+        }
+        return found;
+    }
+
+  private:
+    static int candidates (const std::vector<int>& side) {
+        return static_cast<int> (std::min (side.size (), most_candidates));
+    }
+    bool known (int species) const { return species >= 0 && at (species) < malus_.size (); }
+
+    double score (MainReactants pair) const {
+        double sum = 0;
+        if (pair.substrate >= 0) sum -= cost (substrates_, products_, pair.substrate);
+        if (pair.product >= 0) sum -= cost (products_, substrates_, pair.product);
+        if (pair.substrate < 0 || pair.product < 0) return sum;
+        const int s = substrates_[at (pair.substrate)];
+        const int p = products_[at (pair.product)];
+        if (s == p) return sum - same_species_malus;
+        if (!known (s) || !known (p)) return sum;
+        return sum +
+               name_bonus * likeness (graph_.species[at (s)].name, graph_.species[at (p)].name);
+    }
+
+    double cost (const std::vector<int>& side, const std::vector<int>& other, int i) const {
+        const int species = side[at (i)];
+        const bool unchanged = std::find (other.begin (), other.end (), species) != other.end ();
+        return (unchanged ? unchanged_malus : 0.0) + (known (species) ? malus_[at (species)] : 100);
+    }
+
+    const Graph& graph_;
+    const std::vector<int>& substrates_;
+    const std::vector<int>& products_;
+    const std::vector<double>& malus_;
+};
+
 } // namespace
 
 std::vector<MainReactants> main_reactants (const Graph& graph) {
-    const auto known = [&] (int s) {
-        return s >= 0 && static_cast<std::size_t> (s) < graph.species.size ();
-    };
     std::vector<int> uses (graph.species.size (), 0);
     for (const Reaction& r : graph.reactions) {
         for (const auto* side : {&r.substrates, &r.products})
             for (const int s : *side)
-                if (known (s)) ++uses[static_cast<std::size_t> (s)];
+                if (s >= 0 && at (s) < uses.size ()) ++uses[at (s)];
     }
-    std::vector<double> malus (graph.species.size (), 0);
-    for (std::size_t s = 0; s < malus.size (); ++s) {
-        malus[s] = degree_malus * std::log2 (1.0 + uses[s]);
-        if (is_cofactor_name (graph.species[s].name)) malus[s] += cofactor_malus;
+    std::vector<double> malus;
+    for (std::size_t s = 0; s < graph.species.size (); ++s) {
+        malus.push_back (degree_malus * std::log2 (1.0 + uses[s]));
+        if (is_cofactor_name (graph.species[s].name)) malus.back () += cofactor_malus;
     }
     std::vector<MainReactants> mains;
-    for (const Reaction& r : graph.reactions) {
-        MainReactants best;
-        double best_score = 0;
-        const auto cost_of = [&] (const std::vector<int>& side, std::size_t i) {
-            const std::vector<int>& other = &side == &r.substrates ? r.products : r.substrates;
-            const bool unchanged =
-                std::find (other.begin (), other.end (), side[i]) != other.end ();
-            return (unchanged ? unchanged_malus : 0.0) +
-                   order_malus * static_cast<double> (std::min (i, std::size_t{3})) +
-                   (known (side[i]) ? malus[static_cast<std::size_t> (side[i])] : 100.0);
-        };
-        const auto consider = [&] (int i, int j, double score) {
-            if ((best.substrate >= 0 || best.product >= 0) && score <= best_score + 1e-9) return;
-            best = {i, j};
-            best_score = score;
-        };
-        const std::size_t substrates = std::min (r.substrates.size (), most_candidates);
-        const std::size_t products = std::min (r.products.size (), most_candidates);
-        for (std::size_t i = 0; i < substrates; ++i) {
-            if (products == 0) consider (static_cast<int> (i), -1, -cost_of (r.substrates, i));
-            for (std::size_t j = 0; j < products; ++j) {
-                const int s = r.substrates[i];
-                const int p = r.products[j];
-                double score = -cost_of (r.substrates, i) - cost_of (r.products, j);
-                if (s == p) {
-                    score -= same_species_malus;
-                } else if (known (s) && known (p)) {
-                    score +=
-                        name_bonus * likeness (graph.species[static_cast<std::size_t> (s)].name,
-                                               graph.species[static_cast<std::size_t> (p)].name);
-                }
-                consider (static_cast<int> (i), static_cast<int> (j), score);
-            }
-        }
-        if (substrates == 0) {
-            for (std::size_t j = 0; j < products; ++j)
-                consider (-1, static_cast<int> (j), -cost_of (r.products, j));
-        }
-        mains.push_back (best);
-    }
+    for (const Reaction& r : graph.reactions) mains.push_back (Pairs (graph, r, malus).best ());
     return mains;
 }
 

@@ -11,9 +11,10 @@ struct MainReactants {
     int product = -1;
 };
 
-/// The main reactants of each reaction: cofactors seldom are, by name and by the number of
-/// reactions that a species takes part in; names that share a part point to each other; else the
-/// first of a side is taken.
+/// The main reactants of each reaction: the first of each side, to another species where there is
+/// one, unless there is a reason for others. Cofactors seldom are main ones, by name and by
+/// the number of reactions that a species takes part in, nor is what a reaction leaves unchanged;
+/// names that share a part point to each other.
 std::vector<MainReactants> main_reactants (const Graph& graph);
 
 /// Moves the main reactants of each reaction to the front of their sides; the others keep their

@@ -1,6 +1,7 @@
 // Makes nodes, arcs and their texts.
 #include "sbml_in/build.h"
 
+#include "arrange/mains.h"
 #include "base/text.h"
 #include "document/markup.h"
 #include "names/name_markup.h"
@@ -76,6 +77,7 @@ class Builder {
     Node& make_node (int species);
     Node& node_for (int species, int reaction);
     Node& mark (int compartment);
+    void find_mains ();
     void reaction (const ModelReaction& r, int index);
     Arque& link (Node& from, Arque& to, unsigned type, const Reference& reference);
     void stoichiometry (Arque& arc, bool at_source, const Reference& reference);
@@ -93,6 +95,7 @@ class Builder {
     std::vector<Node*> glyph_node_;
     std::map<std::pair<int, int>, std::vector<int>> uses_; // reaction, species -> glyphs
     std::vector<bool> is_enzyme_;
+    std::vector<arrange::MainReactants> mains_;  // of each reaction
     std::vector<std::pair<Node*, Node*>> marks_; // and the node beside
     std::map<int, std::vector<Node*>> inside_;   // compartment, -1 for none -> its nodes
     std::map<int, Compart*> boxes_;
@@ -173,24 +176,49 @@ void Builder::kinetics (const ModelReaction& r, Arque& main,
     }
 }
 
-void Builder::reaction (const ModelReaction& r, int index) {
-    // The main product is another species than the main substrate where there is one.
-    std::size_t main_product = 0;
-    if (!r.reactants.empty ()) {
-        for (std::size_t i = 0; i < r.products.size (); ++i) {
-            if (r.products[i].species != r.reactants.front ().species) {
-                main_product = i;
+/// Which substrate and which product the arc of each reaction leads between. A file with a drawing
+/// keeps its order, as we write the main ones first; elsewhere the path of the matter is followed and
+/// cofactors stand beside it.
+void Builder::find_mains () {
+    if (!model_.places.empty ()) {
+        for (const ModelReaction& r : model_.reactions) {
+            arrange::MainReactants main{r.reactants.empty () ? -1 : 0,
+                                        r.products.empty () ? -1 : 0};
+            // The main product is another species than the main substrate where there is one.
+            for (std::size_t i = 0; i < r.products.size () && main.substrate == 0; ++i) {
+                if (r.products[i].species == r.reactants.front ().species) continue;
+                main.product = static_cast<int> (i);
                 break;
             }
+            mains_.push_back (main);
         }
+        return;
     }
-    Node& from = r.reactants.empty () ? mark (compartment_of (r.products))
-                                      : node_for (r.reactants.front ().species, index);
+    arrange::Graph graph;
+    for (const ModelSpecies& s : model_.species) {
+        graph.species.emplace_back ().name = s.name.empty () ? s.id : s.name;
+    }
+    for (const ModelReaction& r : model_.reactions) {
+        arrange::Reaction& reaction = graph.reactions.emplace_back ();
+        for (const Reference& one : r.reactants) reaction.substrates.push_back (one.species);
+        for (const Reference& one : r.products) reaction.products.push_back (one.species);
+    }
+    mains_ = arrange::main_reactants (graph);
+}
+
+void Builder::reaction (const ModelReaction& r, int index) {
+    const auto [main_substrate, main_product] = mains_[static_cast<std::size_t> (index)];
+    const auto main_of = [] (const std::vector<Reference>& side, int i) -> const Reference& {
+        return side[static_cast<std::size_t> (i)];
+    };
+    Node& from = r.reactants.empty ()
+                     ? mark (compartment_of (r.products))
+                     : node_for (main_of (r.reactants, main_substrate).species, index);
     Node* to = nullptr;
     if (r.products.empty ()) {
         to = &mark (compartment_of (r.reactants));
     } else {
-        const int species = r.products[main_product].species;
+        const int species = main_of (r.products, main_product).species;
         to = &node_for (species, index);
         if (to == &from) to = &make_node (species); // a copy: an arc needs two ends
     }
@@ -198,17 +226,21 @@ void Builder::reaction (const ModelReaction& r, int index) {
     if (r.products.empty ()) marks_.emplace_back (to, &from);
     Arque& main = *from.connect (*to, r.reversible ? document::arc::reversible_reaction
                                                    : document::arc::reaction);
-    std::vector<Arque*> substrates{&main};
-    if (!r.reactants.empty ()) stoichiometry (main, true, r.reactants.front ());
-    if (!r.products.empty ()) stoichiometry (main, false, r.products[main_product]);
-    for (std::size_t i = 1; i < r.reactants.size (); ++i) {
+    std::vector<Arque*> substrates; // in the order of the reactants
+    if (!r.reactants.empty ()) stoichiometry (main, true, main_of (r.reactants, main_substrate));
+    if (!r.products.empty ()) stoichiometry (main, false, main_of (r.products, main_product));
+    for (std::size_t i = 0; i < r.reactants.size (); ++i) {
+        if (static_cast<int> (i) == main_substrate) {
+            substrates.push_back (&main);
+            continue;
+        }
         substrates.push_back (
             &link (node_for (r.reactants[i].species, index), main,
                    r.reversible ? document::arc::reversible_substrate : document::arc::substrate,
                    r.reactants[i]));
     }
     for (std::size_t i = 0; i < r.products.size (); ++i) {
-        if (i == main_product) continue;
+        if (static_cast<int> (i) == main_product) continue;
         link (node_for (r.products[i].species, index), main,
               r.reversible ? document::arc::reversible_product : document::arc::product,
               r.products[i]);
@@ -341,6 +373,7 @@ std::unique_ptr<Network> Builder::run () {
         if (nodes_[i].empty ()) make_node (static_cast<int> (i));
     }
     compartments ();
+    find_mains ();
     for (std::size_t i = 0; i < model_.reactions.size (); ++i) {
         reaction (model_.reactions[i], static_cast<int> (i));
     }

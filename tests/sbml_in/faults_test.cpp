@@ -153,11 +153,31 @@ TEST (ForeignSbml, broken_stoichiometries_are_labels) {
     EXPECT_EQ (letters (links[0]->stoech_src ()), "0.25");
 }
 
+TEST (ForeignSbml, the_arc_follows_the_path_and_cofactors_stand_beside_it) {
+    const Reading r = read (sbml_lists (
+        sbml_species ("ATP") + sbml_species ("Glc") + sbml_species ("ADP") + sbml_species ("G6P"),
+        sbml_reaction ({.id = "r", .reactants = "2*ATP Glc", .products = "3*ADP G6P"})));
+    const Arque* arc = reaction (*r.network);
+    ASSERT_NE (arc, nullptr);
+    EXPECT_EQ (arc->source ()->name (), "Glc");
+    EXPECT_EQ (arc->dest_node ()->name (), "G6P");
+    EXPECT_EQ (arc->stoech_src (), nullptr);
+    EXPECT_EQ (arc->stoech_dest (), nullptr);
+    const auto links = r.network->arcs_to (*arc);
+    ASSERT_EQ (links.size (), 2U);
+    EXPECT_EQ (links[0]->source ()->name (), "ATP");
+    EXPECT_EQ (links[0]->type (), document::arc::substrate);
+    EXPECT_EQ (letters (links[0]->stoech_src ()), "2");
+    EXPECT_EQ (links[1]->source ()->name (), "ADP");
+    EXPECT_EQ (links[1]->type (), document::arc::product);
+    EXPECT_EQ (letters (links[1]->stoech_src ()), "3");
+}
+
 TEST (ForeignSbml, reversible_reactions_are_drawn_both_ways) {
     const Reading r = read (sbml_lists (
         sbml_species ("A") + sbml_species ("B") + sbml_species ("C"),
         sbml_reaction ({.id = "r", .reactants = "A B", .products = "C", .reversible = true}) +
-            sbml_reaction ({.id = "q", .reactants = "A", .products = "C"})));
+            sbml_reaction ({.id = "q", .reactants = "B", .products = "C"})));
     EXPECT_EQ (reaction (*r.network, 0)->type (), document::arc::reversible_reaction);
     EXPECT_EQ (reaction (*r.network, 1)->type (), document::arc::reaction);
     EXPECT_EQ (r.network->arcs_to (*reaction (*r.network, 0))[0]->type (),
