@@ -33,6 +33,18 @@ constexpr double enzyme_of_km = 0.005;
 constexpr double least_enzyme = 0.05;
 constexpr double fastest_turnover = 500;
 
+/// A place that binds and lets go again: how much there is of it, of Km and in uM, and how often it
+/// lets go in a second.
+constexpr double least_place = 0.05;
+constexpr double most_place = 1;
+constexpr double letting_go = 100;
+/// Of a debt that is paid at once: two molecules' meeting.
+constexpr double paying = 1000;
+
+double constant_of_meeting (double per_um_and_second) {
+    return per_um_and_second / (molecules_per_um * steps_per_second * meeting);
+}
+
 std::string letters_of (const document::Char* field) {
     if (field == nullptr || field->kind () != document::CharKind::line) return {};
     return static_cast<const document::Line*> (field)->chars_only ();
@@ -288,6 +300,10 @@ bool Elementary::write () {
     return split () && return_reactants ();
 }
 
+double amount_of_place (double km) {
+    return std::clamp (enzyme_of_km * km, least_place, most_place);
+}
+
 class Rated {
   public:
     Rated (const Parts& parts, int number) : parts_ (parts), number_ (number) {}
@@ -309,6 +325,11 @@ class Rated {
         if (out_.fault.empty ()) out_.fault = why;
     }
     void enzyme_statement (const std::string& enzyme, double kcat);
+    bool each_for_itself () const;
+    void independent_substrates (const std::vector<std::string>& enzymes, double kcat);
+    void binding (const std::string& place, std::size_t substrate, const std::string& bound);
+    std::string filled_places ();
+    std::string brought_along (const std::string& name, double amount);
     void multiply (std::string& text, const std::map<std::string, double>& side,
                    const std::vector<std::string>& order);
 
@@ -378,7 +399,7 @@ void Rated::direction (const std::map<std::string, double>& from,
         break;
     }
     case 1: constant = rate.value / steps_per_second; break;
-    case 2: constant = rate.value / (molecules_per_um * steps_per_second * meeting); break;
+    case 2: constant = constant_of_meeting (rate.value); break;
     default: return fail ("more than two molecules would have to meet");
     }
     if (!(constant >= 0)) return fail ("its rate is negative");
@@ -449,15 +470,92 @@ RatedText Rated::enzyme (const Rate& rate) {
         }
         if (enzymes.empty ()) fail ("it has a turnover but no enzyme");
     } else {
-        enzymes.push_back ("enzyme " + std::to_string (number_));
-        const double amount = std::max ({least_enzyme, std::min (enzyme_of_km * km, rate.value),
-                                         rate.value / fastest_turnover});
+        double amount = std::max ({least_enzyme, std::min (enzyme_of_km * km, rate.value),
+                                   rate.value / fastest_turnover});
+        if (each_for_itself ()) amount = amount_of_place (parts_.km.front ());
         kcat = rate.value / amount;
-        out_.concentrations +=
-            "[" + sim::quoted (enzymes.front ()) + "] = " + language_number (amount) + " uM;\n";
+        enzymes.push_back (brought_along ("enzyme " + std::to_string (number_), amount));
     }
-    for (const std::string& enzyme : enzymes) enzyme_statement (enzyme, kcat);
+    if (each_for_itself ()) {
+        independent_substrates (enzymes, kcat);
+    } else {
+        for (const std::string& enzyme : enzymes) enzyme_statement (enzyme, kcat);
+    }
     return std::move (out_);
+}
+
+/// A species of the text's own, with its amount in uM; gives its name.
+std::string Rated::brought_along (const std::string& name, double amount) {
+    out_.concentrations += "[" + sim::quoted (name) + "] = " + language_number (amount) + " uM;\n";
+    return name;
+}
+
+/// Several substrates, one of each, and nothing else that binds.
+bool Rated::each_for_itself () const {
+    return parts_.substrates.size () > 1 && parts_.inhibitors.empty () &&
+           std::all_of (parts_.substrates.begin (), parts_.substrates.end (),
+                        [] (const auto& substrate) { return substrate.second == 1; });
+}
+
+/// Binding of a substrate and letting it go: half of the places are filled at Km.
+void Rated::binding (const std::string& place, std::size_t substrate, const std::string& bound) {
+    const std::string name = sim::quoted (parts_.substrate_order[substrate]);
+    out_.statements += sim::quoted (place) + " + " + name + " -> " + sim::quoted (bound) + " | " +
+                       language_number (constant_of_meeting (letting_go / parts_.km[substrate])) +
+                       " ;\n" + sim::quoted (bound) + " -> " + sim::quoted (place) + " + " + name +
+                       " | " + language_number (letting_go / steps_per_second) + " ;\n";
+}
+
+/// Places for all substrates but the first, each bound independently of the others. Gives the name
+/// of those with all of them.
+std::string Rated::filled_places () {
+    const std::size_t sites = parts_.km.size () - 1;
+    const double km = *std::min_element (parts_.km.begin () + 1, parts_.km.end ());
+    const std::string empty =
+        brought_along ("places " + std::to_string (number_), amount_of_place (km));
+    const auto state = [&] (std::size_t filled) {
+        return filled == 0 ? empty : empty + "." + std::to_string (filled);
+    };
+    const std::size_t all = (std::size_t{1} << sites) - 1;
+    for (std::size_t filled = 0; filled < all; ++filled) {
+        for (std::size_t i = 0; i < sites; ++i) {
+            const std::size_t more = filled | std::size_t{1} << i;
+            if (more != filled) binding (state (filled), i + 1, state (more));
+        }
+    }
+    return state (all);
+}
+
+/// The law that is a product of saturations, S1 / (K1 + S1) * S2 / (K2 + S2) ...: the enzyme binds
+/// the first substrate, places that take no part bind the others, and the reaction is as fast as
+/// filled ones meet. An enzyme statement of several substrates has another law, up to twenty times as
+/// fast where they are scarce, as its complexes fall apart slowly. Nothing that is bound is used up, so that binding stays in
+/// balance: each firing owes its substrates, and free ones pay at once.
+void Rated::independent_substrates (const std::vector<std::string>& enzymes, double kcat) {
+    std::map<std::string, double> target = parts_.products;
+    for (const auto& [name, n] : parts_.substrates) target[name] -= n;
+    for (auto& [name, n] : target)
+        if (parts_.held.at (name)) n = 0;
+    std::map<std::string, double> change;
+    for (const auto& [name, n] : target) {
+        if (n >= 0) {
+            change[name] = n;
+            continue;
+        }
+        const std::string debt = "owed " + std::to_string (number_) + " " + name;
+        change[debt] = -n;
+        out_.statements += sim::quoted (debt) + " + " + sim::quoted (name) + " -> " +
+                           sim::quoted ("gone") + " | " + language_number (paying) + " ;\n";
+    }
+    const std::string places = filled_places ();
+    const double km = *std::min_element (parts_.km.begin () + 1, parts_.km.end ());
+    for (const std::string& enzyme : enzymes) {
+        const std::string bound = enzyme + " filled " + std::to_string (number_);
+        binding (enzyme, 0, bound);
+        if (!through_complex ({bound, places}, change,
+                              constant_of_meeting (kcat / amount_of_place (km))))
+            fail ("a number of molecules is not whole");
+    }
 }
 
 void Rated::enzyme_statement (const std::string& enzyme, double kcat) {

@@ -1,13 +1,17 @@
 // Kinetics: what the deterministic simulator makes of a model against its differential equations.
 #include "sbml_in/builders.h"
 #include "sbml_in/plain_ode.h"
+#include "sbml_in/read_sbml.h"
 #include "sbml_in/simulated.h"
 #include "support/support.h"
+
+#include "document/network.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <map>
 
 namespace ostrand::sbml_in {
 namespace {
@@ -128,6 +132,79 @@ TEST (Kinetics, a_maximal_velocity_runs_as_its_equation) {
                             .math = mathml_of ("(/ (* cell V S) (+ Km S))"),
                             .parameters = sbml_local ("V", "30") + sbml_local ("Km", "150")})),
         {"S", "P"}, 11);
+}
+
+/// The arc leads from Glc; ATP's constant stays on ATP's link.
+TEST (Kinetics, each_substrate_has_its_own_constant_whichever_the_arc_leads_from) {
+    const std::string xml = sbml_lists (
+        sbml_species ("ATP", "60") + sbml_species ("Glc", "500") + sbml_species ("ADP") +
+            sbml_species ("G6P"),
+        sbml_reaction ({.id = "r",
+                        .reactants = "ATP Glc",
+                        .products = "ADP G6P",
+                        .math = mathml_of ("(/ (* V ATP Glc) (* (+ Ka ATP) (+ Kg Glc)))"),
+                        .parameters = sbml_local ("V", "8") + sbml_local ("Ka", "20") +
+                                      sbml_local ("Kg", "900")}));
+    const Reading reading = read_sbml (xml);
+    ASSERT_NE (reading.network, nullptr);
+    std::map<std::string, std::string> constants;
+    for (const document::Arque* a : reading.network->all_arcs ()) {
+        if (a->label () == nullptr) continue;
+        constants[a->source ()->name ()] =
+            static_cast<const document::Line*> (a->label ())->chars_only ();
+    }
+    EXPECT_EQ (constants,
+               (std::map<std::string, std::string>{{"ATP", "20 uM"}, {"Glc", "900 uM"}}));
+    expect_follows_equations (xml, {"ATP", "G6P"}, 9);
+}
+
+/// Scarce and plenty, in every mixture: random binding to one enzyme would be up to twenty times as
+/// fast as the law.
+TEST (Kinetics, a_product_of_saturations_runs_as_its_equation) {
+    struct Case {
+        const char *a, *b;
+    };
+    for (const Case& c :
+         {Case{"5", "8"}, Case{"2000", "8"}, Case{"30", "900"}, Case{"1500", "2500"}}) {
+        SCOPED_TRACE (std::string (c.a) + " and " + c.b);
+        expect_follows_equations (
+            sbml_lists (
+                sbml_species ("A", c.a) + sbml_species ("B", c.b) + sbml_species ("P") +
+                    sbml_species ("Q"),
+                sbml_reaction ({.id = "r",
+                                .reactants = "A B",
+                                .products = "2*P Q",
+                                .math = mathml_of ("(/ (* V A B) (* (+ Ka A) (+ Kb B)))"),
+                                .parameters = sbml_local ("V", "12") + sbml_local ("Ka", "60") +
+                                              sbml_local ("Kb", "150")})),
+            {"A", "B", "P", "Q"}, 11);
+    }
+}
+
+TEST (Kinetics, a_product_of_saturations_by_an_enzyme_or_of_three_substrates_runs_as_its_equation) {
+    expect_follows_equations (
+        sbml_lists (
+            sbml_species ("A", "90") + sbml_species ("H", "70") + sbml_species ("E", "0.4") +
+                sbml_species ("P"),
+            sbml_reaction ({.id = "r",
+                            .reactants = "A H",
+                            .products = "P",
+                            .modifiers = sbml_modifier ("E"),
+                            .math = mathml_of ("(/ (* kcat E A H) (* (+ Ka A) (+ Kh H)))"),
+                            .parameters = sbml_local ("kcat", "30") + sbml_local ("Ka", "80") +
+                                          sbml_local ("Kh", "200")})),
+        {"A", "H", "P"}, 11);
+    expect_follows_equations (
+        sbml_lists (
+            sbml_species ("A", "200") + sbml_species ("B", "90") + sbml_species ("C", "300") +
+                sbml_species ("P"),
+            sbml_reaction ({.id = "r",
+                            .reactants = "A B C",
+                            .products = "P",
+                            .math = mathml_of ("(/ (* V A B C) (* (+ Ka A) (+ Kb B) (+ Kc C)))"),
+                            .parameters = sbml_local ("V", "20") + sbml_local ("Ka", "100") +
+                                          sbml_local ("Kb", "60") + sbml_local ("Kc", "400")})),
+        {"A", "B", "C", "P"}, 11);
 }
 
 TEST (Kinetics, an_enzyme_with_a_function_of_its_own_runs_as_its_equation) {
