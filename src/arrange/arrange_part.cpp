@@ -148,9 +148,10 @@ class PartArranger {
         for (const Part& part : connected_parts (chosen)) {
             if (part.drawing.reactions.empty ()) continue;
             const Point before = middle_of (part.drawing);
-            Draft draft = make_draft (part.drawing, effort_);
+            Draft draft =
+                make_draft (part.drawing, make_starts (part.drawing, effort_), effort_, 0);
             if (draft.drawing.nodes.empty ()) continue;
-            finish_draft (draft, effort_);
+            finish_draft (draft, effort_, 0);
             settle (draft.drawing);
             const Point after = middle_of (draft.drawing);
             for (std::size_t n = 0; n < part.nodes.size (); ++n) {

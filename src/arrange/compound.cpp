@@ -4,6 +4,7 @@
 #include "arrange/arc_place.h"
 #include "arrange/blocks.h"
 #include "arrange/pack.h"
+#include "arrange/page_cost.h"
 #include "arrange/search.h"
 #include "arrange/settle.h"
 #include "arrange/start.h"
@@ -51,9 +52,9 @@ Shape shape_of (const Drawing& drawing) {
 class Compound {
   public:
     Compound (const Graph& graph, Sketch& sketch, const std::vector<Part>& parts,
-              const std::vector<Draft>& drafts, const Options& options)
+              const std::vector<Draft>& drafts, const Options& options, std::uint64_t chance)
         : graph_ (graph), sketch_ (sketch), parts_ (parts), drafts_ (drafts), options_ (options),
-          boxes_ (graph.compartments.size ()) {
+          chance_ (chance), boxes_ (graph.compartments.size ()) {
         for (const Draft& draft : drafts) shapes_.push_back (shape_of (draft.drawing));
     }
 
@@ -87,14 +88,9 @@ class Compound {
     static constexpr double first_gap = 48;  // between boxes that arcs with squares join
     static constexpr double gap_growth = 1.7;
     static constexpr int most_tries = 8;
-    static constexpr double good_sides = 2; // longer side / shorter one of a page
-    static constexpr double most_sides = 2.8;
-    static constexpr double long_page_cost = 60;       // for each element and each more
-    static constexpr double too_long_page_cost = 2000; // likewise beyond the most
-    static constexpr double padding = 18;              // inside a box
-    static constexpr double shadow = 6;                // of a node, right of and below it
-    static constexpr double empty_page_cost = 400; // for each element, of a page that is all empty
-    static constexpr double hot = 600;             // heats of untangling
+    static constexpr double padding = 18; // inside a box
+    static constexpr double shadow = 6;   // of a node, right of and below it
+    static constexpr double hot = 600;    // heats of untangling
     static constexpr double warm = 200;
     static constexpr double cool = 60;
     static constexpr double begin_share = 0.4;   // of the work, for each beginning
@@ -186,7 +182,7 @@ class Compound {
         wishes.clarity = 2;
         {
             Field field (all, wishes);
-            Random random (97531);
+            Random random (97531 + chance_);
             const auto elements =
                 static_cast<double> (all.nodes.size () + all.reactions.size () + all.links.size ());
             const double work = share * options_.effort * work_of_element *
@@ -308,22 +304,7 @@ class Compound {
         measure_boxes ();
     }
 
-    /// What the whole drawing costs where it stands, and the page it needs.
-    double cost_of_all () {
-        Wishes wishes;
-        wishes.wall_weight = 0;
-        wishes.clarity = 3;
-        wishes.flows.assign (sketch_.drawing.reactions.size (), 0);
-        const Box page = page_box ();
-        double area = 0;
-        for (const DrawnNode& n : sketch_.drawing.nodes) area += 4 * n.half_width * n.half_height;
-        const double empty = 1 - area / (page.width () * page.height ());
-        const auto elements =
-            static_cast<double> (sketch_.drawing.nodes.size () + sketch_.drawing.reactions.size ());
-        return Field (sketch_.drawing, wishes).total () + empty_page_cost * elements * empty +
-               elements * (long_page_cost * std::max (0.0, sides () - good_sides) +
-                           too_long_page_cost * std::max (0.0, sides () - most_sides));
-    }
+    double cost_of_all () { return cost_on_page (sketch_.drawing, page_box ()); }
 
     Rooms rooms (double more) const {
         std::vector<Room> list;
@@ -527,6 +508,7 @@ class Compound {
     const std::vector<Draft>& drafts_;
     std::vector<Shape> shapes_;
     const Options& options_;
+    std::uint64_t chance_;
     std::vector<Box> boxes_;
     std::vector<char> holds_;
 };
@@ -534,8 +516,9 @@ class Compound {
 } // namespace
 
 std::vector<Box> place_parts (const Graph& graph, Sketch& sketch, const std::vector<Part>& parts,
-                              const std::vector<Draft>& drafts, const Options& options) {
-    return Compound (graph, sketch, parts, drafts, options).place ();
+                              const std::vector<Draft>& drafts, const Options& options,
+                              std::uint64_t chance) {
+    return Compound (graph, sketch, parts, drafts, options, chance).place ();
 }
 
 } // namespace ostrand::arrange

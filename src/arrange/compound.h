@@ -12,6 +12,7 @@ namespace ostrand::arrange {
 /// Sets the places of all nodes of the sketch from those of the parts' drafts; gives the boxes of
 /// the compartments, empty for those without a node.
 std::vector<Box> place_parts (const Graph& graph, Sketch& sketch, const std::vector<Part>& parts,
-                              const std::vector<Draft>& drafts, const Options& options);
+                              const std::vector<Draft>& drafts, const Options& options,
+                              std::uint64_t chance);
 
 } // namespace ostrand::arrange

@@ -473,12 +473,4 @@ double Field::burden (int link) const {
     return sum;
 }
 
-int Field::crossings () const {
-    int count = 0;
-    for (int e = first_arc_; e < count_; ++e)
-        for (const PairCost& p : pairs_[at (e)])
-            if (p.other > e && p.cost == wishes_.clarity * crossing_cost) ++count;
-    return count;
-}
-
 } // namespace ostrand::arrange

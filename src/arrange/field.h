@@ -18,7 +18,7 @@ inline constexpr double square_gap = 5; // between a square and a node that is n
 inline constexpr double least_node_gap = 8;
 inline constexpr double least_square_gap = 2;
 inline constexpr double least_own_gap = 5; // between a square and the nodes at its arc's ends
-inline constexpr double crossing_cost = 70;
+inline constexpr double crossing_cost = 150;
 inline constexpr double ideal_link = 22; // from a node to where its link ends
 
 /// What a drawing is wanted to look like, besides what holds for all.
@@ -66,8 +66,6 @@ class Field {
     std::uint64_t work () const { return work_; }
     /// Length of a link and what it costs with others: how much would be won without it.
     double burden (int link) const;
-    /// Pairs of arcs that cross.
-    int crossings () const;
 
   private:
     struct Segment {

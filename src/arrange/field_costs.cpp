@@ -8,11 +8,11 @@ namespace ostrand::arrange {
 namespace {
 
 // Costs, in pixels of arc.
-constexpr double overlap_cost = 1500;    // of two nodes, or of a node on a square: must not be
-constexpr double overlap_slope = 12;     // and by its depth, so that small steps lead out of it
-constexpr double crowd_slope = 4;        // per pixel that lacks of a gap
-constexpr double squares_cost = 150;     // two squares one on the other
-constexpr double through_node_cost = 90; // an arc that runs over a node
+constexpr double overlap_cost = 1500;     // of two nodes, or of a node on a square: must not be
+constexpr double overlap_slope = 12;      // and by its depth, so that small steps lead out of it
+constexpr double crowd_slope = 4;         // per pixel that lacks of a gap
+constexpr double squares_cost = 150;      // two squares one on the other
+constexpr double through_node_cost = 130; // an arc that runs over a node
 constexpr double through_node_slope = 0.8;
 constexpr double through_square_cost = 70;
 constexpr double narrow_angle_cost = 40; // two arcs that leave a node almost together
@@ -21,6 +21,7 @@ constexpr double long_slope = 0.2;
 constexpr double short_slope = 4;
 constexpr double slant_cost = 9; // an arc that is neither upright nor level
 constexpr double link_angle_cost = 25;
+constexpr double least_link = 14;    // shorter, its head hides it
 constexpr double line_clearance = 3; // of an arc beside a node
 constexpr double misfit_cost = 1500; // of a node outside its compartment, or in a strange one
 constexpr double misfit_slope = 12;
@@ -275,6 +276,7 @@ double Field::alone (int element) const {
         const double length = length_of (dx, dy);
         double cost = length < ideal_link ? short_slope * (ideal_link - length)
                                           : long_slope * (length - ideal_link);
+        if (length < least_link) cost += overlap_slope * (least_link - length);
         // The direction from the arc to the node against the direction of the arc: further
         // substrates come from behind, products leave before, modifiers stand beside.
         const double ax = arc.end.x - arc.start.x;

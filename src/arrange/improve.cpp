@@ -2,7 +2,6 @@
 #include "arrange/improve.h"
 
 #include "arrange/search.h"
-#include "arrange/start.h"
 
 #include <algorithm>
 #include <cmath>
@@ -51,23 +50,36 @@ Box walls_of (const Drawing& drawing, double fill) {
 
 } // namespace
 
-Draft make_draft (const Drawing& drawing, double effort) {
+std::vector<Start> make_starts (const Drawing& drawing, double effort) {
+    std::vector<Start> starts;
+    if (drawing.reactions.empty ()) return starts;
+    constexpr double little = 0.25;   // effort below which only the fastest start is tried
+    constexpr std::size_t many = 300; // elements: one start in layers takes long enough
+    for (const StartKind kind : {StartKind::down, StartKind::right, StartKind::stress}) {
+        if (kind != StartKind::stress && effort < little) continue;
+        if (kind == StartKind::right && elements_of (drawing) > many) continue;
+        Start start{kind, drawing};
+        if (!start_places (start.drawing, kind)) continue;
+        const Box box = bounds_of (start.drawing);
+        const double shape = box.width () / std::max (box.height (), 1.0);
+        if (shape > 2.6 || shape < 0.45) fold (start.drawing, 4. / 3);
+        starts.push_back (std::move (start));
+    }
+    return starts;
+}
+
+Draft make_draft (const Drawing& drawing, const std::vector<Start>& starts, double effort,
+                  std::uint64_t chance) {
     const auto flows = acyclic_reactions (drawing);
     Draft best;
     double best_cost = 0;
-    constexpr double little = 0.5; // effort below which only the fastest start is tried
-    for (const StartKind kind : {StartKind::down, StartKind::right, StartKind::stress}) {
-        if (effort < little && kind != StartKind::stress) continue;
-        Draft draft{drawing, {}};
-        if (!start_places (draft.drawing, kind)) continue;
-        const Box box = bounds_of (draft.drawing);
-        const double shape = box.width () / std::max (box.height (), 1.0);
-        if (shape > 2.6 || shape < 0.45) fold (draft.drawing, 4. / 3);
+    for (const Start& start : starts) {
+        Draft draft{start.drawing, {}};
         draft.wishes.flows = flows;
-        if (kind == StartKind::right) draft.wishes.flow = {1, 0};
-        if (kind == StartKind::stress) draft.wishes.flow_weight = 10;
+        if (start.kind == StartKind::right) draft.wishes.flow = {1, 0};
+        if (start.kind == StartKind::stress) draft.wishes.flow_weight = 10;
         draft.wishes.walls = walls_of (draft.drawing, 0.15);
-        Random random (12345);
+        Random random (12345 + chance);
         Field field (draft.drawing, draft.wishes);
         search (draft.drawing, field, draft.wishes, {work_of (drawing, effort * 1000), 100, 5},
                 random);
@@ -97,14 +109,14 @@ std::vector<int> links_to_split (Draft& draft) {
     return found;
 }
 
-void finish_draft (Draft& draft, double effort) {
+void finish_draft (Draft& draft, double effort, std::uint64_t chance) {
     Drawing& drawing = draft.drawing;
-    Random random (54321);
+    Random random (54321 + chance);
     {
         Field field (drawing, draft.wishes);
         const int stages = 12;
         const double hot = 100, cold = 0.5;
-        const double w0 = 0.4, w1 = 2;
+        const double w0 = 0.4, w1 = 4;
         for (int k = 0; k < stages; ++k) {
             const double a = static_cast<double> (k) / stages;
             const double b = static_cast<double> (k + 1) / stages;
@@ -120,7 +132,7 @@ void finish_draft (Draft& draft, double effort) {
         }
     }
     draft.wishes.clarity = 3;
-    draft.wishes.wall_weight = 6;
+    draft.wishes.wall_weight = 10;
     draft.wishes.walls = walls_of (drawing, 0.6);
     Field field (drawing, draft.wishes);
     search (drawing, field, draft.wishes, {work_of (drawing, effort * 3000), 80, 1, 40, 8, 0.4},

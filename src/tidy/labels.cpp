@@ -14,7 +14,7 @@ using document::Line;
 using document::Point;
 
 constexpr float step = 6;         // between tried places
-constexpr int most_rings = 8;     // of them around a text's own place
+constexpr int most_rings = 10;    // of them around a text's own place
 constexpr float square_side = 14; // of a reaction
 constexpr float page_margin = 2;
 constexpr float text_weight = 0.5F; // of a text under a text: both may still be read

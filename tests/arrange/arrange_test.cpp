@@ -1,14 +1,18 @@
 // Arranged graphs: the same every time, nothing on anything, boxes near what they are joined to.
 #include "arrange/arrange.h"
+#include "arrange/attempt.h"
 #include "arrange/blocks.h"
 #include "arrange/graphviz.h"
 #include "arrange/plain_measures.h"
+#include "arrange/plan.h"
 #include "arrange/rooms.h"
 #include "arrange/settle.h"
+#include "arrange/squeeze.h"
 #include "support/random_document.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <memory>
 #include <thread>
@@ -90,6 +94,48 @@ TEST (Arrange, two_threads_get_what_one_gets) {
     EXPECT_EQ (second, alone);
 }
 
+TEST (Arrange, the_best_of_all_attempts_is_taken) {
+    const Graph graph = random_graph (12, 14, 0, 3);
+    const Options options;
+    const Ground ground = make_ground (graph, options);
+    const Plan plan = plan_for (ground.sketch.drawing, ground.apart, options.effort);
+    ASSERT_GT (plan.attempts, 2U);
+    Options each;
+    each.effort = plan.effort;
+    std::vector<Attempt> attempts;
+    for (std::size_t i = 0; i < plan.attempts; ++i)
+        attempts.push_back (attempt (graph, ground, each, i));
+    const auto [best, worst] =
+        std::minmax_element (attempts.begin (), attempts.end (),
+                             [] (const Attempt& a, const Attempt& b) { return a.cost < b.cost; });
+    EXPECT_LT (best->cost, worst->cost);
+    const std::vector<Point> places = places_of (arrange (graph));
+    const std::vector<DrawnNode>& nodes = best->sketch.drawing.nodes;
+    ASSERT_EQ (places.size (), nodes.size ());
+    // Moved onto the page as a whole.
+    for (std::size_t n = 0; n < nodes.size (); ++n) {
+        EXPECT_EQ (places[n].x - places[0].x, nodes[n].at.x - nodes[0].at.x);
+        EXPECT_EQ (places[n].y - places[0].y, nodes[n].at.y - nodes[0].at.y);
+    }
+}
+
+TEST (Plan, the_smaller_a_drawing_the_more_attempts) {
+    const auto plan = [] (int species, int reactions, double effort) {
+        const Ground ground = make_ground (random_graph (species, reactions, 0, 5), {});
+        return plan_for (ground.sketch.drawing, ground.apart, effort);
+    };
+    EXPECT_EQ (plan (5, 4, 1).attempts, 16U);
+    EXPECT_EQ (plan (5, 4, 1).effort, 1);
+    EXPECT_EQ (plan (90, 100, 1).attempts, 2U);
+    EXPECT_GE (plan (90, 100, 1).effort, 0.5);
+    EXPECT_LT (plan (90, 100, 1).effort, 1);
+    EXPECT_EQ (plan (90, 101, 1).attempts, 4U);
+    // With little time there is one.
+    EXPECT_EQ (plan (5, 4, 0.2).attempts, 1U);
+    EXPECT_EQ (plan (5, 4, 0.2).effort, 0.2);
+    EXPECT_EQ (plan (5, 0, 1).attempts, 1U);
+}
+
 TEST (Arrange, a_tangle_of_compartments_has_nothing_on_anything) {
     for (const unsigned seed : {11U, 12U}) {
         const Graph graph = random_graph (40, 60, 4, seed);
@@ -131,6 +177,69 @@ TEST (Settle, nodes_at_one_place_are_parted) {
     drawing.index ();
     EXPECT_TRUE (settle (drawing));
     EXPECT_LT (bounds_of (drawing).width (), 1000);
+}
+
+class Squeezed : public ::testing::Test {
+  protected:
+    int add (Point at) {
+        DrawnNode node;
+        node.at = at;
+        node.half_width = 20;
+        node.half_height = 12;
+        drawing.nodes.push_back (node);
+        return static_cast<int> (drawing.nodes.size ()) - 1;
+    }
+    void react (int from, int to) {
+        DrawnReaction reaction;
+        reaction.from = from;
+        reaction.to = to;
+        drawing.reactions.push_back (reaction);
+    }
+    void run () {
+        drawing.index ();
+        drawing.set_ideal_lengths ();
+        squeeze (drawing);
+    }
+    Drawing drawing;
+};
+
+TEST_F (Squeezed, what_stands_far_away_comes_nearer_and_leaves_its_arc_room) {
+    add ({0, 0});
+    add ({600, 0});
+    react (0, 1);
+    run ();
+    const double between = drawing.nodes[1].at.x - drawing.nodes[0].at.x - 40;
+    EXPECT_LE (between, drawing.reactions[0].ideal + 16);
+    EXPECT_GE (between, 30); // a square and its gaps
+    EXPECT_EQ (drawing.nodes[0].at, (Point{0, 0}));
+}
+
+TEST_F (Squeezed, nodes_keep_their_gaps) {
+    for (int row = 0; row < 4; ++row)
+        for (int column = 0; column < 5; ++column) add ({100.0 * column + 7 * row, 90.0 * row});
+    run ();
+    const Box page = bounds_of (drawing);
+    EXPECT_LT (page.width (), 5 * 40 + 4 * 24);
+    EXPECT_LT (page.height (), 4 * 24 + 3 * 24);
+    for (std::size_t a = 0; a < drawing.nodes.size (); ++a) {
+        for (std::size_t b = 0; b < a; ++b) {
+            const Point p = drawing.nodes[a].at;
+            const Point q = drawing.nodes[b].at;
+            EXPECT_TRUE (std::abs (p.x - q.x) >= 48 || std::abs (p.y - q.y) >= 32);
+        }
+    }
+}
+
+TEST_F (Squeezed, an_arc_comes_up_to_a_node_and_not_over_it) {
+    for (const Point at : {Point{0, 150}, Point{200, 150}, Point{400, 0}, Point{400, 300}})
+        add (at);
+    react (0, 1);
+    react (2, 3);
+    run ();
+    const double edge = drawing.nodes[1].at.x + drawing.nodes[1].half_width;
+    EXPECT_GT (drawing.nodes[2].at.x, edge);
+    EXPECT_LT (drawing.nodes[2].at.x, 150);
+    EXPECT_EQ (drawing.nodes[2].at.x, drawing.nodes[3].at.x);
 }
 
 TEST (Rooms, the_nearest_place_is_wholly_inside) {

@@ -3,15 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <graphviz/cgraph.h>
-#include <graphviz/gvc.h>
 #include <map>
-#include <set>
-#include <string>
-
-extern "C" {
-extern gvplugin_library_t gvplugin_dot_layout_LTX_library;
-}
 
 namespace ostrand::testing {
 namespace {
@@ -228,79 +220,6 @@ Measures measure (const arrange::Graph& graph, const arrange::Layout& layout) {
     const double shorter = std::min (layout.page.width, layout.page.height);
     m.sides = shorter > 0 ? longer / shorter : 1;
     return m;
-}
-
-namespace {
-
-/// Crossings of straight lines between places; lines that share an end do not cross.
-int straight_crossings (const std::map<int, Point>& places,
-                        const std::set<std::pair<int, int>>& edges) {
-    const std::vector<std::pair<int, int>> list (edges.begin (), edges.end ());
-    int count = 0;
-    for (std::size_t a = 0; a < list.size (); ++a) {
-        const auto [p, q] = list[a];
-        for (std::size_t b = 0; b < a; ++b) {
-            const auto [r, s] = list[b];
-            if (p == r || p == s || q == r || q == s) continue;
-            if (cut (places.at (p), places.at (q), places.at (r), places.at (s))) ++count;
-        }
-    }
-    return count;
-}
-
-} // namespace
-
-PlainCrossings plain_crossings (const arrange::Layout& layout) {
-    std::map<int, Point> ours;
-    std::map<int, arrange::Size> sizes;
-    std::set<std::pair<int, int>> edges; // from, to; squares are numbered behind the nodes
-    for (std::size_t n = 0; n < layout.nodes.size (); ++n) {
-        ours[static_cast<int> (n)] = layout.nodes[n].centre;
-        sizes[static_cast<int> (n)] = layout.nodes[n].size;
-    }
-    for (std::size_t r = 0; r < layout.reactions.size (); ++r) {
-        const arrange::ReactionPlace& reaction = layout.reactions[r];
-        const int square = static_cast<int> (layout.nodes.size () + r);
-        ours[square] = reaction.square;
-        sizes[square] = {14, 14};
-        const auto add = [&] (int from, int to) {
-            if (from >= 0 && to >= 0 && !edges.contains ({to, from})) edges.emplace (from, to);
-        };
-        for (const int n : reaction.substrates) add (n, square);
-        for (const int n : reaction.products) add (square, n);
-        for (const int n : reaction.modifiers) add (n, square);
-    }
-    static lt_symlist_t plugins[] = {
-        {"gvplugin_dot_layout_LTX_library", &gvplugin_dot_layout_LTX_library}, {nullptr, nullptr}};
-    static GVC_t* const context = gvContextPlugins (plugins, 0);
-    const auto text = [] (const char* s) { return const_cast<char*> (s); };
-    agseterr (AGMAX);
-    agseterrf ([] (char*) { return 0; });
-    Agraph_t* const g = agopen (text ("dot"), Agstrictdirected, nullptr);
-    agattr (g, AGNODE, text ("label"), text (""));
-    agattr (g, AGNODE, text ("shape"), text ("box"));
-    agattr (g, AGNODE, text ("fixedsize"), text ("true"));
-    agattr (g, AGRAPH, text ("splines"), text ("line"));
-    Agsym_t* const width = agattr (g, AGNODE, text ("width"), text ("0.2"));
-    Agsym_t* const height = agattr (g, AGNODE, text ("height"), text ("0.2"));
-    std::map<int, Agnode_t*> nodes;
-    for (const auto& [key, size] : sizes) {
-        Agnode_t* const node = agnode (g, text (std::to_string (key).c_str ()), 1);
-        agxset (node, width, text (std::to_string (size.width / 72).c_str ()));
-        agxset (node, height, text (std::to_string (size.height / 72).c_str ()));
-        nodes[key] = node;
-    }
-    for (const auto& [from, to] : edges) agedge (g, nodes.at (from), nodes.at (to), nullptr, 1);
-    PlainCrossings count;
-    count.ours = straight_crossings (ours, edges);
-    if (gvLayout (context, g, "dot") == 0) {
-        std::map<int, Point> places;
-        for (const auto& [key, node] : nodes) places[key] = {ND_coord (node).x, ND_coord (node).y};
-        count.dot = straight_crossings (places, edges);
-        gvFreeLayout (context, g);
-    }
-    agclose (g);
-    return count;
 }
 
 } // namespace ostrand::testing

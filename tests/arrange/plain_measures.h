@@ -20,13 +20,4 @@ struct Measures {
 
 Measures measure (const arrange::Graph& graph, const arrange::Layout& layout);
 
-/// Crossings of the same graph, nodes and reactions as a graph of two kinds of nodes with straight
-/// edges between their middles: in the layout, and in Graphviz' own layered drawing with the same
-/// sizes of nodes (-1 when that failed).
-struct PlainCrossings {
-    int ours = 0;
-    int dot = -1;
-};
-PlainCrossings plain_crossings (const arrange::Layout& layout);
-
 } // namespace ostrand::testing

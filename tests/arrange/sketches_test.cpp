@@ -1,15 +1,16 @@
 // Pictures and figures of the real models, made on request.
 #include "arrange/arrange.h"
 #include "arrange/mains.h"
+#include "arrange/plain_crossings.h"
 #include "arrange/plain_measures.h"
 #include "arrange/plain_sbml.h"
 #include "arrange/plain_sketch.h"
 #include "support/support.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <ctime>
 #include <fstream>
 #include <gtest/gtest.h>
 
@@ -32,21 +33,24 @@ TEST (sketches, are_written_when_OSTRAND_SKETCHES_names_a_folder) {
             graph.compartments.clear ();
             for (arrange::Species& s : graph.species) s.compartment = -1;
         }
-        const std::clock_t begin = std::clock ();
+        const auto begin = std::chrono::steady_clock::now ();
         const arrange::Layout layout = arrange::arrange (graph);
-        const double seconds = static_cast<double> (std::clock () - begin) / CLOCKS_PER_SEC;
+        const double seconds =
+            std::chrono::duration<double> (std::chrono::steady_clock::now () - begin).count ();
         const testing::Measures m = testing::measure (graph, layout);
-        const testing::PlainCrossings x = testing::plain_crossings (layout);
+        const testing::PlainDrawing plain = testing::plain_drawing (layout);
+        const int straight = testing::crossings (plain);
+        const int by_dot = testing::dot_crossings (plain);
         const int broken = m.overlaps + m.covered + m.outside_box + m.box_faults + m.off_page;
         std::printf ("%-22s %4zu r %4d n  faults %d sq %d over nodes %4d  drawn %4d  crossings %4d "
                      "dot %4d%s use %4.1f %% sides %.2f  %.3f s\n",
                      path.stem ().c_str (), graph.reactions.size (), m.nodes, broken,
-                     m.square_overlaps, m.through_nodes, m.crossings, x.ours, x.dot,
-                     x.ours > x.dot ? " !" : "  ", 100 * m.page_use, m.sides, seconds);
+                     m.square_overlaps, m.through_nodes, m.crossings, straight, by_dot,
+                     straight > by_dot ? " !" : "  ", 100 * m.page_use, m.sides, seconds);
         std::fflush (stdout);
-        ours += x.ours;
-        dot += x.dot;
-        worse += x.ours > x.dot;
+        ours += straight;
+        dot += by_dot;
+        worse += straight > by_dot;
         drawn += m.crossings;
         through += m.through_nodes;
         faults += broken;

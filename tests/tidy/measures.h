@@ -9,9 +9,10 @@
 namespace ostrand::testing {
 
 struct NetworkMeasures {
-    int overlaps = 0;  // pairs of nodes that overlap
-    int covered = 0;   // squares of reactions that a node covers
-    int off_page = 0;  // nodes that begin left of or above the page, or end behind it
+    int overlaps = 0; // pairs of nodes that overlap
+    int covered = 0;  // squares of reactions that a node covers
+    int off_page = 0; // nodes that begin left of or above the page, or end behind it
+    int reactions = 0;
     int texts = 0;     // of arcs
     int texts_on = 0;  // of these, the ones that lie on a node
     int strangers = 0; // nodes that reach into a box that is not their compartment's
@@ -46,6 +47,7 @@ inline NetworkMeasures measure (document::Network& network) {
     }
     for (const document::Arque* a : network.all_arcs ()) {
         if (!document::is_reaction (a->type ())) continue;
+        ++m.reactions;
         const double turn = static_cast<double> (a->geometry ().angle) * std::acos (-1.0) / 180;
         const double reach = 7 * (std::fabs (std::cos (turn)) + std::fabs (std::sin (turn)));
         const double x = a->x () + 7;
