@@ -127,17 +127,4 @@ std::vector<MainReactants> main_reactants (const Graph& graph) {
     return mains;
 }
 
-std::vector<MainReactants> put_main_reactants_first (Graph& graph) {
-    const std::vector<MainReactants> mains = main_reactants (graph);
-    for (std::size_t r = 0; r < mains.size (); ++r) {
-        const auto to_front = [] (std::vector<int>& side, int index) {
-            if (index > 0)
-                std::rotate (side.begin (), side.begin () + index, side.begin () + index + 1);
-        };
-        to_front (graph.reactions[r].substrates, mains[r].substrate);
-        to_front (graph.reactions[r].products, mains[r].product);
-    }
-    return mains;
-}
-
 } // namespace ostrand::arrange

@@ -17,8 +17,4 @@ struct MainReactants {
 /// names that share a part point to each other.
 std::vector<MainReactants> main_reactants (const Graph& graph);
 
-/// Moves the main reactants of each reaction to the front of their sides; the others keep their
-/// order. Gives back where they stood.
-std::vector<MainReactants> put_main_reactants_first (Graph& graph);
-
 } // namespace ostrand::arrange

@@ -17,6 +17,19 @@
 namespace ostrand {
 namespace {
 
+/// As the reader of SBML draws reactions.
+void put_main_reactants_first (arrange::Graph& graph) {
+    const std::vector<arrange::MainReactants> mains = arrange::main_reactants (graph);
+    const auto to_front = [] (std::vector<int>& side, int index) {
+        if (index > 0)
+            std::rotate (side.begin (), side.begin () + index, side.begin () + index + 1);
+    };
+    for (std::size_t r = 0; r < mains.size (); ++r) {
+        to_front (graph.reactions[r].substrates, mains[r].substrate);
+        to_front (graph.reactions[r].products, mains[r].product);
+    }
+}
+
 TEST (sketches, are_written_when_OSTRAND_SKETCHES_names_a_folder) {
     const char* const folder = std::getenv ("OSTRAND_SKETCHES");
     if (!folder) GTEST_SKIP () << "OSTRAND_SKETCHES is not set";
@@ -25,7 +38,7 @@ TEST (sketches, are_written_when_OSTRAND_SKETCHES_names_a_folder) {
     std::vector<double> use;
     for (const auto& path : testing::real_models ()) {
         arrange::Graph graph = testing::graph_of_sbml (testing::file_text (path));
-        arrange::put_main_reactants_first (graph);
+        put_main_reactants_first (graph);
         // As files are opened: boxes stand side by side.
         for (arrange::Compartment& c : graph.compartments) c.parent = -1;
         // And a single one has none.
