@@ -43,6 +43,16 @@ double likeness (std::string_view a, std::string_view b) {
     return longest / static_cast<double> (std::min (a.size (), b.size ()));
 }
 
+/// What is written first, to another species where there is one.
+MainReactants first_of (const std::vector<int>& substrates, const std::vector<int>& products) {
+    MainReactants pair{substrates.empty () ? -1 : 0, products.empty () ? -1 : 0};
+    if (pair.substrate < 0 || pair.product < 0) return pair;
+    const auto other = std::find_if (products.begin (), products.end (),
+                                     [&] (int p) { return p != substrates.front (); });
+    if (other != products.end ()) pair.product = static_cast<int> (other - products.begin ());
+    return pair;
+}
+
 /// Scores pairs of a substrate and a product of one reaction.
 class Pairs {
   public:
@@ -50,19 +60,9 @@ class Pairs {
         : graph_ (graph), substrates_ (reaction.substrates), products_ (reaction.products),
           malus_ (malus) {}
 
-    /// What is written first, to another species where there is one.
-    MainReactants first () const {
-        MainReactants pair{substrates_.empty () ? -1 : 0, products_.empty () ? -1 : 0};
-        if (pair.substrate < 0 || pair.product < 0) return pair;
-        const auto other = std::find_if (products_.begin (), products_.end (),
-                                         [this] (int p) { return p != substrates_.front (); });
-        if (other != products_.end ()) pair.product = static_cast<int> (other - products_.begin ());
-        return pair;
-    }
-
     /// What is written first, unless there is a reason for others.
     MainReactants best () const {
-        const MainReactants begin = first ();
+        const MainReactants begin = first_of (substrates_, products_);
         MainReactants found = begin;
         double most = score (begin) + least_reason;
         for (int i = begin.substrate; i < candidates (substrates_); ++i) {
@@ -109,6 +109,12 @@ class Pairs {
 };
 
 } // namespace
+
+std::vector<MainReactants> first_reactants (const Graph& graph) {
+    std::vector<MainReactants> mains;
+    for (const Reaction& r : graph.reactions) mains.push_back (first_of (r.substrates, r.products));
+    return mains;
+}
 
 std::vector<MainReactants> main_reactants (const Graph& graph) {
     std::vector<int> uses (graph.species.size (), 0);

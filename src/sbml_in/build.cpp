@@ -180,20 +180,6 @@ void Builder::kinetics (const ModelReaction& r, Arque& main,
 /// keeps its order, as we write the main ones first; elsewhere the path of the matter is followed and
 /// cofactors stand beside it.
 void Builder::find_mains () {
-    if (!model_.places.empty ()) {
-        for (const ModelReaction& r : model_.reactions) {
-            arrange::MainReactants main{r.reactants.empty () ? -1 : 0,
-                                        r.products.empty () ? -1 : 0};
-            // The main product is another species than the main substrate where there is one.
-            for (std::size_t i = 0; i < r.products.size () && main.substrate == 0; ++i) {
-                if (r.products[i].species == r.reactants.front ().species) continue;
-                main.product = static_cast<int> (i);
-                break;
-            }
-            mains_.push_back (main);
-        }
-        return;
-    }
     arrange::Graph graph;
     for (const ModelSpecies& s : model_.species) {
         graph.species.emplace_back ().name = s.name.empty () ? s.id : s.name;
@@ -203,7 +189,8 @@ void Builder::find_mains () {
         for (const Reference& one : r.reactants) reaction.substrates.push_back (one.species);
         for (const Reference& one : r.products) reaction.products.push_back (one.species);
     }
-    mains_ = arrange::main_reactants (graph);
+    mains_ =
+        model_.places.empty () ? arrange::main_reactants (graph) : arrange::first_reactants (graph);
 }
 
 void Builder::reaction (const ModelReaction& r, int index) {

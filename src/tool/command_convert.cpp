@@ -2,6 +2,7 @@
 #include "document/document_state.h"
 #include "export/export.h"
 #include "export/png_export.h"
+#include "files/rates.h"
 #include "sbml_out/standard_write.h"
 #include "tool/commands.h"
 #include "tool/open_input.h"
@@ -72,6 +73,11 @@ int run (const Arguments& arguments) {
                                                   : files::Arranging::without_places};
     if (!open_input ("convert", arguments.words[0], document, how)) return status_failure;
     if (arguments.has ("--duration")) document.duration = *duration;
+    // What was taken over of rate laws and does not fit into a model text is lost in it.
+    if (!writing.standard &&
+        std::string_view (files::writing_format (target).name) == "model text" &&
+        files::is_any_rated (*document.network))
+        tell_model_gaps (document);
     if (write (document, target, writing, error)) return status_success;
     std::fprintf (stderr, "ostrand-tool convert: cannot write '%s'%s%s\n", target.c_str (),
                   error.empty () ? "" : ": ", error.c_str ());

@@ -1,4 +1,5 @@
 // The sub-commands check, convert and model, run as users run them.
+#include "sbml_in/builders.h"
 #include "support/support.h"
 
 #include <gtest/gtest.h>
@@ -64,6 +65,26 @@ TEST (ConvertCommand, native_text_is_a_fixpoint) {
     EXPECT_EQ (file_text (out), reaction);
     ASSERT_EQ (run_program ({"ostrand-tool", "convert", out, in}).status, 0);
     EXPECT_EQ (file_text (in), reaction);
+}
+
+/// Three molecules that would have to meet: the drawing has the reaction, a model text cannot.
+TEST (ConvertCommand, names_rated_reactions_that_a_model_text_leaves_out) {
+    const TemporaryFolder folder;
+    const std::string in = folder.write (
+        "a.xml", sbml_lists (sbml_species ("A", "9") + sbml_species ("B", "9") +
+                                 sbml_species ("C", "9") + sbml_species ("P"),
+                             sbml_reaction ({.id = "r",
+                                             .reactants = "A B C",
+                                             .products = "P",
+                                             .math = mathml_of ("(* cell k A B C)"),
+                                             .parameters = sbml_local ("k", "0.1")})));
+    const auto result = run_program ({"ostrand-tool", "convert", in, (folder / "a.ssa").string ()});
+    EXPECT_EQ (result.status, 0);
+    EXPECT_NE (result.error.find ("more than two molecules would have to meet"), std::string::npos)
+        << result.error;
+    const auto drawing =
+        run_program ({"ostrand-tool", "convert", in, (folder / "a.svg").string ()});
+    EXPECT_EQ (drawing.error, "");
 }
 
 TEST (ConvertCommand, writes_model_text_and_drawings) {
