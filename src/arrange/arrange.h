@@ -13,7 +13,8 @@ struct Options {
     double effort = 1;      // of the search for good places; its time grows with it
 };
 
-/// Places everything. The same graph and options give the same layout. Safe to call from several
+/// Places everything: the best of several attempts, on all processors. The same graph and options
+/// give the same layout whatever their number. Safe to call from several
 /// threads; their calls wait for each other where Graphviz is asked.
 Layout arrange (const Graph& graph, const Options& options = {});
 

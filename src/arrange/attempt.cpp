@@ -77,18 +77,10 @@ Attempt attempt (const Graph& graph, const Ground& ground, const Options& option
         settle (drawing);
     }
     std::vector<Box> boxes = place_parts (graph, sketch, parts, drafts, options, chance);
-    Box page = bounds_of (sketch.drawing);
-    bool boxed = false;
-    for (const Box& b : boxes) {
-        if (b.width () <= 0) continue;
-        boxed = true;
-        page = {std::min (page.left, b.left), std::min (page.top, b.top),
-                std::max (page.right, b.right), std::max (page.bottom, b.bottom)};
-    }
-    if (!boxed) {
-        squeeze (sketch.drawing);
-        page = bounds_of (sketch.drawing);
-    }
+    const bool boxed =
+        std::any_of (boxes.begin (), boxes.end (), [] (const Box& b) { return b.width () > 0; });
+    if (!boxed) squeeze (sketch.drawing);
+    const Box page = page_of (sketch.drawing, boxes);
     const double cost = cost_on_page (sketch.drawing, page);
     return {std::move (sketch), std::move (boxes), page, cost};
 }

@@ -338,15 +338,7 @@ class Compound {
         return {page.left + x, page.top + y, page.right - x, page.bottom - y};
     }
 
-    Box page_box () const {
-        Box box = bounds_of (sketch_.drawing);
-        for (const Box& b : boxes_) {
-            if (b.width () <= 0) continue;
-            box = {std::min (box.left, b.left), std::min (box.top, b.top),
-                   std::max (box.right, b.right), std::max (box.bottom, b.bottom)};
-        }
-        return box;
-    }
+    Box page_box () const { return page_of (sketch_.drawing, boxes_); }
 
     /// The largest rectangle in a compartment's outline, and the box around the outline of one that
     /// holds a rectangle.

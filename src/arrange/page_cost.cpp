@@ -15,6 +15,16 @@ constexpr double too_long_cost = 2000; // likewise beyond the most
 
 } // namespace
 
+Box page_of (const Drawing& drawing, const std::vector<Box>& boxes) {
+    Box page = bounds_of (drawing);
+    for (const Box& b : boxes) {
+        if (b.width () <= 0) continue;
+        page = {std::min (page.left, b.left), std::min (page.top, b.top),
+                std::max (page.right, b.right), std::max (page.bottom, b.bottom)};
+    }
+    return page;
+}
+
 double cost_on_page (Drawing& drawing, const Box& page) {
     Wishes wishes;
     wishes.wall_weight = 0;

@@ -529,8 +529,8 @@ std::string Rated::filled_places () {
 /// The law that is a product of saturations, S1 / (K1 + S1) * S2 / (K2 + S2) ...: the enzyme binds
 /// the first substrate, places that take no part bind the others, and the reaction is as fast as
 /// filled ones meet. An enzyme statement of several substrates has another law, up to twenty times as
-/// fast where they are scarce, as its complexes fall apart slowly. Nothing that is bound is used up, so that binding stays in
-/// balance: each firing owes its substrates, and free ones pay at once.
+/// fast where they are scarce, as its complexes fall apart slowly. Nothing that is bound is used up, so
+/// that binding stays in balance: each firing owes its substrates, and free ones pay at once.
 void Rated::independent_substrates (const std::vector<std::string>& enzymes, double kcat) {
     std::map<std::string, double> target = parts_.products;
     for (const auto& [name, n] : parts_.substrates) target[name] -= n;

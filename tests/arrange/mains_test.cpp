@@ -40,10 +40,9 @@ class Mains : public ::testing::Test {
     int species (const std::string& name) {
         const auto found = std::find_if (graph.species.begin (), graph.species.end (),
                                          [&] (const Species& s) { return s.name == name; });
+        const auto number = static_cast<int> (found - graph.species.begin ());
         if (found == graph.species.end ()) graph.species.emplace_back ().name = name;
-        return static_cast<int> (std::find_if (graph.species.begin (), graph.species.end (),
-                                               [&] (const Species& s) { return s.name == name; }) -
-                                 graph.species.begin ());
+        return number;
     }
 };
 

@@ -20,15 +20,15 @@ double turn (Point a, Point b, Point c) {
     return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
 }
 
-bool cut (Point a, Point b, Point c, Point d) {
-    return turn (a, b, c) * turn (a, b, d) < 0 && turn (c, d, a) * turn (c, d, b) < 0;
-}
-
 char* text (const char* s) { return const_cast<char*> (s); }
 
 std::string inches (double pixels) { return std::to_string (pixels / 72); }
 
 } // namespace
+
+bool cut (Point a, Point b, Point c, Point d) {
+    return turn (a, b, c) * turn (a, b, d) < 0 && turn (c, d, a) * turn (c, d, b) < 0;
+}
 
 int PlainDrawing::add (Point place, arrange::Size size, int box) {
     places.push_back (place);

@@ -8,6 +8,9 @@
 
 namespace ostrand::testing {
 
+/// The lines from a to b and from c to d cut each other in their insides.
+bool cut (arrange::Point a, arrange::Point b, arrange::Point c, arrange::Point d);
+
 /// Nodes and reactions as a graph of two kinds of nodes, its edges straight between their middles.
 struct PlainDrawing {
     std::vector<arrange::Point> places;

@@ -1,5 +1,7 @@
 #include "arrange/plain_measures.h"
 
+#include "arrange/plain_crossings.h"
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -30,14 +32,6 @@ bool overlap (const Box& a, const Box& b) {
 bool inside (const Box& inner, const Box& outer) {
     return inner.left >= outer.left && inner.right <= outer.right && inner.top >= outer.top &&
            inner.bottom <= outer.bottom;
-}
-
-double turn (Point a, Point b, Point c) {
-    return (b.x - a.x) * (c.y - a.y) - (b.y - a.y) * (c.x - a.x);
-}
-
-bool cut (Point a, Point b, Point c, Point d) {
-    return turn (a, b, c) * turn (a, b, d) < 0 && turn (c, d, a) * turn (c, d, b) < 0;
 }
 
 /// The edge of a box on the way from its middle to a point.
